@@ -1,0 +1,32 @@
+#include "app/base/Guarded.h"
+
+#include <exception>
+#include <new>
+
+#include "app/base/Definitions.h"
+#include "app/base/Error.h"
+#include "app/base/ErrorLog.h"
+
+namespace {
+
+CurrentError describeCurrentException() {
+    try {
+        throw;
+    } catch (const Error& error) {
+        return {error.number(), error.description()};
+    } catch (const std::bad_alloc&) {
+        return {7, QStringLiteral("内存不足")};
+    } catch (const std::exception& error) {
+        return {5, QString::fromUtf8(error.what())};
+    } catch (...) {
+        return {5, QStringLiteral("未知错误")};
+    }
+}
+
+}  // namespace
+
+void recordCurrentException(const Where& where) {
+    currentError() = describeCurrentException();
+    errLog().WriteLog(QString::fromLatin1(where.module), QString::fromLatin1(where.procedure));
+    currentError() = {};
+}

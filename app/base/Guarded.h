@@ -1,0 +1,45 @@
+#pragma once
+
+#include <type_traits>
+
+#include "app/base/UserEvent.h"
+
+/// The one way in which errors are caught.
+
+/// Where a procedure stands in the program, as an error record names it.
+struct Where {
+    const char* module;
+    const char* procedure;
+};
+
+/// Records the exception being handled through errLog. Call it from a catch block only.
+void recordCurrentException(const Where& where);
+
+/// Runs `body`, the whole of a procedure, as a part of the user's event. When it throws, the error is recorded first;
+/// then `afterError` runs, and what it returns is the procedure's result: a roll-back has its place there, after the
+/// record. An error inside `afterError` is recorded too and leaves the default result.
+template <typename Body, typename AfterError>
+auto guarded(const Where& where, Body&& body, AfterError&& afterError) -> std::invoke_result_t<Body> {
+    using Result = std::invoke_result_t<Body>;
+    const UserEvent::Scope scope;
+    try {
+        return body();
+    } catch (...) {
+        recordCurrentException(where);
+    }
+    try {
+        if constexpr (std::is_same_v<std::invoke_result_t<AfterError>, Result>)
+            return afterError();
+        else
+            afterError();
+    } catch (...) {
+        recordCurrentException(where);
+    }
+    return Result();
+}
+
+/// As above; the result after an error is the type's default: False, empty, no object.
+template <typename Body>
+auto guarded(const Where& where, Body&& body) -> std::invoke_result_t<Body> {
+    return guarded(where, body, [] {});
+}

@@ -1,0 +1,41 @@
+#include "app/base/MessageBox.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace {
+
+QMessageBox::Icon toolkitIcon(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Information:
+            return QMessageBox::Information;
+        case MessageIcon::Question:
+            return QMessageBox::Question;
+        case MessageIcon::Exclamation:
+            return QMessageBox::Warning;
+        case MessageIcon::Critical:
+            return QMessageBox::Critical;
+        case MessageIcon::None:
+            break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButton ask(const QString& text, const QString& title, MessageIcon icon,
+                                QMessageBox::StandardButtons buttons) {
+    QMessageBox box(toolkitIcon(icon), title, text, buttons, QApplication::activeWindow());
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+}  // namespace
+
+void showMessage(const QString& text, const QString& title, MessageIcon icon) {
+    ask(text, title, icon, QMessageBox::Ok);
+}
+
+bool askYesNo(const QString& text, const QString& title, MessageIcon icon) {
+    return ask(text, title, icon, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}

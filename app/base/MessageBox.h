@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+#include "app/base/Definitions.h"
+
+/// The one place where message boxes are asked. Texts are shown literally, whatever they contain.
+
+enum class MessageIcon { None, Information, Question, Exclamation, Critical };
+
+/// Shows `text` with an OK button over the active window and waits for the user.
+void showMessage(const QString& text, const QString& title = applicationTitle(), MessageIcon icon = MessageIcon::None);
+
+/// Asks `text` with the buttons Yes and No; true for Yes. Closing the box counts as No.
+bool askYesNo(const QString& text, const QString& title = applicationTitle(), MessageIcon icon = MessageIcon::Question);

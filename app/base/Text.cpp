@@ -1,0 +1,42 @@
+#include "app/base/Text.h"
+
+#include <QDateTime>
+#include <limits>
+
+QString trimBlanks(const QString& text) {
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && text[begin] == QLatin1Char(' '))
+        ++begin;
+    while (end > begin && text[end - 1] == QLatin1Char(' '))
+        --end;
+    return text.mid(begin, end - begin);
+}
+
+qint64 numericValue(const QString& text) {
+    constexpr qint64 largest = std::numeric_limits<qint64>::max();
+    qint64 number = 0;
+    bool negative = false;
+    bool begun = false;
+    for (const QChar c : text) {
+        const ushort u = c.unicode();
+        if (u == ' ')
+            continue;
+        if (!begun && (u == '-' || u == '+')) {
+            negative = u == '-';
+        } else if (u >= '0' && u <= '9') {
+            const int digit = u - '0';
+            number = number > (largest - digit) / 10 ? largest : number * 10 + digit;
+        } else {
+            break;
+        }
+        begun = true;
+    }
+    return negative ? -number : number;
+}
+
+QString zeroPadded(qint64 number, int digits) {
+    return QString::number(number).rightJustified(digits, QLatin1Char('0'));
+}
+
+QString nowText() { return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }

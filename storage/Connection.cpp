@@ -1,0 +1,154 @@
+#include "storage/Connection.h"
+
+#include <sqlite3.h>
+
+#include <QDir>
+
+#include "app/base/Guarded.h"
+#include "storage/KeyedAccess.h"
+#include "storage/SqliteError.h"
+
+namespace {
+
+constexpr int busyTimeoutMs = 2000;
+
+struct StatementCloser {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using StatementPointer = std::unique_ptr<sqlite3_stmt, StatementCloser>;
+
+StatementPointer prepare(sqlite3* database, const char* text, const char** tail) {
+    sqlite3_stmt* statement = nullptr;
+    const int code = sqlite3_prepare_v2(database, text, -1, &statement, tail);
+    if (code != SQLITE_OK)
+        throw sqliteError(database, code);
+    return StatementPointer(statement);
+}
+
+bool blankOrSemicolon(char c) { return c == ';' || c == ' ' || (c >= '\t' && c <= '\r'); }
+
+/// Prepares the one statement in `statement`; blanks, comments and semicolons may follow it.
+StatementPointer prepareOne(sqlite3* database, const SqlText& statement) {
+    if (!database)
+        throw Error(SQLITE_MISUSE, QStringLiteral("the connection is closed"));
+    if (!statement.brokenAt().isEmpty())
+        throw syntaxError(statement.brokenAt());
+    const QByteArray text = statement.text().toUtf8();
+    const char* tail = nullptr;
+    StatementPointer first = prepare(database, text.constData(), &tail);
+    if (!first)
+        throw Error(SQLITE_ERROR, QStringLiteral("no statement"));
+    while (tail && *tail) {
+        while (blankOrSemicolon(*tail))
+            ++tail;
+        const char* rest = tail;
+        if (*rest && prepare(database, rest, &tail))
+            throw syntaxError(QString::fromUtf8(rest).left(40));
+    }
+    return first;
+}
+
+void run(sqlite3* database, const char* text) {
+    const int code = sqlite3_exec(database, text, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        throw sqliteError(database, code);
+}
+
+}  // namespace
+
+/// Commits at the end of the user's event whatever is still open then.
+class Connection::Leftovers {
+public:
+    explicit Leftovers(Connection* connection)
+        : m_link(QObject::connect(&UserEvent::instance(), &UserEvent::over, &UserEvent::instance(),
+                                  [connection] { connection->commitWhenEventIsOver(); })) {}
+    ~Leftovers() { QObject::disconnect(m_link); }
+    Leftovers(const Leftovers&) = delete;
+    Leftovers& operator=(const Leftovers&) = delete;
+
+private:
+    QMetaObject::Connection m_link;
+};
+
+Connection::Connection() = default;
+
+Connection::~Connection() {
+    guarded({"Connection", "Close"}, [this] { Close(); });
+    sqlite3_close_v2(m_database);
+}
+
+void Connection::Open(const QString& path, const QString& password, int mode) {
+    Close();
+    sqlite3* database = nullptr;
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &database, mode, nullptr);
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> opened(database, sqlite3_close_v2);
+    if (code != SQLITE_OK)
+        throw sqliteError(database, code);
+    sqlite3_busy_timeout(database, busyTimeoutMs);
+    // A library is data: whatever else a foreign file holds must not act.
+    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    // Both, before any key: the format that other tools read. It also holds for files attached later.
+    run(database, "PRAGMA cipher='sqlcipher'");
+    run(database, "PRAGMA legacy=4");
+    if (!password.isEmpty()) {
+        const QByteArray key = keyForFile(path, password);
+        const int keyed = sqlite3_key(database, key.constData(), static_cast<int>(key.size()));
+        if (keyed != SQLITE_OK)
+            throw sqliteError(database, keyed);
+    }
+    run(database, "PRAGMA schema_version");
+    m_database = opened.release();
+    m_path = path;
+    m_leftovers = std::make_unique<Leftovers>(this);
+}
+
+void Connection::Close() {
+    if (!m_database)
+        return;
+    commitLeftovers();
+    m_leftovers.reset();
+    sqlite3_close_v2(m_database);
+    m_database = nullptr;
+}
+
+Recordset Connection::OpenRecordset(const SqlText& statement) {
+    return Recordset(m_database, prepareOne(m_database, statement).release());
+}
+
+qint64 Connection::Execute(const SqlText& statement) {
+    const StatementPointer prepared = prepareOne(m_database, statement);
+    const sqlite3_int64 before = sqlite3_total_changes64(m_database);
+    int code = SQLITE_ROW;
+    while (code == SQLITE_ROW)
+        code = sqlite3_step(prepared.get());
+    if (code != SQLITE_DONE)
+        throw sqliteError(m_database, code);
+    // sqlite3_changes keeps its old value after a statement that changes no rows by its nature.
+    return sqlite3_total_changes64(m_database) == before ? 0 : sqlite3_changes64(m_database);
+}
+
+int Connection::State() const { return m_database ? 1 : 0; }
+
+qint64 Connection::LastInsertId() const { return m_database ? sqlite3_last_insert_rowid(m_database) : 0; }
+
+void Connection::commitLeftovers() {
+    if (m_database && !sqlite3_get_autocommit(m_database))
+        run(m_database, "COMMIT");
+}
+
+void Connection::commitWhenEventIsOver() {
+    if (!m_database || sqlite3_get_autocommit(m_database))
+        return;
+    if (m_commitFailed) {
+        // Reported once; from then on tried quietly, without waiting, until it succeeds.
+        sqlite3_busy_timeout(m_database, 0);
+        m_commitFailed = sqlite3_exec(m_database, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK;
+        sqlite3_busy_timeout(m_database, busyTimeoutMs);
+        return;
+    }
+    m_commitFailed = true;
+    guarded({"Connection", "Commit"}, [this] {
+        commitLeftovers();
+        m_commitFailed = false;
+    });
+}

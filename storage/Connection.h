@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "storage/Recordset.h"
+#include "storage/Sql.h"
+
+struct sqlite3;
+
+/// An open database file.
+///
+/// Owned by whoever opened it; closes itself when it goes. Used on one thread only. Every failure throws Error with
+/// SQLite's number and words, and every call is checked.
+///
+/// What a failed command has left uncommitted is committed when the user's event is over and when the connection
+/// closes; a commit that fails is recorded and tried again at the next event.
+class Connection {
+public:
+    /// Open mode 6: read and write, created when missing.
+    static constexpr int readWriteCreate = 6;
+
+    Connection();
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Opens the file at `path` (read-only when it is write-protected). An empty `password` means a plain file, any
+    /// other the SQLCipher 4 format. The first page is read at once: a wrong password, a file that is no database, a
+    /// folder or a missing folder throws here. `mode` holds SQLite's open flags.
+    void Open(const QString& path, const QString& password, int mode);
+
+    /// Commits what is still open and closes the file. Does nothing when it is closed.
+    void Close();
+
+    /// Runs a query of exactly one statement. The recordset stands on the first row and must not outlive the
+    /// connection's being open.
+    Recordset OpenRecordset(const SqlText& statement);
+
+    /// Runs exactly one statement that returns no rows and gives the number of rows that it changed itself: 0 for one
+    /// that changes none.
+    qint64 Execute(const SqlText& statement);
+
+    /// 1 when the connection is open, else 0.
+    int State() const;
+
+    /// Row id of the last row inserted on this connection.
+    qint64 LastInsertId() const;
+
+    /// Full path given to Open.
+    const QString& path() const { return m_path; }
+
+    /// Commits what is still open, for instance below a savepoint that was never released. Throws when it cannot be
+    /// committed now; nothing is lost then.
+    void commitLeftovers();
+
+private:
+    void commitWhenEventIsOver();
+
+    QString m_path;
+    sqlite3* m_database = nullptr;
+    bool m_commitFailed = false;
+    class Leftovers;
+    std::unique_ptr<Leftovers> m_leftovers;
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// What unlocks the SQLCipher 4 file at `path` with `password`: the derived key and its salt, ready for SQLite, or the
+/// password itself while the file is too short to have a salt (a new file gets one when its first page is written).
+///
+/// Deriving takes long; the process remembers the key by password and salt, so a replaced file is simply another salt.
+QByteArray keyForFile(const QString& path, const QString& password);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "storage/Connection.h"
+
+/// Opening a bill library and the statements that every part of the program runs on it (module ModDBOperator).
+
+/// Opens the library file at `path` (created when missing) and attaches its companion file, `path` followed by the
+/// letter x, as "dbext" when there is one. No object after a recorded error.
+std::unique_ptr<Connection> GetOrmConn(const QString& path);
+
+/// The companion file of the library at `path`.
+QString companionPath(const QString& path);
+
+/// Closes the recordset.
+void ReleaseOrmRecordset(Recordset& recordset);
+
+/// Executes `statement`. False when there is no connection or no text, or after a recorded error.
+bool ExecuteDDL(Connection* connection, const SqlText& statement);
+
+/// Whether a chapter has the code `code`, letter case ignored. True without a connection and after an error, which
+/// keeps callers from inserting.
+bool ExistSybCode(Connection* connection, const QString& code);

@@ -1,0 +1,64 @@
+#include "storage/Recordset.h"
+
+#include <sqlite3.h>
+
+#include <QStringList>
+
+#include "storage/SqliteError.h"
+
+void Recordset::Finalizer::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+
+Recordset::Recordset(sqlite3* database, sqlite3_stmt* statement) : m_database(database), m_statement(statement) {
+    m_ended = false;
+    MoveNext();
+}
+
+void Recordset::MoveNext() {
+    if (EndOfFile())
+        return;
+    const int code = sqlite3_step(m_statement.get());
+    if (code == SQLITE_ROW)
+        return;
+    m_ended = true;
+    if (code != SQLITE_DONE)
+        throw sqliteError(m_database, code);
+    // Locks and pages are given back at once, not when the recordset goes.
+    sqlite3_reset(m_statement.get());
+}
+
+void Recordset::Close() { m_statement.reset(); }
+
+int Recordset::columnIndex(const char* column) const {
+    if (EndOfFile())
+        throw Error(3021, QStringLiteral("没有当前记录"));
+    const QByteArray key = QByteArray::fromRawData(column, static_cast<qsizetype>(qstrlen(column)));
+    if (const auto known = m_columns.constFind(key); known != m_columns.constEnd())
+        return *known;
+    for (int i = 0; i < sqlite3_column_count(m_statement.get()); ++i) {
+        const char* name = sqlite3_column_name(m_statement.get(), i);
+        if (name && qstricmp(name, column) == 0) {
+            m_columns.insert(QByteArray(column), i);
+            return i;
+        }
+    }
+    throw Error(3265, QStringLiteral("找不到字段: ") + QString::fromUtf8(column));
+}
+
+QString Recordset::text(const char* column) const {
+    const int index = columnIndex(column);
+    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), index));
+    return QString::fromUtf8(bytes, bytes ? sqlite3_column_bytes(m_statement.get(), index) : 0);
+}
+
+qint64 Recordset::number(const char* column) const {
+    return sqlite3_column_int64(m_statement.get(), columnIndex(column));
+}
+
+QString Recordset::joined(const QString& separator) const {
+    QStringList values;
+    for (int i = 0; !EndOfFile() && i < sqlite3_column_count(m_statement.get()); ++i) {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), i));
+        values << (bytes ? QString::fromUtf8(bytes) : QStringLiteral("NULL"));
+    }
+    return values.join(separator);
+}

@@ -1,0 +1,33 @@
+#include "storage/Savepoint.h"
+
+#include "app/base/Guarded.h"
+#include "storage/Connection.h"
+#include "storage/SqliteError.h"
+
+namespace {
+
+bool execute(Connection* connection, const SqlText& statement) {
+    if (!connection)
+        throw Error(91, QStringLiteral("没有打开的数据库连接"));
+    connection->Execute(statement);
+    return true;
+}
+
+}  // namespace
+
+bool SetSP(const QString& name, Connection* connection) {
+    return guarded({"ModDBOperator", "SetSP"},
+                   [&] { return !name.isEmpty() && execute(connection, sql(" Savepoint ", name, ";")); });
+}
+
+bool ReleaseSP(const QString& name, Connection* connection, bool started) {
+    return guarded({"ModDBOperator", "ReleaseSP"}, [&] {
+        return !name.isEmpty() && started && execute(connection, sql("Release Savepoint ", name, ";"));
+    });
+}
+
+bool RollBackSP(const QString& name, Connection* connection, bool started) {
+    return guarded({"ModDBOperator", "RollBackSP"}, [&] {
+        return !name.isEmpty() && started && execute(connection, sql("RollBack To Savepoint ", name, ";"));
+    });
+}

@@ -1,0 +1,14 @@
+#include "storage/SqliteError.h"
+
+#include <sqlite3.h>
+
+Error sqliteError(sqlite3* database, int code) {
+    const bool known = database && (sqlite3_errcode(database) & 0xff) == (code & 0xff);
+    return {code & 0xff, QString::fromUtf8(known ? sqlite3_errmsg(database) : sqlite3_errstr(code))};
+}
+
+Error syntaxError(const QString& near) { return {SQLITE_ERROR, QStringLiteral("near \"%1\": syntax error").arg(near)}; }
+
+Error cannotOpenError(const QString& path) {
+    return {SQLITE_CANTOPEN, QStringLiteral("unable to open database file: ") + path};
+}

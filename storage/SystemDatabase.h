@@ -1,0 +1,11 @@
+#pragma once
+
+#include <memory>
+
+#include "storage/Connection.h"
+
+/// The key of the system database and of companion files.
+inline constexpr char systemKey[] = "830547";
+
+/// Opens tessel.dat in the program folder. Throws Error when it is missing (it is never created) or unreadable.
+std::unique_ptr<Connection> openSystemDatabase();

@@ -1,0 +1,36 @@
+#include "storage/TemporaryIndex.h"
+
+#include "app/base/Guarded.h"
+#include "storage/Connection.h"
+
+namespace {
+
+QString unusedName(Connection* connection, const SqlText& table, const SqlText& column) {
+    const QString base = QLatin1String("tessel_") + table.text() + QLatin1Char('_') + column.text();
+    QString name = base;
+    for (int n = 1;
+         !connection->OpenRecordset(sql("SELECT 1 FROM main.sqlite_master WHERE name='", name, "'")).EndOfFile(); ++n)
+        name = base + QString::number(n);
+    return name;
+}
+
+}  // namespace
+
+TemporaryIndex::TemporaryIndex(Connection* connection, const SqlText& table, const SqlText& column)
+    : m_connection(connection) {
+    const QString name = unusedName(connection, table, column);
+    connection->Execute(sql("CREATE INDEX main.", name, " ON ", table, "(", column, ");"));
+    m_name = name;
+}
+
+TemporaryIndex::~TemporaryIndex() {
+    guarded({"ModDBOperator", "TemporaryIndex"}, [this] { drop(); });
+}
+
+void TemporaryIndex::drop() {
+    if (m_name.isEmpty())
+        return;
+    // Gone already when the database undid the whole transaction on its own.
+    m_connection->Execute(sql("DROP INDEX IF EXISTS main.", m_name, ";"));
+    m_name.clear();
+}

@@ -1,0 +1,143 @@
+#include "storage/Connection.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "app/base/Error.h"
+#include "app/base/Paths.h"
+#include "tests/support/TemporaryLibrary.h"
+
+namespace {
+
+int errorNumber(const std::function<void()>& act) {
+    try {
+        act();
+    } catch (const Error& error) {
+        EXPECT_FALSE(error.description().isEmpty());
+        return error.number();
+    }
+    return 0;
+}
+
+class ConnectionTest : public ::testing::Test {
+protected:
+    ConnectionTest() {
+        connection.Open(path(), QString(), Connection::readWriteCreate);
+        connection.Execute("CREATE TABLE t (a Integer PRIMARY KEY, b text)");
+    }
+    QString path() const { return joinPath(folder.path(), QStringLiteral("it's 清单.bdb")); }
+
+    QTemporaryDir folder;
+    Connection connection;
+};
+
+}  // namespace
+
+TEST_F(ConnectionTest, CountsTheRowsOfItsOwnStatement) {
+    EXPECT_EQ(connection.Execute("INSERT INTO t(b) VALUES('x'),('y'),('z')"), 3);
+    EXPECT_EQ(connection.LastInsertId(), 3);
+    EXPECT_EQ(connection.Execute(" Savepoint s;"), 0);
+    EXPECT_EQ(connection.Execute("UPDATE t SET b='q' WHERE a>1"), 2);
+    EXPECT_EQ(connection.Execute("Release Savepoint s;"), 0);
+    EXPECT_EQ(connection.Execute("DELETE FROM t WHERE a=99"), 0);
+    EXPECT_EQ(connection.Execute("CREATE TABLE u (a)"), 0);
+}
+
+TEST_F(ConnectionTest, RunsExactlyOneStatement) {
+    EXPECT_EQ(connection.Execute("INSERT INTO t(b) VALUES('x'); ; -- done\n /* really */ "), 1);
+    EXPECT_EQ(errorNumber([&] { connection.Execute("INSERT INTO t(b) VALUES('x'); DELETE FROM t"); }), 1);
+    EXPECT_EQ(errorNumber([&] { connection.OpenRecordset("SELECT 1; SELECT 2"); }), 1);
+    EXPECT_EQ(errorNumber([&] { connection.Execute("-- nothing"); }), 1);
+    EXPECT_EQ(rowsInFile(path(), "SELECT count(*) FROM t"), QStringList{QStringLiteral("1")});
+}
+
+TEST_F(ConnectionTest, NoValueBreaksOutOfItsStatement) {
+    connection.Execute("INSERT INTO t(b) VALUES('one'),('two')");
+    for (const char* hostile : {"x'--", "x' OR '1'='1", "';DELETE FROM t;--", "''", "'"}) {
+        const QString value = QString::fromUtf8(hostile);
+        EXPECT_EQ(errorNumber([&] { connection.Execute(sql("UPDATE t SET b='", value, "' WHERE a='1';")); }), 1);
+    }
+    QString nul = QStringLiteral("a'b");
+    nul[1] = QChar::Null;
+    EXPECT_EQ(errorNumber([&] { connection.Execute(sql("UPDATE t SET b='", nul, "' WHERE a='1';")); }), 1);
+    EXPECT_EQ(rowsInFile(path(), "SELECT b FROM t"), QStringList({QStringLiteral("one"), QStringLiteral("two")}));
+    EXPECT_EQ(connection.OpenRecordset(sql("SELECT '", Doubled{QStringLiteral("it's")}, "' AS v")).text("V"),
+              QStringLiteral("it's"));
+}
+
+TEST_F(ConnectionTest, ReadsRowsForwardAndNullsAsEmpty) {
+    connection.Execute("INSERT INTO t(a,b) VALUES(1,NULL),(2,CAST(x'ff41' AS TEXT)),(3,'12')");
+    Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a");
+    EXPECT_EQ(rows.number("ID"), 1);
+    EXPECT_EQ(rows.text("B"), QString());
+    EXPECT_EQ(rows.number("b"), 0);
+    rows.MoveNext();
+    EXPECT_TRUE(rows.text("b").endsWith(QLatin1Char('A')));
+    rows.MoveNext();
+    EXPECT_EQ(rows.number("b"), 12);
+    EXPECT_EQ(errorNumber([&] { rows.text("none"); }), 3265);
+    rows.MoveNext();
+    EXPECT_TRUE(rows.EndOfFile());
+    EXPECT_EQ(errorNumber([&] { rows.text("b"); }), 3021);
+    rows.MoveNext();
+}
+
+TEST_F(ConnectionTest, WhatCannotBeOpenedFailsAtOnce) {
+    Connection other;
+    EXPECT_EQ(other.State(), 0);
+    const QString missing = joinPath(folder.path(), QStringLiteral("none/x.bdb"));
+    EXPECT_EQ(errorNumber([&] { other.Open(missing, QString(), 6); }), 14);
+    EXPECT_NE(errorNumber([&] { other.Open(folder.path(), QString(), 6); }), 0);
+
+    const QString text = joinPath(folder.path(), QStringLiteral("text.bdb"));
+    QFile file(text);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(4096, 'x'));
+    file.close();
+    EXPECT_EQ(errorNumber([&] { other.Open(text, QString(), 6); }), 26);
+    EXPECT_EQ(other.State(), 0);
+    EXPECT_EQ(errorNumber([&] { other.Execute("SELECT 1"); }), 21);
+}
+
+TEST_F(ConnectionTest, ALockedFileIsReportedWithinSeconds) {
+    Connection locker;
+    locker.Open(path(), QString(), 6);
+    locker.Execute("BEGIN EXCLUSIVE");
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(errorNumber([&] { connection.Execute("INSERT INTO t(b) VALUES('x')"); }), 5);
+    EXPECT_GT(timer.elapsed(), 500);
+    EXPECT_LT(timer.elapsed(), 3000);
+    locker.Execute("ROLLBACK");
+    EXPECT_EQ(connection.Execute("INSERT INTO t(b) VALUES('x')"), 1);
+}
+
+TEST_F(ConnectionTest, LeavesNoSideFilesBehind) {
+    connection.Execute("INSERT INTO t(b) VALUES('x')");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 2);
+}
+
+TEST_F(ConnectionTest, ADamagedFileIsAnErrorNotACrash) {
+    for (int i = 0; i < 2000; ++i)
+        connection.Execute(sql("INSERT INTO t(b) VALUES('", QString(50, QChar(0x4e00 + i)), "')"));
+    connection.Close();
+    QFile file(path());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const qint64 size = file.size();
+    for (qint64 at = 8192; at < size; at += 1500) {
+        file.seek(at);
+        file.write(QByteArray(64, '\xff'));
+    }
+    file.close();
+    connection.Open(path(), QString(), 6);
+    EXPECT_NE(errorNumber([&] {
+                  for (Recordset rows = connection.OpenRecordset("SELECT * FROM t"); !rows.EndOfFile(); rows.MoveNext())
+                      rows.text("b");
+              }),
+              0);
+}

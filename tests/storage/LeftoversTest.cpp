@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include "app/base/Error.h"
+#include "app/base/Guarded.h"
+#include "storage/LibraryConnection.h"
+#include "storage/Savepoint.h"
+#include "storage/TemporaryIndex.h"
+#include "tests/support/ModalAnswers.h"
+#include "tests/support/TemporaryLibrary.h"
+
+namespace {
+
+/// A command that leaves its savepoint open.
+void failingCommand(const TemporaryLibrary& library, const SqlText& statement) {
+    guarded({"frmEditor", "failing"}, [&] {
+        SetSP(QStringLiteral("failing"), library.connection());
+        library.run(statement);
+    });
+}
+
+const SqlText codes = "SELECT code FROM tblSYB ORDER BY code";
+
+}  // namespace
+
+TEST(Leftovers, AreInTheFileWhenTheEventIsOver) {
+    const TemporaryLibrary library;
+    failingCommand(library, "INSERT INTO tblSYB(code,name) VALUES('01','x')");
+    EXPECT_TRUE(library.rowsInFile(codes).isEmpty());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(library.rowsInFile(codes), QStringList{QStringLiteral("01")});
+    library.run("INSERT INTO tblSYB(code,name) VALUES('02','x')");
+    EXPECT_EQ(library.rowsInFile(codes).size(), 2);
+}
+
+TEST(Leftovers, AreInTheFileWhenTheConnectionCloses) {
+    TemporaryLibrary library;
+    failingCommand(library, "INSERT INTO tblSYB(code,name) VALUES('01','x')");
+    library.connection()->Close();
+    EXPECT_EQ(library.rowsInFile(codes), QStringList{QStringLiteral("01")});
+}
+
+TEST(Leftovers, ThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
+    const TemporaryLibrary library;
+    failingCommand(library, "INSERT INTO tblSYB(code,name) VALUES('01','x')");
+    ModalAnswers answers;
+    answers.closeAnything();
+    {
+        Connection reader;
+        reader.Open(library.path(), QString(), 6);
+        reader.Execute("BEGIN");
+        const Recordset held = reader.OpenRecordset("SELECT * FROM sqlite_master");
+        QCoreApplication::processEvents();
+        for (int i = 0; i < 3; ++i) {
+            guarded({"frmEditor", "another event"}, [] {});
+            QCoreApplication::processEvents();
+        }
+        EXPECT_EQ(answers.seen().size(), 1);
+    }
+    guarded({"frmEditor", "the next event"}, [] {});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(library.rowsInFile(codes), QStringList{QStringLiteral("01")});
+    EXPECT_EQ(answers.seen().size(), 1);
+}
+
+TEST(TemporaryIndex, NeverStaysInTheFile) {
+    const TemporaryLibrary library;
+    const SqlText indexes = "SELECT count(*) FROM sqlite_master WHERE type='index'";
+    const bool started = SetSP(QStringLiteral("a"), library.connection());
+    {
+        TemporaryIndex first(library.connection(), "tblCont", "BillID");
+        TemporaryIndex second(library.connection(), "tblCont", "BillID");
+        first.drop();
+    }
+    ReleaseSP(QStringLiteral("a"), library.connection(), started);
+    EXPECT_EQ(library.rowsInFile(indexes), QStringList{QStringLiteral("0")});
+
+    EXPECT_THROW(
+        {
+            SetSP(QStringLiteral("b"), library.connection());
+            TemporaryIndex index(library.connection(), "tblBill", "Code");
+            throw Error(1, QStringLiteral("in the middle of a command that does not roll back"));
+        },
+        Error);
+    library.connection()->commitLeftovers();
+    EXPECT_EQ(library.rowsInFile(indexes), QStringList{QStringLiteral("0")});
+}

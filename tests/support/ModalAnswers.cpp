@@ -1,0 +1,63 @@
+#include "tests/support/ModalAnswers.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+ModalAnswers::ModalAnswers() { qApp->installEventFilter(this); }
+
+ModalAnswers::~ModalAnswers() {
+    qApp->removeEventFilter(this);
+    EXPECT_EQ(m_next, m_answers.size()) << "a dialog that was to be answered never came";
+}
+
+ModalAnswers& ModalAnswers::press(int button) {
+    return then([button](QWidget* window) {
+        auto* box = qobject_cast<QMessageBox*>(window);
+        QAbstractButton* wanted = box ? box->button(static_cast<QMessageBox::StandardButton>(button)) : nullptr;
+        if (wanted) {
+            QTest::mouseClick(wanted, Qt::LeftButton);
+        } else {
+            ADD_FAILURE() << "no such button";
+            QTest::keyClick(window, Qt::Key_Escape);
+        }
+    });
+}
+
+ModalAnswers& ModalAnswers::then(std::function<void(QWidget*)> act) {
+    m_answers.push_back(std::move(act));
+    return *this;
+}
+
+ModalAnswers& ModalAnswers::closeAnything() {
+    m_closeAnything = true;
+    return *this;
+}
+
+bool ModalAnswers::eventFilter(QObject* watched, QEvent* event) {
+    auto* dialog = qobject_cast<QDialog*>(watched);
+    if (event->type() == QEvent::Show && dialog && dialog->isModal())
+        QTimer::singleShot(0, this, [this, window = QPointer<QWidget>(dialog)] {
+            if (window)
+                answer(window);
+        });
+    return QObject::eventFilter(watched, event);
+}
+
+void ModalAnswers::answer(QWidget* window) {
+    const auto* box = qobject_cast<QMessageBox*>(window);
+    m_seen << (box ? box->windowTitle() + QLatin1String(": ") + box->text() : window->windowTitle());
+    if (m_next < m_answers.size()) {
+        m_answers[m_next++](window);
+        return;
+    }
+    if (!m_closeAnything)
+        ADD_FAILURE() << "unforeseen: " << qPrintable(m_seen.last());
+    window->close();
+}

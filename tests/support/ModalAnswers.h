@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+/// Answers the modal windows that appear while it lives, as a user would, and remembers what they said.
+///
+/// Answers are used in the order in which they were given; a message box that nobody foresaw is closed with Esc and
+/// fails the test at the end.
+class ModalAnswers : public QObject {
+    Q_OBJECT
+
+public:
+    ModalAnswers();
+    ~ModalAnswers() override;
+
+    /// Presses the standard button `button` (QMessageBox::StandardButton) of the next message box.
+    ModalAnswers& press(int button);
+
+    /// Does `act` with the next modal window, which it must bring to close.
+    ModalAnswers& then(std::function<void(QWidget*)> act);
+
+    /// From now on unforeseen message boxes are closed and only remembered.
+    ModalAnswers& closeAnything();
+
+    /// "title: text" of every message box seen; the window title of other dialogs.
+    const QStringList& seen() const { return m_seen; }
+    QStringList takeSeen() { return std::exchange(m_seen, {}); }
+
+private:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void answer(QWidget* window);
+
+    std::vector<std::function<void(QWidget*)>> m_answers;
+    std::size_t m_next = 0;
+    bool m_closeAnything = false;
+    QStringList m_seen;
+};

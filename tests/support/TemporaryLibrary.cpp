@@ -1,0 +1,36 @@
+#include "tests/support/TemporaryLibrary.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "app/base/Error.h"
+#include "app/base/Paths.h"
+#include "storage/LibraryConnection.h"
+#include "storage/Schema.h"
+
+TemporaryLibrary::TemporaryLibrary() : m_connection(GetOrmConn(path())) {
+    EXPECT_TRUE(CreateAllBillDBTable(m_connection.get()));
+}
+
+QString TemporaryLibrary::path() const { return joinPath(m_folder.path(), QStringLiteral("library.bdb")); }
+
+void TemporaryLibrary::run(const SqlText& statement) const {
+    try {
+        m_connection->Execute(statement);
+    } catch (const Error& error) {
+        ADD_FAILURE() << qPrintable(error.description()) << " in " << qPrintable(statement.text());
+    }
+}
+
+QStringList TemporaryLibrary::rowsInFile(const SqlText& query) const { return ::rowsInFile(path(), query); }
+
+QStringList rowsInFile(const QString& path, const SqlText& query) {
+    Connection reader;
+    reader.Open(path, QString(), Connection::readWriteCreate);
+    QStringList rows;
+    Recordset recordset = reader.OpenRecordset(query);
+    for (; !recordset.EndOfFile(); recordset.MoveNext())
+        rows << recordset.joined(QStringLiteral("|"));
+    return rows;
+}

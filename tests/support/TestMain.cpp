@@ -1,0 +1,39 @@
+#include "tests/support/TestMain.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
+
+namespace {
+std::unique_ptr<QTemporaryDir> folder;
+}
+
+QString testProgramFolder() { return folder->path(); }
+
+QString builtProgramFolder() { return qEnvironmentVariable("TESSEL_BUILT"); }
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    // The list of cases is asked for during the build, where no display may be needed.
+    if (GTEST_FLAG_GET(list_tests))
+        return RUN_ALL_TESTS();
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    folder = std::make_unique<QTemporaryDir>();
+    qputenv("TESSEL_HOME", folder->path().toUtf8());
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QDir(folder->path()).mkdir(QStringLiteral("Data"));
+    appPath = withSeparator(programFolder());
+    dataPath = withSeparator(joinPath(programFolder(), QStringLiteral("Data")));
+    const int result = RUN_ALL_TESTS();
+    folder.reset();
+    return result;
+}
