@@ -8,5 +8,7 @@ function(tessel_add_test name)
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
         PROPERTIES TIMEOUT 600
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TESSEL_BUILT=${TESSEL_PROGRAM_FOLDER}")
+        # One variable each: gtest_discover_tests takes a list of two apart.
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+        ENVIRONMENT_MODIFICATION "TESSEL_BUILT=set:${TESSEL_PROGRAM_FOLDER}")
 endfunction()

@@ -1,0 +1,52 @@
+// Build-time tool: paints vector icons into the picture files the program loads.
+//
+//     tessel_strip SIZE OUTPUT SVG...
+//
+// SIZE is the edge of one icon in pixels. Several drawings become one horizontal strip. OUTPUT ends in .bmp (written
+// with transparency) or in any other suffix Qt writes, such as .png. Its folder is made when it is missing.
+
+#include "res/strip/BitmapFile.h"
+#include "res/strip/SvgPainter.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QImageWriter>
+
+#include <cstdio>
+
+namespace {
+int fail(const QString& message) {
+    std::fprintf(stderr, "tessel_strip: %s\n", qPrintable(message));
+    return 1;
+}
+
+QString save(const QImage& image, const QString& path) {
+    if (path.endsWith(QStringLiteral(".bmp"), Qt::CaseInsensitive))
+        return writeBitmapWithAlpha(image, path);
+    QImageWriter writer(path);
+    return writer.write(image) ? QString() : writer.errorString();
+}
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 4)
+        return fail(QStringLiteral("usage: tessel_strip SIZE OUTPUT SVG..."));
+
+    const int size = arguments[1].toInt();
+    if (size < 1 || size > 1024)
+        return fail(QStringLiteral("the size must be 1 to 1024 pixels: ") + arguments[1]);
+
+    const QString output = arguments[2];
+    if (!QDir().mkpath(QFileInfo(output).path()))
+        return fail(QStringLiteral("cannot make the folder of ") + output);
+
+    const Painting painting = paintStrip(arguments.mid(3), size);
+    if (!painting.error.isEmpty())
+        return fail(painting.error);
+
+    const QString error = save(painting.image, output);
+    return error.isEmpty() ? 0 : fail(output + QStringLiteral(": ") + error);
+}
