@@ -1,6 +1,7 @@
 #include "storage/LibraryConnection.h"
 
 #include "app/base/Definitions.h"
+#include "app/base/Error.h"
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
 #include "storage/SystemDatabase.h"
@@ -27,6 +28,12 @@ std::unique_ptr<Connection> GetOrmConn(const QString& path) {
 }
 
 QString companionPath(const QString& path) { return path + QLatin1Char('x'); }
+
+Connection& requireConnection(Connection* connection) {
+    if (!connection)
+        throw Error(91, QStringLiteral("没有打开的数据库连接"));
+    return *connection;
+}
 
 void ReleaseOrmRecordset(Recordset& recordset) {
     guarded({"ModDBOperator", "ReleaseOrmRecordset"}, [&] { recordset.Close(); });

@@ -14,6 +14,9 @@ std::unique_ptr<Connection> GetOrmConn(const QString& path);
 /// The companion file of the library at `path`.
 QString companionPath(const QString& path);
 
+/// The connection itself; throws Error 91 when there is none.
+Connection& requireConnection(Connection* connection);
+
 /// Closes the recordset.
 void ReleaseOrmRecordset(Recordset& recordset);
 

@@ -1,15 +1,12 @@
 #include "storage/Savepoint.h"
 
 #include "app/base/Guarded.h"
-#include "storage/Connection.h"
-#include "storage/SqliteError.h"
+#include "storage/LibraryConnection.h"
 
 namespace {
 
 bool execute(Connection* connection, const SqlText& statement) {
-    if (!connection)
-        throw Error(91, QStringLiteral("没有打开的数据库连接"));
-    connection->Execute(statement);
+    requireConnection(connection).Execute(statement);
     return true;
 }
 

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <QTableView>
+#include <functional>
+#include <initializer_list>
+#include <vector>
+
+class GridDelegate;
+class GridModel;
+
+/// One column of a KeyedGrid. Widths are in twips (1/1440 inch; 15 of them make one pixel at 96 dpi).
+struct GridColumn {
+    enum class Look { Text, CheckBox };
+
+    QString key;
+    QString caption;
+    int twips = 960;
+    Qt::Alignment cells = Qt::AlignLeft | Qt::AlignVCenter;
+    Qt::Alignment header = Qt::AlignCenter;
+    bool shown = true;
+    Look look = Look::Text;
+};
+
+/// What becomes of an edit that ValidateEdit was asked about.
+enum class EditVerdict {
+    Accept,    ///< The cell takes the text.
+    Restore,   ///< The cell keeps its old text and the editor closes.
+    KeepOpen,  ///< The cell keeps its old text and the editor stays open with the typed text selected.
+};
+
+/// A grid of keyed columns and flat rows under one fixed header row.
+///
+/// Columns are found by key, ignoring letter case. Data rows count from 0; -1 stands for the header row ("no current
+/// row"). Cells hold texts; check boxes hold "1" (checked) or "2" (unchecked). A row may be an outline node with a
+/// level; an outline grid shows indentation and arrows in one column and lets the user collapse nodes.
+///
+/// Changing cells by program runs none of the editing hooks. Making another row current, by the user or by setRow(),
+/// emits rowChanged(); clearing the rows does not.
+class KeyedGrid : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit KeyedGrid(QWidget* parent = nullptr);
+
+    /// Sets the columns, once.
+    void setColumns(std::vector<GridColumn> columns);
+    /// Position of a column, or -1.
+    int column(const QString& key) const;
+    QString key(int column) const;
+
+    int rowCount() const;
+    bool hasRows() const { return rowCount() > 0; }
+    /// Removes all data rows; no row is current then. Emits nothing.
+    void clearRows();
+    /// Cells of one row by key.
+    using Cells = std::initializer_list<std::pair<const char*, QString>>;
+    /// Adds a row at the end, with outline `level`, and gives its number.
+    int appendRow(Cells cells, int level = 0);
+    /// Inserts a row before row `at` (rowCount() for the end). The current row stays the same row.
+    void insertRow(int at, Cells cells, int level = 0);
+    /// Removes `count` rows. When the current row is among them no row is current afterwards; emits nothing.
+    void removeRows(int first, int count = 1);
+
+    QString text(int row, const QString& key) const;
+    void setText(int row, const QString& key, const QString& text);
+    /// The number that the cell's text begins with; 0 for row -1.
+    qint64 value(int row, const QString& key) const;
+
+    /// Current data row, -1 for none.
+    int row() const;
+    /// Key of the current column.
+    QString columnKey() const;
+    /// Makes a row current, keeping the column, scrolls it into view; emits rowChanged() when it was not current.
+    /// -1 leaves no row current.
+    void setRow(int row);
+    /// As setRow(), and the cell of column `key`.
+    void setCell(int row, const QString& key);
+
+    /// While redrawing is off, rows may be filled in bulk at the cost of one refresh when it goes on again.
+    void setRedraw(bool on);
+
+    /// A free text the owner keeps with the grid.
+    QString tag() const { return m_tag; }
+    void setTag(const QString& tag) { m_tag = tag; }
+
+    /// Shows rows as an outline whose arrows stand in column `key`.
+    void setOutlineColumn(const QString& key);
+    int level(int row) const;
+    /// Row after the last row below `row` in the outline (its whole subtree).
+    int nodeEnd(int row) const;
+    /// Next node of the same level under the same parent, or -1.
+    int nextSibling(int row) const;
+    bool isCollapsed(int row) const;
+    void setCollapsed(int row, bool collapsed);
+
+    /// Drop-down list of a column: "#1;text|#2;text" shows the texts and stores the values; empty for none; a leading
+    /// "|..." stands for an editable text with an ellipsis button. Cells whose value is not in the list show the value.
+    void setComboList(const QString& key, const QString& list);
+    QString comboList(const QString& key) const;
+
+    /// May the cell be edited? Asked before an editor opens or a check box changes. Default: no.
+    std::function<bool(int row, const QString& key)> startEdit;
+    /// Longest text the cell's editor takes, in characters; 0 for no limit.
+    std::function<int(int row, const QString& key)> editLimit;
+    /// Decides about an edit; may replace the text. For a drop-down list the text is the stored value.
+    std::function<EditVerdict(int row, const QString& key, QString& text)> validateEdit;
+    /// Does the cell of a text column with an ellipsis list show the button? Default: yes.
+
+    /// Ends an open editor as Enter would. False when validateEdit kept it open.
+    bool commitEdit();
+    /// Ends an open editor as Esc would.
+    void cancelEdit();
+    bool isEditing() const;
+
+Q_SIGNALS:
+    /// Another row is current; -1 for none.
+    void rowChanged(int oldRow, int newRow);
+    /// Another cell is current.
+    void cellChanged(int row, const QString& key);
+    /// An accepted edit is in the cell.
+    void afterEdit(int row, const QString& key);
+    /// The ellipsis button of a cell was clicked.
+    void cellButtonClicked(int row, const QString& key);
+    /// The data cell was double-clicked.
+    void rowDoubleClicked(int row);
+    /// A context menu is wanted at a global position: right button released, or the menu key at the current cell. A
+    /// right click on a data cell has made that cell current before.
+    void contextMenuWanted(const QPoint& position);
+
+private:
+    GridModel* m_model;
+    GridDelegate* m_delegate;
+    QString m_tag;
+};
