@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QTextStream>
 
 namespace {
 
@@ -23,6 +24,11 @@ QMessageBox::Icon toolkitIcon(MessageIcon icon) {
 
 QMessageBox::StandardButton ask(const QString& text, const QString& title, MessageIcon icon,
                                 QMessageBox::StandardButtons buttons) {
+    // A program without windows says it on its error stream; nobody answers there.
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {
+        QTextStream(stderr) << title << ": " << text << '\n';
+        return QMessageBox::NoButton;
+    }
     QMessageBox box(toolkitIcon(icon), title, text, buttons, QApplication::activeWindow());
     box.setWindowModality(Qt::ApplicationModal);
     box.setTextFormat(Qt::PlainText);

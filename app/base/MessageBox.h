@@ -4,7 +4,8 @@
 
 #include "app/base/Definitions.h"
 
-/// The one place where message boxes are asked. Texts are shown literally, whatever they contain.
+/// The one place where message boxes are asked. Texts are shown literally, whatever they contain. In a program without
+/// windows they go to its error stream, and questions count as answered with No.
 
 enum class MessageIcon { None, Information, Question, Exclamation, Critical };
 
