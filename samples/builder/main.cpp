@@ -1,0 +1,26 @@
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include "app/base/Guarded.h"
+#include "samples/builder/SampleBuilder.h"
+
+/// tessel_samples [--force] <source folder> <program folder>
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    QStringList arguments = application.arguments().mid(1);
+    const bool force = arguments.removeAll(QStringLiteral("--force")) > 0;
+    QTextStream errors(stderr);
+    if (arguments.size() != 2) {
+        errors << "usage: tessel_samples [--force] <source folder> <program folder>\n";
+        return 2;
+    }
+    return guarded(
+        {"tessel_samples", "main"},
+        [&] {
+            const SampleResult result = buildSamples(arguments[0], arguments[1], force);
+            for (const QString& line : result.complaints + result.notes)
+                errors << line << '\n';
+            return result.complaints.isEmpty() ? 0 : 1;
+        },
+        [] { return 1; });
+}
