@@ -2,6 +2,7 @@
 
 #include <type_traits>
 
+#include "app/base/Error.h"
 #include "app/base/UserEvent.h"
 
 /// The one way in which errors are caught.
@@ -42,4 +43,16 @@ auto guarded(const Where& where, Body&& body, AfterError&& afterError) -> std::i
 template <typename Body>
 auto guarded(const Where& where, Body&& body) -> std::invoke_result_t<Body> {
     return guarded(where, body, [] {});
+}
+
+/// Runs `body` and tells whether it came through: for a failure that the user is told of in words of its own, and that
+/// is not recorded.
+template <typename Body>
+bool succeeds(Body&& body) {
+    try {
+        body();
+        return true;
+    } catch (const Error&) {
+        return false;
+    }
 }

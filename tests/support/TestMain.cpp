@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QSettings>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <memory>
@@ -28,6 +29,9 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     folder = std::make_unique<QTemporaryDir>();
     qputenv("TESSEL_HOME", folder->path().toUtf8());
+    // The user's own settings are out of reach.
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder->path());
     QApplication application(argc, argv);
     QApplication::setStyle(QStringLiteral("Fusion"));
     QDir(folder->path()).mkdir(QStringLiteral("Data"));
