@@ -1,0 +1,127 @@
+#include "app/base/Error.h"
+#include "app/base/Guarded.h"
+#include "app/base/MessageBox.h"
+#include "editor/chapters/ChapterData.h"
+#include "editor/chapters/ChapterPane.h"
+#include "editor/chapters/ChapterTree.h"
+#include "editor/chapters/frmEditContent.h"
+#include "editor/common/CodeStepping.h"
+
+namespace {
+
+QString nextCode(const KeyedTree::Node* node) {
+    const QString code = KeyedTree::tag(node);
+    return GetCodePreNext(code, true, static_cast<int>(code.size()));
+}
+
+}  // namespace
+
+QString ChapterPane::askName(const QString& caption, const QString& preset) {
+    frmEditContent dialog(window());
+    dialog.setWindowTitle(caption);
+    dialog.setContent(preset);
+    dialog.exec();
+    return dialog.Content();
+}
+
+void ChapterPane::mnuAddContent_Click() {
+    guarded({"frmEditor", "mnuAddContent_Click"}, [this] {
+        const QString name = askName(QStringLiteral("添加清单目录"));
+        if (name.isEmpty())
+            return;
+        KeyedTree::Node* lastSibling = nullptr;
+        QString code = QStringLiteral("01");
+        if (m_tvSYB->nodeCount() > 0) {
+            const KeyedTree::Node* selected = m_tvSYB->selectedNode();
+            if (!selected)
+                throw Error(91, QStringLiteral("没有选中的目录"));
+            lastSibling = m_tvSYB->lastSibling(selected);
+            code = nextCode(lastSibling);
+        }
+        if (!AddBillSYB(m_ormConn, code, name))
+            return;
+        const QString key = chapterKey(code);
+        const QString text = chapterText(code, name);
+        tvSYB_NodeClick(lastSibling ? m_tvSYB->addNodeAfter(lastSibling, key, text, code)
+                                    : m_tvSYB->addNode(nullptr, key, text, code));
+    });
+}
+
+void ChapterPane::mnuAddSubContent_Click() {
+    guarded({"frmEditor", "mnuAddSubContent_Click"}, [this] {
+        KeyedTree::Node* parent = m_tvSYB->selectedNode();
+        if (!parent)
+            return;
+        const QString name = askName(QStringLiteral("添加清单子目录"));
+        if (name.isEmpty())
+            return;
+        const int children = parent->childCount();
+        const QString code =
+            children == 0 ? KeyedTree::tag(parent) + QLatin1String("01") : nextCode(parent->child(children - 1));
+        if (code.isEmpty() || !AddBillSYB(m_ormConn, code, name))
+            return;
+        tvSYB_NodeClick(m_tvSYB->addNode(parent, chapterKey(code), chapterText(code, name), code));
+    });
+}
+
+void ChapterPane::mnuModifyContent_Click() {
+    guarded({"frmEditor", "mnuModifyContent_Click"}, [this] {
+        KeyedTree::Node* selected = m_tvSYB->selectedNode();
+        if (!selected)
+            return;
+        const QString name = askName(QStringLiteral("修改清单目录"), chapterName(selected));
+        const QString code = KeyedTree::tag(selected);
+        if (!name.isEmpty() && ModifyBillSYB(m_ormConn, code, name))
+            selected->setText(0, chapterText(code, name));
+    });
+}
+
+void ChapterPane::mnuDeleteContent_Click() {
+    guarded({"frmEditor", "mnuDeleteContent_Click"}, [this] {
+        KeyedTree::Node* selected = m_tvSYB->selectedNode();
+        if (!selected)
+            return;
+        const QString question = QStringLiteral("确实要删除 ") + selected->text(0) + QStringLiteral(" 吗?");
+        if (!askYesNo(question, QStringLiteral("提示"), MessageIcon::Question))
+            return;
+        if (!DeleteBillSYB(m_ormConn, KeyedTree::tag(selected)))
+            return;
+        m_tvSYB->removeNode(selected);
+        if (chapterDeleted)
+            chapterDeleted();
+        if (KeyedTree::Node* next = m_tvSYB->selectedNode())
+            tvSYB_NodeClick(next);
+    });
+}
+
+void ChapterPane::mnuMoveContentUp_Click() {
+    guarded({"frmEditor", "mnuMoveContentUp_Click"}, [this] {
+        if (const KeyedTree::Node* selected = m_tvSYB->selectedNode())
+            swapWith(m_tvSYB->previousSibling(selected));
+    });
+}
+
+void ChapterPane::mnuMoveContentDown_Click() {
+    guarded({"frmEditor", "mnuMoveContentDown_Click"}, [this] {
+        if (const KeyedTree::Node* selected = m_tvSYB->selectedNode())
+            swapWith(m_tvSYB->nextSibling(selected));
+    });
+}
+
+void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
+    if (!sibling)
+        return;
+    const QString codeA = KeyedTree::tag(m_tvSYB->selectedNode());
+    const QString codeB = KeyedTree::tag(sibling);
+    if (!ExchangeSYBNode(m_ormConn, codeA, codeB))
+        return;
+    CreateTvwSYB();
+    if (KeyedTree::Node* moved = GetTvwNode(m_tvSYB, chapterKey(codeB))) {
+        tvSYB_NodeClick(moved);
+        return;
+    }
+    // The tree was cut short before it: no bills may stay listed under the codes they had.
+    m_tvSYB->selectNode(nullptr);
+    if (chapterClicked)
+        chapterClicked(QString());
+}

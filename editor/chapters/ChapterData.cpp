@@ -1,0 +1,84 @@
+#include "editor/chapters/ChapterData.h"
+
+#include "app/base/Guarded.h"
+#include "app/base/MessageBox.h"
+#include "app/base/Text.h"
+#include "storage/LibraryConnection.h"
+#include "storage/Savepoint.h"
+
+namespace {
+
+/// Puts `to` in the place of the first `length` characters of every code that begins with `from`.
+void recode(Connection& connection, const QString& from, const QString& to, qsizetype length) {
+    for (const SqlText& table : {SqlText("tblSyb"), SqlText("tblBill"), SqlText("tblCont")})
+        connection.Execute(sql("update ", table, " set code='", to, "' || substr(code,", length, "+1) where like('",
+                               from, "%',code);"));
+}
+
+}  // namespace
+
+bool AddBillSYB(Connection* ormConn, const QString& code, const QString& name) {
+    return guarded({"frmEditor", "AddBillSYB"}, [&] {
+        if (ExistSybCode(ormConn, code)) {
+            showMessage(QStringLiteral("目录编号已经存在!"), QStringLiteral("提示"), MessageIcon::Information);
+            return false;
+        }
+        requireConnection(ormConn).Execute(sql("INSERT INTO tblSYB (code,name,lastUpdate,IsDel) VALUES ", "('", code,
+                                               "','", name, "','", nowText(), "',0);"));
+        return true;
+    });
+}
+
+bool ModifyBillSYB(Connection* ormConn, const QString& code, const QString& name) {
+    // Error records of this procedure have always had an empty procedure name.
+    return guarded({"frmEditor", ""}, [&] {
+        requireConnection(ormConn).Execute(
+            sql("UPDATE tblSYB SET name='", name, "',lastUpdate='", nowText(), "' WHERE code='", code, "';"));
+        return true;
+    });
+}
+
+bool DeleteBillSYB(Connection* ormConn, const QString& code) {
+    return guarded({"frmEditor", "DeleteBillSYB"}, [&] {
+        const QString savepoint = QStringLiteral("DeleteBillSYB");
+        const bool started = SetSP(savepoint, ormConn);
+        Connection& connection = requireConnection(ormConn);
+        const SqlText sel = sql("SELECT ID FROM tblBill WHERE CODE like '", code.left(6), "___'");
+        const SqlText statements[] = {
+            sql("DELETE FROM tblParm WHERE billID IN (", sel, ");"),
+            sql("DELETE FROM tblcontde WHERE ID IN ", "(SELECT id FROM  tblcontde WHERE contID IN ",
+                "(SELECT ID FROM tblcont WHERE billID IN (", sel, ")));"),
+            sql("DELETE FROM tblcont WHERE billID IN (", sel, ");"),
+            sql("DELETE FROM tblSpecEnum WHERE id IN ", "(SELECT id FROM  tblSpecEnum WHERE specID IN ",
+                "(SELECT ID FROM tblBillSpec WHERE billID IN (", sel, ")));"),
+            sql("DELETE FROM tblBillSpec WHERE billID IN (", sel, ");"),
+            sql("DELETE FROM tblBill WHERE ID IN (", sel, ");"),
+            sql("DELETE FROM tblSyb WHERE code='", code, "';"),
+        };
+        for (const SqlText& statement : statements)
+            connection.Execute(statement);
+        return ReleaseSP(savepoint, ormConn, started);
+    });
+}
+
+bool ExchangeSYBNode(Connection* ormConn, const QString& codeA, const QString& codeB) {
+    const QString savepoint = QStringLiteral("ExchangeSYBNode");
+    bool started = false;
+    const auto rollBack = [&] { RollBackSP(savepoint, ormConn, started); };
+    return guarded(
+        {"frmEditor", "ExchangeSYBNode"},
+        [&] {
+            started = SetSP(savepoint, ormConn);
+            Connection& connection = requireConnection(ormConn);
+            const qsizetype length = codeB.size();
+            const QString tmp = QStringLiteral("000000000").left(length);
+            recode(connection, codeB, tmp, length);
+            recode(connection, codeA, codeB, length);
+            recode(connection, tmp, codeA, length);
+            if (ReleaseSP(savepoint, ormConn, started))
+                return true;
+            rollBack();
+            return false;
+        },
+        rollBack);
+}
