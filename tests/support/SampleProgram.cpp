@@ -1,0 +1,48 @@
+#include "tests/support/SampleProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
+#include "tests/support/TestMain.h"
+
+void installSamples() {
+    static bool done = false;
+    if (done)
+        return;
+    done = true;
+    const QDir from(builtProgramFolder());
+    const QDir to(testProgramFolder());
+    QDirIterator files(from.path(), {QStringLiteral("*")}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString name = from.relativeFilePath(files.next());
+        const bool wanted = name == QLatin1String("tessel.dat") || name.startsWith(QLatin1String("Data/")) ||
+                            name.startsWith(QLatin1String("Res/"));
+        if (!wanted)
+            continue;
+        to.mkpath(QFileInfo(name).path());
+        EXPECT_TRUE(QFile::copy(from.filePath(name), to.filePath(name))) << qPrintable(name);
+    }
+    EXPECT_FALSE(sampleLibraryName().isEmpty()) << "the samples are not built";
+}
+
+QString sampleLibraryName() {
+    const QStringList names = QDir(joinPath(builtProgramFolder(), QStringLiteral("Data")))
+                                  .entryList({QStringLiteral("*.bdb")}, QDir::Files, QDir::Name);
+    return names.isEmpty() ? QString() : names.constFirst();
+}
+
+QString copyOfSampleLibrary(const QString& name) {
+    installSamples();
+    const QString source = joinPath(joinPath(builtProgramFolder(), QStringLiteral("Data")), sampleLibraryName());
+    const QString path = dataPath + name;
+    QFile::remove(path);
+    EXPECT_TRUE(QFile::copy(source, path));
+    QFile(path).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    return path;
+}

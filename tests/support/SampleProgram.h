@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+/// Puts what the build made (icons, system database, ration libraries, sample library) into the test's program folder,
+/// once.
+void installSamples();
+
+/// A fresh copy of the sample library in the Data folder, under `name`.
+QString copyOfSampleLibrary(const QString& name = QStringLiteral("copy.bdb"));
+
+/// The name of the sample library's file.
+QString sampleLibraryName();
