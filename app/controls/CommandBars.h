@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QIcon>
 #include <QObject>
+#include <QPointer>
 #include <functional>
 #include <vector>
 
@@ -11,6 +12,7 @@ class QKeySequence;
 class QLineEdit;
 class QMenu;
 class QToolBar;
+class QToolButton;
 class QWidget;
 
 /// One command of a host. A command is data: what it is called, what it does and when it is enabled stand in one row.
@@ -75,8 +77,20 @@ Q_SIGNALS:
     void unhandled(int id);
 
 private:
-    QHash<int, CommandAction> m_actions;
+    struct Command {
+        CommandAction what;
+        QAction* action;
+    };
+
+    QWidget* m_window;
+    QHash<int, Command> m_commands;
+    /// Menu entries that show a command under another caption.
+    std::vector<std::pair<int, QPointer<QAction>>> m_aliases;
 };
+
+/// Puts one command on a toolbar, after a separator when `beginGroup`, and gives its button.
+QToolButton* AddButton(QToolBar* controls, QAction* command, bool beginGroup = false,
+                       Qt::ToolButtonStyle style = Qt::ToolButtonTextUnderIcon);
 
 /// The images of an icon strip, left to right, each with its pixmap for high pixel densities.
 std::vector<QIcon> iconsFromStrip(const QString& stripPath);

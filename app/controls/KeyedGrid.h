@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QTableView>
 #include <functional>
 #include <initializer_list>
 #include <vector>
 
 class GridDelegate;
+class GridHeader;
 class GridModel;
 
 /// One column of a KeyedGrid. Widths are in twips (1/1440 inch; 15 of them make one pixel at 96 dpi).
@@ -93,6 +96,9 @@ public:
     bool isCollapsed(int row) const;
     void setCollapsed(int row, bool collapsed);
 
+    /// Equal neighbouring header captions merge into one.
+    void setMergesHeader(bool on);
+
     /// Drop-down list of a column: "#1;text|#2;text" shows the texts and stores the values; empty for none; a leading
     /// "|..." stands for an editable text with an ellipsis button. Cells whose value is not in the list show the value.
     void setComboList(const QString& key, const QString& list);
@@ -104,7 +110,6 @@ public:
     std::function<int(int row, const QString& key)> editLimit;
     /// Decides about an edit; may replace the text. For a drop-down list the text is the stored value.
     std::function<EditVerdict(int row, const QString& key, QString& text)> validateEdit;
-    /// Does the cell of a text column with an ellipsis list show the button? Default: yes.
 
     /// Ends an open editor as Enter would. False when validateEdit kept it open.
     bool commitEdit();
@@ -127,8 +132,67 @@ Q_SIGNALS:
     /// right click on a data cell has made that cell current before.
     void contextMenuWanted(const QPoint& position);
 
+protected:
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyboardSearch(const QString& search) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
+    friend class GridDelegate;
+
+    void fitSizes();
+    int firstColumn() const;
+    void announce(int row, int column);
+    void makeCurrent(int row, int column);
+    /// Makes the view's current cell what row() and columnKey() say, silently.
+    void showCurrent();
+    void applyStructure();
+
+    int outlineColumn() const { return m_outlineColumn; }
+    void updateHidden(int first, int end);
+    void expandAbove(int row);
+    bool toggleByKey(int key);
+
+    bool mayEdit(const QModelIndex& index) const;
+    void editorOpened(QWidget* editor, const QModelIndex& index);
+    bool editorEvent(QWidget* editor, QEvent* event);
+    bool editorKey(QWidget* editor, QKeyEvent* event);
+    void editorLeft(QWidget* editor, Qt::FocusReason reason);
+    void takeFocusBack();
+    void editNext(bool forward);
+    void toggleCheck(const QModelIndex& index);
+    void clickCellButton();
+    EditVerdict decide(const QModelIndex& index, QString& text);
+    bool isActive() const { return hasFocus() || isEditing(); }
+
+    /// The part of a cell that the mouse was pressed on.
+    enum class Part { None, Arrow, Button, Check };
+    Part partAt(const QPoint& position, const QModelIndex& index) const;
+
     GridModel* m_model;
     GridDelegate* m_delegate;
+    GridHeader* m_header;
     QString m_tag;
+    int m_row = -1;
+    int m_column = -1;
+    int m_outlineColumn = -1;
+    bool m_silent = false;
+    bool m_deciding = false;
+    bool m_menuWanted = false;
+    Part m_pressedPart = Part::None;
+    QPersistentModelIndex m_pressed;
+    QPointer<QWidget> m_editor;
+    QPersistentModelIndex m_edited;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QPersistentModelIndex>
 #include <QTreeWidget>
 
 /// A tree whose nodes are found by a unique key and carry a text and a free tag.
@@ -48,6 +49,22 @@ Q_SIGNALS:
     /// A context menu is wanted at a global position: right button released, or the menu key.
     void contextMenuWanted(const QPoint& position);
 
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
+
 private:
+    Node* makeNode(const QString& key, const QString& text, const QString& tag);
+    bool isOnArrow(const QPoint& position, const Node* node) const;
+
     QHash<QString, Node*> m_nodes;
+    QPersistentModelIndex m_pressed;
+    bool m_menuWanted = false;
 };

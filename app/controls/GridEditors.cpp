@@ -1,0 +1,75 @@
+#include "app/controls/GridEditors.h"
+
+#include <QKeyEvent>
+#include <QPointer>
+#include <QTimer>
+#include <QToolButton>
+#include <QWheelEvent>
+
+#include "app/controls/GridModel.h"
+
+CellEdit::CellEdit(QWidget* parent, bool hasButton) : QLineEdit(parent) {
+    setObjectName(QStringLiteral("cellEditor"));
+    setFrame(false);
+    if (!hasButton)
+        return;
+    m_button = new QToolButton(this);
+    m_button->setObjectName(QStringLiteral("cellButton"));
+    m_button->setText(QStringLiteral("…"));
+    m_button->setFocusPolicy(Qt::NoFocus);
+    m_button->setCursor(Qt::ArrowCursor);
+    connect(m_button, &QToolButton::clicked, this, [this] {
+        if (buttonClicked)
+            buttonClicked();
+    });
+}
+
+void CellEdit::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    if (!m_button)
+        return;
+    const int edge = height();
+    m_button->setGeometry(width() - edge, 0, edge, edge);
+    setTextMargins(0, 0, edge, 0);
+}
+
+CellChoice::CellChoice(QWidget* parent, const ComboList& list, const QString& value)
+    : QComboBox(parent), m_value(value) {
+    setObjectName(QStringLiteral("cellEditor"));
+    for (const auto& [stored, text] : list.items)
+        addItem(text, stored);
+    setCurrentIndex(list.find(value));
+    connect(this, &QComboBox::activated, this, [this] {
+        m_open = false;
+        if (chosen)
+            chosen();
+    });
+}
+
+QString CellChoice::value() const { return currentIndex() < 0 ? m_value : currentData().toString(); }
+
+void CellChoice::showPopup() {
+    m_open = true;
+    QComboBox::showPopup();
+}
+
+void CellChoice::hidePopup() {
+    QComboBox::hidePopup();
+    // A choice is announced after the list has closed.
+    QTimer::singleShot(0, this, [this] {
+        if (m_open && dismissed) {
+            m_open = false;
+            dismissed();
+        }
+    });
+}
+
+void CellChoice::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+void CellChoice::keyPressEvent(QKeyEvent* event) {
+    // Stepping through a closed list would choose the first entry passed.
+    if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
+        showPopup();
+    else
+        QComboBox::keyPressEvent(event);
+}

@@ -1,0 +1,65 @@
+#include "app/controls/GridHeader.h"
+
+#include <QPainter>
+
+#include "app/controls/Style.h"
+
+namespace {
+constexpr int margin = 6;
+}
+
+GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+    setSectionsClickable(false);
+    setHighlightSections(false);
+    setSectionResizeMode(QHeaderView::Interactive);
+    setMinimumSectionSize(12);
+    connect(this, &QHeaderView::sectionResized, this, [this](int section, int, int size) {
+        const int least = captionWidth(section);
+        if (size > 0 && size < least)
+            resizeSection(section, least);
+    });
+}
+
+void GridHeader::setMergesEqual(bool on) {
+    m_mergesEqual = on;
+    viewport()->update();
+}
+
+int GridHeader::captionWidth(int section) const {
+    const QString caption = model()->headerData(section, orientation(), Qt::DisplayRole).toString();
+    return caption.isEmpty() ? 0 : fontMetrics().horizontalAdvance(caption) + 2 * margin;
+}
+
+QSize GridHeader::sizeHint() const { return {QHeaderView::sizeHint().width(), fontMetrics().height() + 10}; }
+
+/// The next shown section in that direction when it is to merge with `section`, else -1.
+int GridHeader::neighbour(int section, int step) const {
+    int visual = visualIndex(section) + step;
+    while (visual >= 0 && visual < count() && isSectionHidden(logicalIndex(visual)))
+        visual += step;
+    if (visual < 0 || visual >= count())
+        return -1;
+    const int found = logicalIndex(visual);
+    const auto caption = [this](int of) { return model()->headerData(of, orientation(), Qt::DisplayRole).toString(); };
+    return !caption(section).isEmpty() && caption(section) == caption(found) ? found : -1;
+}
+
+void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
+    QRect cell = rect;
+    if (m_mergesEqual) {
+        for (int left = neighbour(section, -1); left >= 0; left = neighbour(left, -1))
+            cell.setLeft(sectionViewportPosition(left));
+        for (int right = neighbour(section, 1); right >= 0; right = neighbour(right, 1))
+            cell.setRight(sectionViewportPosition(right) + sectionSize(right) - 1);
+    }
+    painter->save();
+    painter->fillRect(cell, Theme::header);
+    painter->setPen(Theme::headerLine);
+    painter->drawLine(cell.bottomLeft(), cell.bottomRight());
+    painter->drawLine(cell.topRight(), cell.bottomRight());
+    painter->setPen(palette().color(QPalette::Text));
+    const auto alignment = Qt::Alignment(model()->headerData(section, orientation(), Qt::TextAlignmentRole).toInt());
+    painter->drawText(cell.adjusted(margin, 0, -margin, -1), static_cast<int>(alignment | Qt::AlignVCenter),
+                      model()->headerData(section, orientation(), Qt::DisplayRole).toString());
+    painter->restore();
+}

@@ -1,0 +1,154 @@
+#include "app/controls/GridModel.h"
+
+ComboList::ComboList(const QString& list) : source(list) {
+    QString rest = list;
+    if (rest.startsWith(QLatin1String("|..."))) {
+        ellipsis = true;
+        return;
+    }
+    if (rest.isEmpty())
+        return;
+    for (const QString& entry : rest.split(QLatin1Char('|'))) {
+        const auto end = entry.indexOf(QLatin1Char(';'));
+        if (entry.startsWith(QLatin1Char('#')) && end > 0)
+            items.emplace_back(entry.mid(1, end - 1), entry.mid(end + 1));
+        else
+            items.emplace_back(entry, entry);
+    }
+}
+
+int ComboList::find(const QString& value) const {
+    for (std::size_t i = 0; i < items.size(); ++i)
+        if (items[i].first == value)
+            return static_cast<int>(i);
+    return -1;
+}
+
+void GridModel::setColumns(std::vector<GridColumn> columns) {
+    beginResetModel();
+    m_columns = std::move(columns);
+    m_rows.clear();
+    m_keys.clear();
+    for (const GridColumn& column : m_columns)
+        m_keys.push_back(column.key.toUtf8());
+    m_lists.assign(m_columns.size(), ComboList());
+    endResetModel();
+}
+
+int GridModel::find(const QString& key) const {
+    for (int i = 0; i < columns(); ++i)
+        if (!key.isEmpty() && column(i).key.compare(key, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+void GridModel::setList(int column, const QString& list) {
+    m_lists[static_cast<std::size_t>(column)] = ComboList(list);
+    if (!m_resetting && rows() > 0)
+        Q_EMIT dataChanged(index(0, column), index(rows() - 1, column));
+}
+
+std::vector<QString> GridModel::cellsOf(KeyedGrid::Cells cells) const {
+    std::vector<QString> row(m_columns.size());
+    for (const auto& [key, text] : cells)
+        for (std::size_t i = 0; i < m_keys.size(); ++i)
+            if (qstricmp(key, m_keys[i].constData()) == 0) {
+                row[i] = text;
+                break;
+            }
+    return row;
+}
+
+bool GridModel::collecting() {
+    if (m_collecting && !m_resetting) {
+        beginResetModel();
+        m_resetting = true;
+    }
+    return m_collecting;
+}
+
+bool GridModel::publish() {
+    if (!m_resetting)
+        return false;
+    m_resetting = false;
+    endResetModel();
+    return true;
+}
+
+void GridModel::insert(int at, KeyedGrid::Cells cells, int level) {
+    Row row{cellsOf(cells), level, false};
+    const bool silent = collecting();
+    if (!silent)
+        beginInsertRows({}, at, at);
+    m_rows.insert(m_rows.begin() + at, std::move(row));
+    if (!silent)
+        endInsertRows();
+}
+
+void GridModel::remove(int first, int count) {
+    const bool silent = collecting();
+    if (!silent)
+        beginRemoveRows({}, first, first + count - 1);
+    m_rows.erase(m_rows.begin() + first, m_rows.begin() + first + count);
+    if (!silent)
+        endRemoveRows();
+}
+
+QString GridModel::text(int row, int column) const {
+    if (!contains(row) || column < 0)
+        return {};
+    return m_rows[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(column)];
+}
+
+void GridModel::setText(int row, int column, const QString& text) {
+    if (!contains(row) || column < 0)
+        return;
+    m_rows[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(column)] = text;
+    if (!m_resetting)
+        Q_EMIT dataChanged(index(row, column), index(row, column));
+}
+
+Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    const GridColumn& look = column(index.column());
+    const bool typed = !look.key.isEmpty() && look.look == GridColumn::Look::Text;
+    return typed ? flags | Qt::ItemIsEditable : flags;
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || !contains(index.row()))
+        return {};
+    const QString value = text(index.row(), index.column());
+    const GridColumn& look = column(index.column());
+    switch (role) {
+        case Qt::DisplayRole: {
+            if (look.look == GridColumn::Look::CheckBox)
+                return {};
+            const ComboList& choices = list(index.column());
+            const int chosen = choices.find(value);
+            return chosen < 0 ? value : choices.items[static_cast<std::size_t>(chosen)].second;
+        }
+        case Qt::EditRole:
+            return value;
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(look.cells);
+        case Qt::CheckStateRole:
+            if (look.look == GridColumn::Look::CheckBox)
+                return value == QLatin1String("1") ? Qt::Checked : Qt::Unchecked;
+            return {};
+        default:
+            return {};
+    }
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columns())
+        return {};
+    if (role == Qt::DisplayRole)
+        return column(section).caption;
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(column(section).header);
+    return {};
+}

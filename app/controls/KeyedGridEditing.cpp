@@ -1,0 +1,203 @@
+// In-place editing of a KeyedGrid: how an edit starts, who decides about it and how it ends.
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QTimer>
+
+#include "app/controls/GridDelegate.h"
+#include "app/controls/GridEditors.h"
+#include "app/controls/GridModel.h"
+#include "app/controls/KeyedGrid.h"
+
+bool KeyedGrid::mayEdit(const QModelIndex& index) const {
+    return index.isValid() && !key(index.column()).isEmpty() && !m_deciding && startEdit &&
+           startEdit(index.row(), key(index.column()));
+}
+
+bool KeyedGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    if (trigger == NoEditTriggers || (trigger != AllEditTriggers && !(trigger & editTriggers())))
+        return false;
+    const QPersistentModelIndex wanted = index;
+    if (isEditing() || !(m_model->flags(index) & Qt::ItemIsEditable) || !mayEdit(index) || !wanted.isValid())
+        return false;
+    if (!QTableView::edit(wanted, trigger, event))
+        return false;
+    if (auto* choice = qobject_cast<CellChoice*>(m_editor.data()))
+        choice->showPopup();
+    return true;
+}
+
+void KeyedGrid::editorOpened(QWidget* editor, const QModelIndex& index) {
+    m_editor = editor;
+    m_edited = index;
+}
+
+bool KeyedGrid::isEditing() const { return m_editor && m_edited.isValid(); }
+
+void KeyedGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    if (editor == m_editor)
+        m_editor.clear();
+    QTableView::closeEditor(editor, hint);
+}
+
+void KeyedGrid::cancelEdit() {
+    if (m_editor)
+        closeEditor(m_editor, QAbstractItemDelegate::RevertModelCache);
+}
+
+EditVerdict KeyedGrid::decide(const QModelIndex& index, QString& text) {
+    const QScopedValueRollback deciding(m_deciding, true);
+    return validateEdit ? validateEdit(index.row(), key(index.column()), text) : EditVerdict::Accept;
+}
+
+bool KeyedGrid::commitEdit() {
+    if (!isEditing())
+        return true;
+    // A message box of the decision takes the focus: that must not ask again.
+    if (m_deciding)
+        return false;
+    auto* choice = qobject_cast<CellChoice*>(m_editor.data());
+    QString text = choice ? choice->value() : static_cast<QLineEdit*>(m_editor.data())->text();
+    const QPersistentModelIndex cell = m_edited;
+    const EditVerdict verdict = decide(cell, text);
+    if (verdict == EditVerdict::KeepOpen && isEditing()) {
+        takeFocusBack();
+        return false;
+    }
+    if (verdict == EditVerdict::Accept && cell.isValid())
+        m_model->setText(cell.row(), cell.column(), text);
+    if (m_editor && m_edited == cell)
+        closeEditor(m_editor, QAbstractItemDelegate::NoHint);
+    if (verdict == EditVerdict::Accept && cell.isValid())
+        Q_EMIT afterEdit(cell.row(), key(cell.column()));
+    return true;
+}
+
+void KeyedGrid::takeFocusBack() {
+    m_editor->setFocus();
+    if (auto* edit = qobject_cast<QLineEdit*>(m_editor.data()))
+        edit->selectAll();
+}
+
+bool KeyedGrid::editorEvent(QWidget* editor, QEvent* event) {
+    if (editor != m_editor)
+        return false;
+    switch (event->type()) {
+        case QEvent::KeyPress:
+            return editorKey(editor, static_cast<QKeyEvent*>(event));
+        case QEvent::ShortcutOverride: {
+            const int key = static_cast<QKeyEvent*>(event)->key();
+            // Esc ends the edit, not the window around it.
+            if (key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter)
+                event->accept();
+            return false;
+        }
+        case QEvent::FocusOut: {
+            const QPointer<QWidget> left = editor;
+            editorLeft(editor, static_cast<QFocusEvent*>(event)->reason());
+            // Taken back at once: the editor shall not hear that it ever lost the focus.
+            return left && left == m_editor && left->hasFocus();
+        }
+        default:
+            return false;
+    }
+}
+
+bool KeyedGrid::editorKey(QWidget* editor, QKeyEvent* event) {
+    const bool isText = qobject_cast<QLineEdit*>(editor);
+    switch (event->key()) {
+        case Qt::Key_Escape:
+            cancelEdit();
+            return true;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (isText && event->modifiers().testFlag(Qt::ControlModifier) && m_model->list(m_edited.column()).ellipsis)
+                clickCellButton();
+            else
+                commitEdit();
+            return true;
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
+            if (commitEdit())
+                editNext(event->key() == Qt::Key_Tab);
+            return true;
+        case Qt::Key_F4:
+            if (isText && m_model->list(m_edited.column()).ellipsis)
+                clickCellButton();
+            return isText;
+        // What a line editor has no use for must not move the current row under it.
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+        case Qt::Key_F2:
+            return isText;
+        default:
+            return false;
+    }
+}
+
+void KeyedGrid::editorLeft(QWidget* editor, Qt::FocusReason reason) {
+    // A menu borrows the focus; a click into the grid itself is dealt with where the click arrives.
+    if (m_deciding || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
+        (reason == Qt::MouseFocusReason && QApplication::focusWidget() == this))
+        return;
+    if (editor->isAncestorOf(QApplication::focusWidget()))
+        return;
+    if (commitEdit() || reason != Qt::MouseFocusReason)
+        return;
+    // The click that led here must not do anything while the editor stays open.
+    qApp->installEventFilter(this);
+    QTimer::singleShot(0, this, [this] { qApp->removeEventFilter(this); });
+}
+
+bool KeyedGrid::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && isEditing() && watched != m_editor && watched->isWidgetType()) {
+        qApp->removeEventFilter(this);
+        return true;
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
+/// Opens the next cell, in reading order, that may be edited.
+void KeyedGrid::editNext(bool forward) {
+    const int columns = m_model->columns();
+    int row = m_row;
+    int column = m_column;
+    for (int left = columns * 2; left > 0 && row >= 0; --left) {
+        column += forward ? 1 : -1;
+        if (column < 0 || column >= columns) {
+            column = forward ? 0 : columns - 1;
+            do
+                row += forward ? 1 : -1;
+            while (m_model->contains(row) && isRowHidden(row));
+            if (!m_model->contains(row))
+                return;
+        }
+        const QModelIndex next = m_model->index(row, column);
+        if (isColumnHidden(column) || !mayEdit(next))
+            continue;
+        makeCurrent(row, column);
+        if (m_row == row && m_column == column && (m_model->flags(next) & Qt::ItemIsEditable))
+            edit(m_model->index(row, column), AllEditTriggers, nullptr);
+        return;
+    }
+}
+
+void KeyedGrid::toggleCheck(const QModelIndex& index) {
+    if (!mayEdit(index))
+        return;
+    const QPersistentModelIndex cell = index;
+    QString text =
+        m_model->text(index.row(), index.column()) == QLatin1String("1") ? QStringLiteral("2") : QStringLiteral("1");
+    if (decide(index, text) != EditVerdict::Accept || !cell.isValid())
+        return;
+    m_model->setText(cell.row(), cell.column(), text);
+    Q_EMIT afterEdit(cell.row(), key(cell.column()));
+}
+
+void KeyedGrid::clickCellButton() {
+    if (commitEdit() && m_row >= 0 && m_model->list(m_column).ellipsis)
+        Q_EMIT cellButtonClicked(m_row, columnKey());
+}

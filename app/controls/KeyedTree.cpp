@@ -1,0 +1,226 @@
+#include "app/controls/KeyedTree.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+#include <QTreeWidgetItemIterator>
+
+#include "app/base/Error.h"
+
+namespace {
+constexpr int keyRole = Qt::UserRole;
+constexpr int tagRole = Qt::UserRole + 1;
+}  // namespace
+
+KeyedTree::KeyedTree(QWidget* parent) : QTreeWidget(parent) {
+    setColumnCount(1);
+    header()->hide();
+    header()->setStretchLastSection(true);
+    setSelectionMode(SingleSelection);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setExpandsOnDoubleClick(true);
+    setTextElideMode(Qt::ElideRight);
+}
+
+void KeyedTree::clearNodes() {
+    m_nodes.clear();
+    clear();
+}
+
+KeyedTree::Node* KeyedTree::makeNode(const QString& key, const QString& text, const QString& tag) {
+    if (m_nodes.contains(key))
+        throw Error(35602, QStringLiteral("节点关键字不唯一: %1").arg(key));
+    auto* node = new Node({text});
+    node->setData(0, keyRole, key);
+    node->setData(0, tagRole, tag);
+    m_nodes.insert(key, node);
+    return node;
+}
+
+KeyedTree::Node* KeyedTree::addNode(Node* parent, const QString& key, const QString& text, const QString& tag) {
+    Node* node = makeNode(key, text, tag);
+    if (parent)
+        parent->addChild(node);
+    else
+        addTopLevelItem(node);
+    return node;
+}
+
+KeyedTree::Node* KeyedTree::addNodeAfter(Node* sibling, const QString& key, const QString& text, const QString& tag) {
+    if (!sibling)
+        return addNode(nullptr, key, text, tag);
+    Node* node = makeNode(key, text, tag);
+    if (Node* parent = sibling->parent())
+        parent->insertChild(parent->indexOfChild(sibling) + 1, node);
+    else
+        insertTopLevelItem(indexOfTopLevelItem(sibling) + 1, node);
+    return node;
+}
+
+void KeyedTree::removeNode(Node* node) {
+    if (!node)
+        return;
+    Node* selected = selectedNode();
+    bool goes = false;
+    for (const Node* above = selected; above && !goes; above = above->parent())
+        goes = above == node;
+    if (goes) {
+        selected = nextSibling(node);
+        if (!selected)
+            selected = previousSibling(node);
+        if (!selected)
+            selected = node->parent();
+    }
+    QList<Node*> removed{node};
+    for (qsizetype i = 0; i < removed.size(); ++i) {
+        Node* next = removed.at(i);
+        m_nodes.remove(key(next));
+        for (int child = 0; child < next->childCount(); ++child)
+            removed.append(next->child(child));
+    }
+    delete node;
+    selectNode(selected);
+}
+
+KeyedTree::Node* KeyedTree::node(const QString& key) const { return m_nodes.value(key); }
+
+KeyedTree::Node* KeyedTree::selectedNode() const {
+    const QList<Node*> selected = selectedItems();
+    return selected.isEmpty() ? nullptr : selected.first();
+}
+
+void KeyedTree::selectNode(Node* node) {
+    if (!node) {
+        selectionModel()->clear();
+        return;
+    }
+    setCurrentItem(node, 0, QItemSelectionModel::ClearAndSelect);
+    scrollToItem(node);
+}
+
+QString KeyedTree::key(const Node* node) { return node ? node->data(0, keyRole).toString() : QString(); }
+
+QString KeyedTree::tag(const Node* node) { return node ? node->data(0, tagRole).toString() : QString(); }
+
+KeyedTree::Node* KeyedTree::previousSibling(const Node* node) const {
+    const QModelIndex index = indexFromItem(node);
+    return itemFromIndex(index.sibling(index.row() - 1, 0));
+}
+
+KeyedTree::Node* KeyedTree::nextSibling(const Node* node) const {
+    const QModelIndex index = indexFromItem(node);
+    return itemFromIndex(index.sibling(index.row() + 1, 0));
+}
+
+KeyedTree::Node* KeyedTree::lastSibling(const Node* node) const {
+    const Node* above = node ? node->parent() : nullptr;
+    if (above)
+        return above->child(above->childCount() - 1);
+    return node ? topLevelItem(topLevelItemCount() - 1) : nullptr;
+}
+
+QList<KeyedTree::Node*> KeyedTree::nodes() const {
+    QList<Node*> all;
+    all.reserve(m_nodes.size());
+    for (QTreeWidgetItemIterator it(const_cast<KeyedTree*>(this)); *it; ++it)
+        all.append(*it);
+    return all;
+}
+
+void KeyedTree::setAllExpanded(bool expanded) {
+    if (expanded)
+        expandAll();
+    else
+        collapseAll();
+}
+
+bool KeyedTree::isOnArrow(const QPoint& position, const Node* node) const {
+    const int left = visualItemRect(node).left();
+    return node->childCount() > 0 && position.x() < left && position.x() >= left - indentation();
+}
+
+void KeyedTree::mousePressEvent(QMouseEvent* event) {
+    m_pressed = {};
+    m_menuWanted = event->button() == Qt::RightButton;
+    const QPoint position = event->position().toPoint();
+    const Node* node = itemAt(position);
+    if (event->button() != Qt::LeftButton || !node)
+        return;
+    if (!isOnArrow(position, node))
+        m_pressed = indexFromItem(node);
+    QTreeWidget::mousePressEvent(event);
+}
+
+void KeyedTree::mouseMoveEvent(QMouseEvent* event) {
+    // Dragging selects nothing.
+    if (event->buttons() == Qt::NoButton)
+        QTreeWidget::mouseMoveEvent(event);
+}
+
+void KeyedTree::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton) {
+        if (std::exchange(m_menuWanted, false))
+            Q_EMIT contextMenuWanted(event->globalPosition().toPoint());
+        return;
+    }
+    if (event->button() != Qt::LeftButton)
+        return;
+    QTreeWidget::mouseReleaseEvent(event);
+    if (Node* node = itemFromIndex(std::exchange(m_pressed, {})))
+        Q_EMIT nodeClick(node);
+}
+
+void KeyedTree::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QPoint position = event->position().toPoint();
+    const Node* node = itemAt(position);
+    if (event->button() != Qt::LeftButton || !node || isOnArrow(position, node))
+        mousePressEvent(event);
+    else
+        QTreeWidget::mouseDoubleClickEvent(event);
+}
+
+void KeyedTree::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    const Node* node = selectedNode();
+    Q_EMIT contextMenuWanted(viewport()->mapToGlobal(node ? visualItemRect(node).bottomLeft() : QPoint(0, 0)));
+}
+
+void KeyedTree::keyPressEvent(QKeyEvent* event) {
+    const Node* before = selectedNode();
+    QTreeWidget::keyPressEvent(event);
+    Node* now = selectedNode();
+    if (now && now != before)
+        Q_EMIT nodeClick(now);
+}
+
+void KeyedTree::focusInEvent(QFocusEvent* event) {
+    // The base class would make the first node current.
+    if (currentIndex().isValid())
+        QTreeWidget::focusInEvent(event);
+    else
+        QAbstractScrollArea::focusInEvent(event);
+}
+
+bool KeyedTree::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QTreeWidget::viewportEvent(event);
+    // Only a text that does not fit needs to be told in full.
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const Node* node = itemAt(help->pos());
+    const bool cut = node && fontMetrics().horizontalAdvance(node->text(0)) + 8 > visualItemRect(node).width();
+    QToolTip::showText(help->globalPos(), cut ? node->text(0).toHtmlEscaped() : QString(), this);
+    return true;
+}
+
+QItemSelectionModel::SelectionFlags KeyedTree::selectionCommand(const QModelIndex& index, const QEvent* event) const {
+    const auto command = QTreeWidget::selectionCommand(index, event);
+    // Ctrl does not deselect: one node stays selected.
+    if (command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))
+        return QItemSelectionModel::ClearAndSelect;
+    return command;
+}

@@ -1,0 +1,71 @@
+#include "app/controls/Style.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QStyleFactory>
+
+namespace {
+
+class TesselStyle : public QProxyStyle {
+public:
+    TesselStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        switch (metric) {
+            // The icons are drawn for this size; any other would blur them.
+            case PM_SmallIconSize:
+            case PM_ToolBarIconSize:
+                return Theme::iconSize;
+            case PM_ToolBarItemSpacing:
+                return 2;
+            default:
+                return QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        if (hint == SH_Table_GridLineColor)
+            return static_cast<int>(Theme::gridLine.rgb());
+        return QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
+
+QPalette palette() {
+    QPalette palette(Theme::window);
+    palette.setColor(QPalette::Window, Theme::window);
+    palette.setColor(QPalette::WindowText, Theme::text);
+    palette.setColor(QPalette::Base, Theme::paper);
+    palette.setColor(QPalette::AlternateBase, Theme::paper);
+    palette.setColor(QPalette::Text, Theme::text);
+    palette.setColor(QPalette::Button, Theme::window);
+    palette.setColor(QPalette::ButtonText, Theme::text);
+    palette.setColor(QPalette::ToolTipBase, Theme::paper);
+    palette.setColor(QPalette::ToolTipText, Theme::text);
+    palette.setColor(QPalette::PlaceholderText, Theme::disabledText);
+    palette.setColor(QPalette::Highlight, Theme::accent);
+    palette.setColor(QPalette::HighlightedText, Theme::paper);
+    palette.setColor(QPalette::Link, Theme::accent);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, Theme::disabledText);
+    return palette;
+}
+
+QFont font() {
+    QFont font;
+    font.setFamilies({QStringLiteral("Microsoft YaHei UI"), QStringLiteral("Microsoft YaHei"),
+                      QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Source Han Sans SC"),
+                      QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("sans-serif")});
+    font.setPointSizeF(9.5);
+    return font;
+}
+
+}  // namespace
+
+void applyApplicationStyle(QApplication& application) {
+    application.setStyle(new TesselStyle);
+    application.setPalette(palette());
+    application.setFont(font());
+}
