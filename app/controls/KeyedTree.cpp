@@ -143,7 +143,7 @@ bool KeyedTree::isOnArrow(const QPoint& position, const Node* node) const {
 }
 
 void KeyedTree::mousePressEvent(QMouseEvent* event) {
-    m_pressed = {};
+    m_pressed = QPersistentModelIndex();
     m_menuWanted = event->button() == Qt::RightButton;
     const QPoint position = event->position().toPoint();
     const Node* node = itemAt(position);
@@ -169,7 +169,7 @@ void KeyedTree::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
     QTreeWidget::mouseReleaseEvent(event);
-    if (Node* node = itemFromIndex(std::exchange(m_pressed, {})))
+    if (Node* node = itemFromIndex(std::exchange(m_pressed, QPersistentModelIndex())))
         Q_EMIT nodeClick(node);
 }
 
