@@ -1,0 +1,123 @@
+#include "editor/contents/ContentData.h"
+
+#include <functional>
+
+#include "app/base/Guarded.h"
+#include "app/base/Text.h"
+#include "storage/LibraryConnection.h"
+#include "storage/Savepoint.h"
+
+namespace {
+
+enum class AfterFailure { LeaveOpen, RollBack };
+
+/// Runs the writes of `command` inside a savepoint of its name. True when they are done and the savepoint is released.
+bool inSavepoint(const char* command, Connection* ormConn, AfterFailure after,
+                 const std::function<void(Connection&)>& writes) {
+    const QString name = QString::fromLatin1(command);
+    bool started = false;
+    const auto undo = [&] {
+        if (after == AfterFailure::RollBack)
+            RollBackSP(name, ormConn, started);
+        return false;
+    };
+    return guarded(
+        {"frmEditor", command},
+        [&] {
+            started = SetSP(name, ormConn);
+            if (!started)
+                return false;
+            writes(*ormConn);
+            return ReleaseSP(name, ormConn, started) || undo();
+        },
+        undo);
+}
+
+}  // namespace
+
+bool ModifyCont(Connection* ormConn, qint64 contID, const QString& text) {
+    return guarded({"frmEditor", "ModifyCont"}, [&] {
+        return ExecuteDDL(ormConn, sql("UPDATE tblCont SET cont='", text, "' , LastUpdate='", nowText(), "' WHERE id='",
+                                       contID, "';"));
+    });
+}
+
+bool ModifySubCont(Connection* ormConn, qint64 contID, qint64 subNum, const QString& text) {
+    return guarded({"frmEditor", "ModifySubCont"}, [&] {
+        return ExecuteDDL(ormConn, sql("UPDATE tblContde SET subCont='", text, "' , LastUpdate='", nowText(),
+                                       "' WHERE contID='", contID, "' AND subNum='", subNum, "';"));
+    });
+}
+
+qint64 GetSubContID(Connection* ormConn, qint64 contId, qint64 subNum) {
+    return guarded({"frmEditor", "GetSubContID"}, [&] {
+        Recordset row = requireConnection(ormConn).OpenRecordset(sql(
+            "SELECT ID FROM tblContDe WHERE contId='", contId, "' AND subNum='", subNum, "' ORDER BY ID ASC limit 1;"));
+        const qint64 id = row.EndOfFile() ? 0 : row.number("ID");
+        ReleaseOrmRecordset(row);
+        return id;
+    });
+}
+
+qint64 addContent(Connection* ormConn, const NewContent& content) {
+    qint64 id = 0;
+    const bool added =
+        inSavepoint("munAddBillCont_Click", ormConn, AfterFailure::LeaveOpen, [&](Connection& connection) {
+            connection.Execute(
+                sql("UPDATE tblCont SET num=num+1 WHERE num>='", content.num, "' AND billID='", content.billID, "';"));
+            connection.Execute(sql("INSERT INTO tblCont (code,num,cont,prof,billid,lastUpdate,IsDel) VALUES('",
+                                   content.code, "','", content.num, "','", content.name, "','", content.prof, "','",
+                                   content.billID, "','", nowText(), "','0');"));
+            id = connection.LastInsertId();
+        });
+    return added ? id : 0;
+}
+
+bool addSubContent(Connection* ormConn, qint64 contID, qint64 subNum, const QString& name) {
+    return inSavepoint("munAddBillSubCont_Click", ormConn, AfterFailure::LeaveOpen, [&](Connection& connection) {
+        connection.Execute(
+            sql("UPDATE tblContde SET subNum=subNum+1 WHERE subNum>='", subNum, "' AND contID='", contID, "';"));
+        connection.Execute(sql("INSERT INTO tblContde (contID,subNum,subCont,lastUpdate,IsDel) VALUES('", contID, "','",
+                               subNum, "','", name, "','", nowText(), "','0');"));
+    });
+}
+
+bool deleteContent(Connection* ormConn, qint64 contId, qint64 contNum, qint64 billID) {
+    return inSavepoint("mnuDelBillCont_Click", ormConn, AfterFailure::RollBack, [&](Connection& connection) {
+        connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contId, "';"));
+        connection.Execute(sql("UPDATE tblcont SET num=num-1 WHERE num>'", contNum, "' AND billId ='", billID, "';"));
+        connection.Execute(sql("DELETE FROM tblcont WHERE id='", contId, "';"));
+    });
+}
+
+bool deleteSubContent(Connection* ormConn, qint64 contId, qint64 subNum) {
+    return inSavepoint("munDelBillSubCont_Click", ormConn, AfterFailure::RollBack, [&](Connection& connection) {
+        connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contId, "' AND subNum='", subNum, "' ;"));
+        connection.Execute(
+            sql("UPDATE tblcontDe SET subNum=subNum-1 WHERE  subNum>'", subNum, "' AND contId ='", contId, "';"));
+    });
+}
+
+bool deleteRation(Connection* ormConn, qint64 contDeId, RationRow becomes) {
+    return inSavepoint("munDelBillContDe_Click", ormConn, AfterFailure::LeaveOpen, [&](Connection& connection) {
+        if (becomes == RationRow::Removed)
+            connection.Execute(sql("DELETE FROM tblContde WHERE id='", contDeId, "' ;"));
+        else
+            connection.Execute(sql("UPDATE tblContDe SET DEH='',Name='',Unit='',DekID='',LastUpdate='", nowText(),
+                                   "' WHERE ID='", contDeId, "';"));
+    });
+}
+
+bool updateRation(Connection* ormConn, qint64 id, const Ration& ration) {
+    return ExecuteDDL(ormConn,
+                      sql("UPDATE tblContDe SET DEH='", ration.deh, "',Name='", ration.name, "',Unit='", ration.unit,
+                          "',DekID='", ration.dekID, "',LastUpdate='", nowText(), "' WHERE ID='", id, "';"));
+}
+
+qint64 insertRation(Connection* ormConn, qint64 contId, qint64 subNum, const QString& subCont, const Ration& ration) {
+    const bool inserted = ExecuteDDL(
+        ormConn, sql("INSERT INTO tblContde (contID,subNum,subCont,deh,Name,Unit,dekID,lastUpdate,IsDel) VALUES('",
+                     contId, "','", subNum, "','", subCont, "','", ration.deh, "','", ration.name, "','", ration.unit,
+                     "','", ration.dekID, "','", nowText(), "','0');"));
+    return inserted ? ormConn->LastInsertId() : 0;
+}

@@ -1,0 +1,109 @@
+#include "editor/contents/ContentOutline.h"
+
+#include "app/base/Guarded.h"
+#include "storage/LibraryConnection.h"
+
+namespace {
+
+/// For as long as it lives, tblContDe names a temporary table with the rows of some contents only.
+///
+/// The statements for a bill's outline read the whole table twice for each content and second-level content; on the
+/// copy they cost next to nothing. The copy keeps the affinity of every column, so they compare as they would on the
+/// library's table, and its rows stand in row id order. Nothing may be written to tblContDe meanwhile. Filling it
+/// changes the connection's last inserted row id.
+class RowsOfContents {
+public:
+    RowsOfContents(Connection& connection, const Outline& contents) : m_connection(connection) {
+        SqlText ids = "";
+        for (const OutlineRow& content : contents) {
+            const SqlText id = sql("'", content.contID, "'");
+            // The statement on such an id fails by itself when its turn comes.
+            if (id.brokenAt().isEmpty())
+                ids = sql(ids, ids.isEmpty() ? SqlText("") : SqlText(","), id);
+        }
+        m_connection.Execute(dropped);
+        m_connection.Execute(sql("CREATE TEMP TABLE tblContDe AS SELECT * FROM main.tblContDe WHERE contID IN (", ids,
+                                 ") ORDER BY id;"));
+    }
+
+    ~RowsOfContents() {
+        guarded({"frmEditor", "LoadBillContent"}, [this] { m_connection.Execute(dropped); });
+    }
+
+    RowsOfContents(const RowsOfContents&) = delete;
+    RowsOfContents& operator=(const RowsOfContents&) = delete;
+
+private:
+    inline static const SqlText dropped = "DROP TABLE IF EXISTS temp.tblContDe;";
+    Connection& m_connection;
+};
+
+Outline readContents(Connection& connection, qint64 billID, const QString& prof) {
+    Outline contents;
+    Recordset rows = connection.OpenRecordset(
+        sql("select * from tblCont where billID='", billID, "' and prof like '%", prof, "%' ORDER BY num asc;"));
+    for (; !rows.EndOfFile(); rows.MoveNext()) {
+        OutlineRow& content = contents.emplace_back();
+        content.contID = rows.text("id");
+        content.contNum = rows.text("Num");
+        content.cont = rows.text("cont");
+    }
+    ReleaseOrmRecordset(rows);
+    return contents;
+}
+
+}  // namespace
+
+Outline LoadBillContent(Connection* ormConn, qint64 billID, const QString& prof) {
+    Outline outline;
+    return guarded(
+        {"frmEditor", "LoadBillContent"},
+        [&] {
+            outline = readContents(requireConnection(ormConn), billID, prof);
+            if (outline.empty())
+                return outline;
+            const RowsOfContents copy(*ormConn, outline);
+            Outline whole;
+            for (const OutlineRow& content : outline) {
+                whole.push_back(content);
+                LoadSubContent(ormConn, whole, content.contID, 1);
+            }
+            return whole;
+        },
+        [&] { return outline; });
+}
+
+void LoadSubContent(Connection* ormConn, Outline& outline, const QString& contID, int level) {
+    guarded({"frmEditor", "LoadSubContent"}, [&] {
+        Recordset rows = requireConnection(ormConn).OpenRecordset(
+            sql("select distinct subCont,subNum from tblContDe where contID='", contID, "' ORDER BY subNum;"));
+        for (; !rows.EndOfFile(); rows.MoveNext()) {
+            OutlineRow& subContent = outline.emplace_back();
+            subContent.level = level;
+            subContent.contID = contID;
+            subContent.subNum = rows.text("subNum");
+            subContent.cont = rows.text("subCont");
+            LoadContentDe(ormConn, outline, contID, QString(subContent.subNum), level + 1);
+        }
+        ReleaseOrmRecordset(rows);
+    });
+}
+
+void LoadContentDe(Connection* ormConn, Outline& outline, const QString& contID, const QString& subNum, int level) {
+    guarded({"frmEditor", "LoadContentDe"}, [&] {
+        Recordset rows = requireConnection(ormConn).OpenRecordset(
+            sql("select id,deh,name,unit,dekid from tblContDe where deh IS NOT NULL AND deh<>'' AND contID='", contID,
+                "' and subNum='", subNum, "';"));
+        for (; !rows.EndOfFile(); rows.MoveNext()) {
+            OutlineRow& ration = outline.emplace_back();
+            ration.level = level;
+            ration.contID = contID;
+            ration.contDeID = rows.text("id");
+            ration.subNum = subNum;
+            ration.cont = QLatin1Char('[') + rows.text("deh").toUpper() + QLatin1String("] ") + rows.text("name");
+            ration.unit = rows.text("Unit");
+            ration.dekName = rows.text("dekid");
+        }
+        ReleaseOrmRecordset(rows);
+    });
+}

@@ -1,0 +1,191 @@
+#include "editor/contents/ContentOutline.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QStringList>
+#include <random>
+
+#include "tests/support/ModalAnswers.h"
+#include "tests/support/TemporaryLibrary.h"
+
+namespace {
+
+QString line(const OutlineRow& row) {
+    return QStringList{
+        QString::number(row.level), row.contID, row.contDeID, row.contNum, row.subNum, row.cont, row.unit, row.dekName}
+        .join(QLatin1Char('|'));
+}
+
+QStringList loaded(const TemporaryLibrary& library, qint64 billID, const QString& prof = QStringLiteral("01")) {
+    QStringList lines;
+    for (const OutlineRow& row : LoadBillContent(library.connection(), billID, prof))
+        lines << line(row);
+    return lines;
+}
+
+/// What the statements give when each runs on the library's own table.
+QStringList runOneByOne(const TemporaryLibrary& library, qint64 billID, const QString& prof = QStringLiteral("01")) {
+    QStringList lines;
+    Connection& connection = *library.connection();
+    Recordset contents = connection.OpenRecordset(
+        sql("select * from tblCont where billID='", billID, "' and prof like '%", prof, "%' ORDER BY num asc;"));
+    for (; !contents.EndOfFile(); contents.MoveNext()) {
+        const QString id = contents.text("id");
+        lines << line({0, id, {}, contents.text("Num"), {}, contents.text("cont"), {}, {}});
+        Recordset subContents = connection.OpenRecordset(
+            sql("select distinct subCont,subNum from tblContDe where contID='", id, "' ORDER BY subNum;"));
+        for (; !subContents.EndOfFile(); subContents.MoveNext()) {
+            const QString subNum = subContents.text("subNum");
+            lines << line({1, id, {}, {}, subNum, subContents.text("subCont"), {}, {}});
+            if (subNum.contains(QLatin1Char('\'')))
+                continue;
+            Recordset rations = connection.OpenRecordset(
+                sql("select id,deh,name,unit,dekid from tblContDe where deh IS NOT NULL AND deh<>'' AND contID='", id,
+                    "' and subNum='", subNum, "';"));
+            for (; !rations.EndOfFile(); rations.MoveNext())
+                lines << line(
+                    {2,
+                     id,
+                     rations.text("id"),
+                     {},
+                     subNum,
+                     QLatin1Char('[') + rations.text("deh").toUpper() + QLatin1String("] ") + rations.text("name"),
+                     rations.text("unit"),
+                     rations.text("dekid")});
+        }
+    }
+    return lines;
+}
+
+/// Fills the two tables with whatever a file may hold.
+class HostileRows {
+public:
+    explicit HostileRows(unsigned seed) : m_random(seed) {}
+
+    void fill(const TemporaryLibrary& library, int contents, int rows) {
+        library.run("BEGIN");
+        for (int i = 0; i < contents; ++i)
+            library.run(sql("INSERT INTO tblCont(Num,Cont,Prof,BillID) VALUES(", number(), ",", text(), ",",
+                            pick({"NULL", "''", "'01'", "'0102'", "'02'", "'101'", "1", "'01'"}), ",",
+                            pick({"1", "'1'", "2", "'x'", "1", "1"}), ")"));
+        for (int i = 0; i < rows; ++i)
+            library.run(sql("INSERT INTO tblContDe(ContID,SubNum,SubCont,Deh,Name,Unit,DekID) VALUES(",
+                            pick({"NULL", "'x'", "1", "'2'", "3.0", "' 4 '", "'05'", "6", "7", "1.5", "2", "3"}), ",",
+                            number(), ",", text(), ",", text(), ",", text(), ",", text(), ",", text(), ")"));
+        library.run("COMMIT");
+    }
+
+private:
+    SqlText pick(std::initializer_list<SqlText> values) {
+        return *(values.begin() + std::uniform_int_distribution<std::size_t>(0, values.size() - 1)(m_random));
+    }
+    SqlText number() {
+        return pick({"NULL", "1", "'2'", "3", "'a'", "'A'", "''", "1.5", "'1'", "-1", "'０'", "x'01'", "2", "1"});
+    }
+    SqlText text() {
+        return pick(
+            {"NULL", "''", "'a1-1'", "'A1-1'", "'回填'", "'回填 '", "5", "'5'", "x'00ff'", "char(0)", "'回填'"});
+    }
+
+    std::mt19937 m_random;
+};
+
+void expectNoTemporaryTable(const TemporaryLibrary& library) {
+    EXPECT_TRUE(library.connection()->OpenRecordset("SELECT * FROM temp.sqlite_master").EndOfFile());
+}
+
+}  // namespace
+
+TEST(ContentOutline, ShowsContentsSecondLevelContentsAndRationsInOrder) {
+    const TemporaryLibrary library;
+    library.run(
+        "INSERT INTO tblCont(ID,Num,Cont,Prof,BillID) VALUES(1,2,'second','0102',7),(2,1,'first','01',7),"
+        "(3,3,'other profession','02',7),(4,4,'none','',7),(5,5,'another bill','01',8)");
+    library.run(
+        "INSERT INTO tblContDe(ID,ContID,SubNum,SubCont,Deh,Name,Unit,DekID) VALUES"
+        "(1,2,2,'late',NULL,NULL,NULL,NULL),(2,2,1,'early','b2','later code, lower id','m','GD'),"
+        "(3,2,1,'early','a1','earth','m3','GD'),(4,2,1,'early','','not a ration','',''),"
+        "(5,2,NULL,'no number','c','never found','',''),(6,1,1,'x','','','',''),(7,1,1,'y','d','','','')");
+    EXPECT_EQ(
+        loaded(library, 7),
+        (QStringList{
+            QStringLiteral("0|2||1||first||"), QStringLiteral("1|2||||no number||"), QStringLiteral("1|2|||1|early||"),
+            QStringLiteral("2|2|2||1|[B2] later code, lower id|m|GD"), QStringLiteral("2|2|3||1|[A1] earth|m3|GD"),
+            QStringLiteral("1|2|||2|late||"), QStringLiteral("0|1||2||second||"), QStringLiteral("1|1|||1|x||"),
+            QStringLiteral("2|1|7||1|[D] ||"), QStringLiteral("1|1|||1|y||"), QStringLiteral("2|1|7||1|[D] ||")}));
+    EXPECT_EQ(loaded(library, 7, QStringLiteral("02")).size(), 6);
+    EXPECT_TRUE(loaded(library, 9).isEmpty());
+    expectNoTemporaryTable(library);
+}
+
+TEST(ContentOutline, EqualsTheStatementsRunOneByOneOnAnyRows) {
+    qsizetype rows = 0;
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE(seed);
+        const TemporaryLibrary library;
+        if (seed % 4 == 0) {
+            // A foreign file may declare other types, and have an index.
+            library.run("DROP TABLE tblContDe");
+            library.run(
+                "CREATE TABLE tblContDe(ID Integer PRIMARY KEY,ContID text,SubNum text,SubCont,Deh Integer,"
+                "Name,Unit real,DekID)");
+            library.run("CREATE INDEX foreign_index ON tblContDe(SubNum)");
+        }
+        HostileRows(seed).fill(library, 8, 120);
+        const QStringList before = library.rowsInFile("SELECT * FROM tblContDe");
+        for (const qint64 billID : {1, 2, 0}) {
+            const QStringList lines = loaded(library, billID);
+            rows += lines.size();
+            EXPECT_EQ(lines, runOneByOne(library, billID));
+            EXPECT_EQ(loaded(library, billID, QStringLiteral("02")),
+                      runOneByOne(library, billID, QStringLiteral("02")));
+        }
+        expectNoTemporaryTable(library);
+        EXPECT_EQ(library.rowsInFile("SELECT * FROM tblContDe"), before);
+    }
+    EXPECT_GT(rows, 2000) << "the comparison has something to compare";
+}
+
+TEST(ContentOutline, ErrorsAreRecordedAndTheRestIsShown) {
+    const TemporaryLibrary library;
+    library.run("INSERT INTO tblCont(ID,Num,Cont,Prof,BillID) VALUES(1,1,'first','01',7),(2,2,'second','01',7)");
+    library.run("INSERT INTO tblContDe(ContID,SubNum,SubCont,Deh) VALUES(1,'o''clock','a','x'),(2,1,'b','y')");
+    ModalAnswers answers;
+    answers.closeAnything();
+    const QStringList lines = loaded(library, 7);
+    EXPECT_EQ(lines, runOneByOne(library, 7));
+    EXPECT_EQ(lines.size(), 5);
+    ASSERT_EQ(answers.seen().size(), 1);
+    EXPECT_TRUE(answers.takeSeen().first().contains(QLatin1String("frmEditor.LoadContentDe")));
+    expectNoTemporaryTable(library);
+
+    library.run("DROP TABLE tblContDe");
+    EXPECT_EQ(loaded(library, 7).size(), 2) << "the contents can still be read";
+    ASSERT_EQ(answers.seen().size(), 1);
+    EXPECT_TRUE(answers.takeSeen().first().contains(QLatin1String("frmEditor.LoadBillContent")));
+    expectNoTemporaryTable(library);
+
+    EXPECT_TRUE(LoadBillContent(nullptr, 7, QStringLiteral("01")).empty());
+    EXPECT_EQ(answers.seen().size(), 1);
+}
+
+TEST(ContentOutline, ReadsTheLargeTableOnceHoweverManyContentsABillHas) {
+    const TemporaryLibrary library;
+    library.run(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<40) "
+        "INSERT INTO tblCont(ID,Num,Cont,Prof,BillID) SELECT i,i,'c','01',1 FROM n");
+    library.run(
+        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i<30000) "
+        "INSERT INTO tblContDe(ContID,SubNum,SubCont,Deh) SELECT i/3,i%3,'sub '||(i%3),'A'||i FROM n");
+    QElapsedTimer timer;
+    timer.start();
+    const QStringList oneByOne = runOneByOne(library, 1);
+    const qint64 slow = timer.nsecsElapsed();
+    timer.start();
+    const QStringList lines = loaded(library, 1);
+    const qint64 quick = timer.nsecsElapsed();
+    EXPECT_EQ(lines, oneByOne);
+    // 160 statements against a few; wide of what is measured, so that a busy machine does not matter.
+    EXPECT_LT(quick * 8, slow);
+}
