@@ -1,20 +1,28 @@
 #include "editor/common/CopyName.h"
 
+#include <QSet>
+
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
 #include "storage/LibraryConnection.h"
 
 QString GetCopyName(Connection* ormConn, const QString& name, const SqlText& table, const SqlText& field) {
     return guarded({"frmEditor", "GetCopyName"}, [&] {
-        Connection& connection = requireConnection(ormConn);
         const QString trimmed = trimBlanks(name);
+        // Stands for one "SELECT field FROM table WHERE field='candidate' LIMIT 1 OFFSET 0;" per candidate, each of
+        // which costs a pass. This one pass reads whatever can equal a candidate, by the column's own comparison: the
+        // name itself and all texts that begin with the name and "(", which sort before the name and ")".
+        Recordset rows = requireConnection(ormConn).OpenRecordset(
+            sql("SELECT ", field, " AS taken FROM ", table, " WHERE ", field, "='", trimmed, "' OR (", field, ">='",
+                trimmed, "(' AND ", field, "<'", trimmed, ")');"));
+        QSet<QString> taken;
+        for (; !rows.EndOfFile(); rows.MoveNext())
+            taken.insert(rows.text("taken"));
+        ReleaseOrmRecordset(rows);
+
         QString candidate = trimmed;
-        for (int counter = 1;; ++counter) {
-            Recordset taken = connection.OpenRecordset(
-                sql("SELECT ", field, " FROM ", table, " WHERE ", field, "='", candidate, "' LIMIT 1 OFFSET 0;"));
-            if (taken.EndOfFile())
-                return candidate;
+        for (int counter = 1; taken.contains(candidate); ++counter)
             candidate = trimmed + QLatin1Char('(') + QString::number(counter) + QLatin1Char(')');
-        }
+        return candidate;
     });
 }

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <vector>
+
+#include "storage/Recordset.h"
+
+class Connection;
+
+/// The statements that read and change the bill items of a library. Bills are meant by the row id of tblBill.
+///
+/// The functions that change give their result only when everything is in the file; after a recorded error, and when
+/// the savepoint could not be released, they have rolled back to their savepoint, which stays open.
+
+/// A bill and the code it is to get.
+struct BillCode {
+    qint64 id;
+    QString code;
+};
+
+/// The bills of a chapter, in the order of their codes: those whose code is the first six characters of `chapterCode`
+/// and exactly three more. Throws Error.
+Recordset billsOfChapter(Connection* ormConn, const QString& chapterCode);
+
+/// The bills of all chapters whose code contains `text` (LIKE, so "%" and "_" match anything), in the order of their
+/// codes. Throws Error.
+Recordset billsWithCode(Connection* ormConn, const QString& text);
+
+/// Writes one column of a bill. False after a recorded error: `value` must hold no apostrophe.
+bool ModifyBill(Connection* ormConn, qint64 id, const QString& field, const QString& value);
+
+/// Adds an empty bill with the code `code`, then gives each of `shifted`, and their work contents, its new code; codes
+/// of parameters stay. The row id of the new bill.
+std::optional<qint64> addBill(Connection* ormConn, const QString& code, const std::vector<BillCode>& shifted);
+
+/// Deletes a bill with all that depends on it, then gives each of `shifted`, and their work contents, its new code.
+/// False, with everything rolled back, when there is no such bill.
+bool deleteBill(Connection* ormConn, qint64 id, const std::vector<BillCode>& shifted);
+
+/// Swaps the codes of two bills, with those of their parameters and work contents. Each comes with the code it has;
+/// `temporaryCode` stands in during the swap.
+bool moveBill(Connection* ormConn, const BillCode& moving, const BillCode& neighbour, const QString& temporaryCode);
