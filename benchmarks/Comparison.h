@@ -1,0 +1,55 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+/// Measures what a user does beside the same work in plain SQLite calls, in the same run, and prints both as a table.
+
+/// Milliseconds that `action` takes.
+template <typename Action>
+double milliseconds(Action&& action) {
+    const auto start = std::chrono::steady_clock::now();
+    action();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// One side of a comparison: prepares what it needs, does its work once and gives the milliseconds of the work alone.
+using Side = std::function<double()>;
+
+/// What an action may cost: `factor` times the plain side and `extra` milliseconds; nothing is asked when both are 0.
+struct Limit {
+    double factor = 0;
+    double extra = 0;
+    std::string text;
+
+    static Limit none() { return {}; }
+    static Limit times(double factor);
+    /// The limit holds for the library of national size (6,000 bills) only.
+    static Limit ms(double milliseconds, int bills);
+};
+
+/// Runs both sides in turn, once an iteration, and reports the best of each: the machine may be busy with other things.
+/// Without a `plain` side only the action itself is reported.
+void compare(benchmark::State& state, const Side& ours, const Side& plain, const Limit& limit);
+
+/// Registers an action for libraries of 600, 6,000 and 60,000 bills; the state's first range is that number.
+void forEverySize(const char* action, void (*function)(benchmark::State&));
+
+/// Registers an action that does not depend on the library's size.
+benchmark::internal::Benchmark* forOneSize(const char* action, void (*function)(benchmark::State&));
+
+/// Prints one row an action as it is done.
+class TableReporter : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context& context) override;
+    void ReportRuns(const std::vector<Run>& report) override;
+
+    /// How many actions cost more than they may, or failed.
+    int missed() const { return m_missed; }
+
+private:
+    int m_missed = 0;
+};

@@ -1,0 +1,83 @@
+#include "benchmarks/Libraries.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QHash>
+#include <QTemporaryDir>
+
+#include "app/base/Definitions.h"
+#include "app/base/Error.h"
+#include "app/base/Paths.h"
+#include "benchmarks/PlainDatabase.h"
+#include "benchmarks/generator/LibraryGenerator.h"
+
+namespace {
+
+const QTemporaryDir& folder() {
+    static const QTemporaryDir temporary(QDir::tempPath() + QStringLiteral("/tessel-benchmarks-XXXXXX"));
+    return temporary;
+}
+
+QByteArray digest(PlainStatement rows) {
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    while (rows.step())
+        hash.addData(rows.text(0).toUtf8() + '\n');
+    return hash.result();
+}
+
+/// The columns of a table, without LastUpdate, as one expression.
+QString rowExpression(PlainDatabase& file, const QString& table) {
+    QStringList columns;
+    PlainStatement names = file.prepare(QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table));
+    while (names.step()) {
+        if (names.text(0).compare(QLatin1String("LastUpdate"), Qt::CaseInsensitive) != 0)
+            columns << QStringLiteral("quote([%1])").arg(names.text(0));
+    }
+    return columns.join(QLatin1String("||'|'||"));
+}
+
+}  // namespace
+
+void makeProgramFolder() {
+    const QString program = folder().filePath(QStringLiteral("program"));
+    generateProgramFolder(program, {});
+    qputenv("TESSEL_HOME", program.toUtf8());
+    appPath = withSeparator(programFolder());
+    dataPath = withSeparator(joinPath(programFolder(), QStringLiteral("Data")));
+}
+
+QString generatedLibrary(int bills) {
+    const QString path = folder().filePath(QStringLiteral("%1.bdb").arg(bills));
+    if (!QFile::exists(path))
+        generateLibrary(path, shapeOf(bills));
+    return path;
+}
+
+LibraryCopy::LibraryCopy(int bills) {
+    static int copies = 0;
+    m_path = folder().filePath(QStringLiteral("copy-%1.bdb").arg(++copies));
+    const QString original = generatedLibrary(bills);
+    if (!QFile::copy(original, m_path))
+        throw Error(61, QStringLiteral("%1 cannot be copied to %2").arg(original, m_path));
+    // The first commit waits until the whole copy is on the disk; the one that is measured does not have to.
+    PlainDatabase(m_path).run("PRAGMA user_version=1");
+}
+
+LibraryCopy::~LibraryCopy() { QFile::remove(m_path); }
+
+QString difference(const QString& path, const QString& otherPath) {
+    PlainDatabase file(path);
+    PlainDatabase other(otherPath);
+    const char* const schema = "SELECT type||name||ifnull(sql,'') FROM sqlite_master ORDER BY 1";
+    if (digest(file.prepare(schema)) != digest(other.prepare(schema)))
+        return QStringLiteral("schema");
+    PlainStatement tables = file.prepare("SELECT name FROM sqlite_master WHERE name LIKE 'tbl%'");
+    while (tables.step()) {
+        const QString table = tables.text(0);
+        const QString rows = QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(rowExpression(file, table), table);
+        if (digest(file.prepare(rows)) != digest(other.prepare(rows)))
+            return table;
+    }
+    return {};
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// The files that are measured. They lie in a temporary folder (TMPDIR chooses where) that goes with the process.
+
+/// Makes the program folder with its ration libraries; appPath and dataPath point there.
+void makeProgramFolder();
+
+/// The generated library of `bills` bills, made on first use; it is only read.
+QString generatedLibrary(int bills);
+
+/// A copy of a generated library, written through to the disk, that goes when the object does.
+class LibraryCopy {
+public:
+    explicit LibraryCopy(int bills);
+    ~LibraryCopy();
+    LibraryCopy(const LibraryCopy&) = delete;
+    LibraryCopy& operator=(const LibraryCopy&) = delete;
+
+    const QString& path() const { return m_path; }
+
+private:
+    QString m_path;
+};
+
+/// Where two libraries differ, leaving LastUpdate aside; empty when they hold the same rows and no index.
+QString difference(const QString& path, const QString& otherPath);

@@ -1,0 +1,33 @@
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QSettings>
+
+#include "app/base/Definitions.h"
+#include "benchmarks/Comparison.h"
+#include "benchmarks/Libraries.h"
+#include "benchmarks/Subjects.h"
+
+/// Prints the table of all actions; Google Benchmark's options choose among them (--benchmark_filter=REGEX). Gives 1
+/// when an action costs more than it may.
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    makeProgramFolder();
+    // The user's own settings are out of reach.
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, appPath);
+
+    registerStorage();
+    registerChapters();
+    registerBills();
+    registerFeatures();
+    registerContents();
+    registerRations();
+
+    TableReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return reporter.missed() == 0 ? 0 : 1;
+}
