@@ -1,0 +1,26 @@
+#include "ration_browser/RationLibraryList.h"
+
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
+#include "storage/LibraryConnection.h"
+#include "storage/SystemDatabase.h"
+
+std::vector<RationLibrary> readRationLibraries() {
+    const auto system = openSystemDatabase();
+    Recordset rows = system->OpenRecordset("SELECT DekId,DekName FROM SysBaseData ORDER BY Prof ASC;");
+    std::vector<RationLibrary> libraries;
+    for (; !rows.EndOfFile(); rows.MoveNext())
+        libraries.push_back({rows.text("DekId"), rows.text("DekName")});
+    ReleaseOrmRecordset(rows);
+    return libraries;
+}
+
+QString browsedLibraryPath(const QString& dekId) {
+    const auto system = openSystemDatabase();
+    Recordset rows = system->OpenRecordset(sql("SELECT DekFilename FROM SysBaseData WHERE DekId='", dekId, "';"));
+    QString path;
+    if (!rows.EndOfFile())
+        path = joinPath(dataPath + QStringLiteral("广东省"), rows.text("DekFilename"));
+    ReleaseOrmRecordset(rows);
+    return path;
+}

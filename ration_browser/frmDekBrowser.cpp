@@ -1,0 +1,214 @@
+#include "ration_browser/frmDekBrowser.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QPointer>
+
+#include "app/base/FileSystem.h"
+#include "app/base/Guarded.h"
+#include "app/base/MessageBox.h"
+#include "app/controls/CommandBars.h"
+#include "app/controls/KeyedGrid.h"
+#include "app/controls/KeyedTree.h"
+#include "ration_browser/BrowserPlacement.h"
+#include "ration_browser/RationLibraryList.h"
+#include "ration_browser/RationReceiver.h"
+#include "ration_browser/RationTree.h"
+#include "storage/LibraryConnection.h"
+
+namespace {
+
+QPointer<frmDekBrowser> sharedBrowser;
+
+constexpr short insertMode = 0;
+constexpr short replaceMode = 1;
+
+constexpr Where here(const char* procedure) { return {"frmDekBrowser", procedure}; }
+
+}  // namespace
+
+frmDekBrowser* frmDekBrowser::shared(QWidget* owner) {
+    if (!sharedBrowser)
+        sharedBrowser = new frmDekBrowser(owner);
+    return sharedBrowser;
+}
+
+void frmDekBrowser::forget(const RationReceiver* editor) {
+    if (sharedBrowser && sharedBrowser->m_editor == editor)
+        sharedBrowser->m_editor = nullptr;
+}
+
+frmDekBrowser::~frmDekBrowser() { Form_Unload(); }
+
+void frmDekBrowser::showEvent(QShowEvent* event) {
+    Form_Load();
+    m_wasShown = true;
+    QDialog::showEvent(event);
+}
+
+void frmDekBrowser::closeEvent(QCloseEvent* event) {
+    Form_Unload();
+    event->accept();
+}
+
+void frmDekBrowser::reject() { CommandBars1_Execute(261); }
+
+void frmDekBrowser::Form_Load() {
+    if (m_loaded)
+        return;
+    guarded(here("Form_Load"), [this] {
+        m_loaded = true;
+        restorePlacement(this);
+        LoadDekCom2boList();
+    });
+}
+
+void frmDekBrowser::Form_Unload() {
+    if (!m_loaded)
+        return;
+    guarded(here("Form_Unload"), [this] {
+        m_loaded = false;
+        // Until it is shown, a window does not know where it will stand.
+        if (m_wasShown && !isMinimized())
+            savePlacement(this);
+        m_cboDek->clear();
+        clearLibrary();
+    });
+}
+
+void frmDekBrowser::LoadDekCom2boList() {
+    guarded(here("LoadDekCom2boList"), [this] {
+        m_cboDek->clear();
+        for (const RationLibrary& library : readRationLibraries())
+            m_cboDek->addItem(library.name, library.dekId);
+        m_cboDek->setCurrentIndex(-1);
+    });
+}
+
+void frmDekBrowser::setDekID(const QString& dekId) {
+    guarded(here("DekID"), [&] {
+        Form_Load();
+        m_dekId = dekId;
+        int index = m_cboDek->findData(dekId, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
+        if (index < 0 && m_cboDek->count() > 0)
+            index = 0;
+        if (index < 0)
+            return;
+        const auto* chapter = index == m_cboDek->currentIndex() ? m_tvRationContent->selectedNode() : nullptr;
+        const QString key = chapter ? KeyedTree::key(chapter) : QString();
+        m_cboDek->setCurrentIndex(index);
+        cboDek_Click();
+        if (auto* same = m_tvRationContent->node(key))
+            tvRationContent_NodeClick(same);
+    });
+}
+
+QString frmDekBrowser::selectedLibrary() const { return m_cboDek->currentData().toString(); }
+
+void frmDekBrowser::cboDek_Click() {
+    guarded(here("cboDek_Click"), [this] {
+        if (m_cboDek->currentIndex() >= 0)
+            LoadSYB();
+    });
+}
+
+void frmDekBrowser::clearLibrary() {
+    m_tvRationContent->clearNodes();
+    m_grdDEB->clearRows();
+    m_library.reset();
+}
+
+void frmDekBrowser::LoadSYB() {
+    guarded(here("LoadSYB"), [this] {
+        const auto complain = [](const QString& text) {
+            showMessage(text, QStringLiteral("提示"), MessageIcon::Critical);
+        };
+        // Rations of another library must never stand beside the chosen one's name.
+        clearLibrary();
+        if (m_cboDek->currentIndex() < 0)
+            return;
+        const QString path = browsedLibraryPath(selectedLibrary());
+        if (!fso().FileExists(path))
+            return complain(path + QStringLiteral(" 文件不存在!"));
+        auto library = std::make_unique<Connection>();
+        if (!succeeds([&] { library->Open(path, QString(), Connection::readWriteCreate); }))
+            return complain(path + QStringLiteral(" 文件已损坏!"));
+        m_library = std::move(library);
+        CreateRationContent();
+    });
+}
+
+void frmDekBrowser::CreateRationContent() {
+    guarded(here("CreateRationContent"), [this] {
+        m_tvRationContent->clearNodes();
+        if (!m_library)
+            return;
+        addRationRoot(m_tvRationContent);
+        Recordset rows = m_library->OpenRecordset("SELECT * FROM DeSYB WHERE isdel=0 ORDER BY CH,ZH,JH,XH,MH;");
+        addRationChapters(m_tvRationContent, rows);
+        ReleaseOrmRecordset(rows);
+    });
+}
+
+void frmDekBrowser::tvRationContent_NodeClick(QTreeWidgetItem* node) {
+    guarded(here("tvRationContent_NodeClick"), [&] {
+        m_tvRationContent->selectNode(node);
+        const qint64 sybID = chapterOfKey(KeyedTree::key(node));
+        if (sybID != 0)
+            LoadDeb(sybID);
+        else
+            m_grdDEB->clearRows();
+    });
+}
+
+void frmDekBrowser::LoadDeb(qint64 sybID) {
+    guarded(here("LoadDeb"), [&] {
+        m_grdDEB->clearRows();
+        if (sybID == 0)
+            return;
+        Recordset rows =
+            requireConnection(m_library.get()).OpenRecordset(sql("SELECT * FROM DEB WHERE sybID=", sybID, ";"));
+        ListDeb(rows);
+        ReleaseOrmRecordset(rows);
+    });
+}
+
+void frmDekBrowser::ListDeb(Recordset& rows) {
+    const auto redraw = [this] { m_grdDEB->setRedraw(true); };
+    guarded(
+        here("ListDeb"),
+        [&] {
+            m_grdDEB->setRedraw(false);
+            m_grdDEB->clearRows();
+            for (; !rows.EndOfFile(); rows.MoveNext())
+                m_grdDEB->appendRow({{"Id", rows.text("ID")},
+                                     {"DEH", rows.text("DEH")},
+                                     {"MC", rows.text("MC")},
+                                     {"DW", rows.text("DW")}});
+            if (m_grdDEB->hasRows())
+                m_grdDEB->setRow(0);
+            redraw();
+        },
+        redraw);
+}
+
+void frmDekBrowser::sendToEditor(short mode) {
+    const int row = m_grdDEB->row();
+    if (row >= 0 && m_editor)
+        m_editor->WinCommand(mode, m_grdDEB->text(row, QStringLiteral("DEH")), selectedLibrary());
+}
+
+void frmDekBrowser::grdDEB_DblClick() {
+    guarded(here("grdDEB_DblClick"), [this] { sendToEditor(insertMode); });
+}
+
+void frmDekBrowser::CommandBars1_Execute(int id) {
+    guarded(here("CommandBars1_Execute"), [&] {
+        if (id == 259)
+            sendToEditor(insertMode);
+        else if (id == 260)
+            sendToEditor(replaceMode);
+        else if (id == 261)
+            hide();
+    });
+}

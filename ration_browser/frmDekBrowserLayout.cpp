@@ -1,0 +1,129 @@
+// The look of the ration browser: its controls, their arrangement and the command tables.
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QShortcut>
+#include <QSplitter>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "app/base/Guarded.h"
+#include "app/controls/CommandBars.h"
+#include "app/controls/KeyedGrid.h"
+#include "app/controls/KeyedTree.h"
+#include "app/controls/UiHelpers.h"
+#include "ration_browser/frmDekBrowser.h"
+#include "storage/Connection.h"
+
+namespace {
+
+constexpr QSize initialSize(920, 600);
+constexpr QSize smallestSize(480, 300);
+constexpr int treeWidth = 300;
+
+/// The command tables answer for themselves under a name of their own.
+constexpr Where inTables(const char* procedure) { return {"frmMeterial", procedure}; }
+
+std::vector<GridColumn> rationColumns() {
+    constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+    return {
+        {.key = QStringLiteral("Id"), .caption = QStringLiteral("Id"), .twips = 465, .shown = false},
+        {.key = QStringLiteral("DEH"), .caption = QStringLiteral("定额号"), .twips = 1845, .cells = left},
+        {.key = QStringLiteral("MC"), .caption = QStringLiteral("定额名称"), .twips = 4995, .cells = left},
+        {.key = QStringLiteral("DW"), .caption = QStringLiteral("单位"), .twips = 795, .cells = left},
+    };
+}
+
+}  // namespace
+
+frmDekBrowser::frmDekBrowser(QWidget* owner)
+    : QDialog(owner),
+      m_cboDek(new QComboBox(this)),
+      m_tvRationContent(new KeyedTree(this)),
+      m_grdDEB(new KeyedGrid(this)),
+      m_commandBars(new CommandBars(this, QStringLiteral("CommandBars1"))) {
+    setObjectName(QStringLiteral("frmDekBrowser"));
+    setWindowTitle(QStringLiteral("定额库浏览"));
+    setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
+                   Qt::WindowCloseButtonHint);
+    setMinimumSize(smallestSize);
+    resize(initialSize);
+    m_cboDek->setObjectName(QStringLiteral("cboDek"));
+    m_tvRationContent->setObjectName(QStringLiteral("tvRationContent"));
+    m_grdDEB->setObjectName(QStringLiteral("grdDEB"));
+    m_grdDEB->setColumns(rationColumns());
+    SetVSFlexGridStyle(m_grdDEB);
+    CreateActions();
+    layOut(CreateToolbars());
+    connectControls();
+}
+
+void frmDekBrowser::CreateActions() {
+    guarded(inTables("CreateActions"), [this] {
+        const auto command = [this](int id, const QString& caption, const QString& hint) {
+            return CommandAction{.id = id,
+                                 .caption = caption,
+                                 .tooltip = hint,
+                                 .description = hint,
+                                 .category = QStringLiteral("Content"),
+                                 .execute = [this, id] { CommandBars1_Execute(id); },
+                                 .enabled = {}};
+        };
+        const auto onRation = [this](CommandAction action) {
+            action.enabled = [this] { return m_grdDEB->hasRows(); };
+            return action;
+        };
+        m_commandBars->addActions({
+            command(256, QStringLiteral("查找"), QStringLiteral("查找")),
+            command(257, QStringLiteral("身上"), QStringLiteral("查找上一个")),
+            command(258, QStringLiteral("向下"), QStringLiteral("查找下一个")),
+            onRation(command(259, QStringLiteral("插入"), QStringLiteral("插入"))),
+            onRation(command(260, QStringLiteral("替换"), QStringLiteral("替换"))),
+            command(261, QStringLiteral("关闭"), QStringLiteral("关闭")),
+        });
+    });
+}
+
+QToolBar* frmDekBrowser::CreateToolbars() {
+    return guarded(inTables("CreateToolbars"), [this] {
+        return m_commandBars->createToolBar(QStringLiteral("定额"), {259, 260});
+    });
+}
+
+void frmDekBrowser::layOut(QToolBar* bar) {
+    auto* caption = new QLabel(QStringLiteral("定额库:"), this);
+    caption->setBuddy(m_cboDek);
+    m_cboDek->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_cboDek->setMinimumContentsLength(24);
+    auto* top = new QHBoxLayout;
+    top->addWidget(caption);
+    top->addWidget(m_cboDek);
+    top->addSpacing(8);
+    top->addWidget(bar);
+    top->addStretch(1);
+
+    auto* panes = new QSplitter(Qt::Horizontal, this);
+    panes->setChildrenCollapsible(false);
+    panes->addWidget(m_tvRationContent);
+    panes->addWidget(m_grdDEB);
+    panes->setStretchFactor(1, 1);
+    panes->setSizes({treeWidth, initialSize.width() - treeWidth});
+
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(6, 6, 6, 6);
+    all->addLayout(top);
+    all->addWidget(panes, 1);
+    setTabOrder(m_cboDek, m_tvRationContent);
+    setTabOrder(m_tvRationContent, m_grdDEB);
+    m_tvRationContent->setFocus();
+}
+
+void frmDekBrowser::connectControls() {
+    connect(m_cboDek, &QComboBox::activated, this, &frmDekBrowser::cboDek_Click);
+    connect(m_tvRationContent, &KeyedTree::nodeClick, this, &frmDekBrowser::tvRationContent_NodeClick);
+    connect(m_grdDEB, &KeyedGrid::rowDoubleClicked, this, &frmDekBrowser::grdDEB_DblClick);
+    for (const int enter : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(QKeySequence(enter), m_grdDEB, nullptr, nullptr, Qt::WidgetShortcut),
+                &QShortcut::activated, this, &frmDekBrowser::grdDEB_DblClick);
+}
