@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QPointer>
+#include <algorithm>
 
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
@@ -22,6 +23,7 @@ QPointer<frmDekBrowser> sharedBrowser;
 
 constexpr short insertMode = 0;
 constexpr short replaceMode = 1;
+constexpr int widestUnits = 160;
 
 constexpr Where here(const char* procedure) { return {"frmDekBrowser", procedure}; }
 
@@ -188,8 +190,16 @@ void frmDekBrowser::ListDeb(Recordset& rows) {
             if (m_grdDEB->hasRows())
                 m_grdDEB->setRow(0);
             redraw();
+            showUnitsWhole();
         },
         redraw);
+}
+
+void frmDekBrowser::showUnitsWhole() {
+    const int units = m_grdDEB->column(QStringLiteral("DW"));
+    const int width = m_grdDEB->columnWidth(units);
+    m_grdDEB->resizeColumnToContents(units);
+    m_grdDEB->setColumnWidth(units, std::max(width, std::min(m_grdDEB->columnWidth(units), widestUnits)));
 }
 
 void frmDekBrowser::sendToEditor(short mode) {

@@ -74,6 +74,8 @@ private:
     /// Hands the ration of the current row to the editor, if there are both.
     void sendToEditor(short mode);
     void clearLibrary();
+    /// The column of units is laid out narrow; it grows when a unit would be cut off.
+    void showUnitsWhole();
 
     QComboBox* m_cboDek;
     KeyedTree* m_tvRationContent;

@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "app/base/Guarded.h"
@@ -18,8 +19,8 @@
 
 namespace {
 
-constexpr QSize initialSize(920, 600);
-constexpr QSize smallestSize(480, 300);
+constexpr QSize initialSize(880, 600);
+constexpr QSize smallestSize(640, 360);
 constexpr int treeWidth = 300;
 
 /// The command tables answer for themselves under a name of their own.
@@ -96,6 +97,9 @@ void frmDekBrowser::layOut(QToolBar* bar) {
     caption->setBuddy(m_cboDek);
     m_cboDek->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_cboDek->setMinimumContentsLength(24);
+    // Without images only a frame tells that these are buttons.
+    for (auto* button : bar->findChildren<QToolButton*>())
+        button->setAutoRaise(false);
     auto* top = new QHBoxLayout;
     top->addWidget(caption);
     top->addWidget(m_cboDek);

@@ -122,6 +122,13 @@ QFont GridDelegate::fontOf(const QStyleOptionViewItem& option, const QModelIndex
     return font;
 }
 
+QSize GridDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const QRect wide(0, 0, 10'000, option.fontMetrics.height());
+    const int aroundText = wide.width() - textRect(wide, index).width();
+    const int text = QFontMetrics(fontOf(option, index)).horizontalAdvance(shownText(index));
+    return {text + aroundText + 1, wide.height()};
+}
+
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const GridModel* model = modelOf(index);
     const int level = m_grid->outlineColumn() < 0 ? -1 : model->row(index.row()).level;

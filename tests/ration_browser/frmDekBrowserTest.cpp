@@ -213,6 +213,9 @@ TEST_F(Browser, TheCommandTable) {
     EXPECT_EQ(buttons, QStringList({QStringLiteral("插入"), QStringLiteral("替换")}));
     for (const auto& [key, width] : {std::pair{"DEH", 123}, {"MC", 333}, {"DW", 53}})
         EXPECT_EQ(browser->grdDEB()->columnWidth(browser->grdDEB()->column(QString::fromLatin1(key))), width) << key;
+    click(browser->tvRationContent(), "K6");
+    const int units = browser->grdDEB()->columnWidth(browser->grdDEB()->column(QStringLiteral("DW")));
+    EXPECT_GT(units, browser->grdDEB()->fontMetrics().horizontalAdvance(QStringLiteral("1000m3")) + 8);
     EXPECT_TRUE(browser->grdDEB()->isColumnHidden(browser->grdDEB()->column(QStringLiteral("Id"))));
 }
 
