@@ -73,6 +73,17 @@ QString KeyedGrid::key(int column) const {
     return column >= 0 && column < m_model->columns() ? m_model->column(column).key : QString();
 }
 
+QString KeyedGrid::comboList(const QString& key) const {
+    const int found = column(key);
+    return found < 0 ? QString() : m_model->list(found).source;
+}
+
+void KeyedGrid::setComboList(const QString& key, const QString& list) {
+    const int found = column(key);
+    if (found >= 0 && m_model->list(found).source != list)
+        m_model->setList(found, list);
+}
+
 void KeyedGrid::setMergesHeader(bool on) { m_header->setMergesEqual(on); }
 
 int KeyedGrid::rowCount() const { return m_model->rows(); }
