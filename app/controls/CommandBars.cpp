@@ -56,7 +56,7 @@ QLineEdit* CommandBars::addTextEntry(QToolBar* bar, int id, const QString& capti
     label->setContentsMargins(6, 0, 2, 0);
     edit->setObjectName(QStringLiteral("%1.%2").arg(objectName()).arg(id));
     edit->setClearButtonEnabled(true);
-    edit->setFixedWidth(edit->fontMetrics().averageCharWidth() * 28);
+    edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 20);
     connect(edit, &QLineEdit::returnPressed, this, [this, enterId] { execute(enterId); });
     bar->addWidget(label);
     bar->addWidget(edit);

@@ -200,12 +200,10 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
         return choice;
     }
     auto* edit = new CellEdit(parent, list.ellipsis);
-    const QString text = index.data(Qt::EditRole).toString();
-    const QString key = m_grid->key(index.column());
-    const int limit = m_grid->editLimit ? m_grid->editLimit(index.row(), key) : 0;
-    // A text that is too long already stays whole.
+    edit->setText(index.data(Qt::EditRole).toString());
+    const int limit = m_grid->editLimit ? m_grid->editLimit(index.row(), m_grid->key(index.column())) : 0;
     if (limit > 0)
-        edit->setMaxLength(qMax(limit, static_cast<int>(text.size())));
+        edit->setLimit(limit);
     edit->setAlignment(modelOf(index)->column(index.column()).cells);
     edit->setFont(m_grid->font());
     edit->buttonClicked = [this] { m_grid->clickCellButton(); };

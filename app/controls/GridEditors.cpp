@@ -24,6 +24,18 @@ CellEdit::CellEdit(QWidget* parent, bool hasButton) : QLineEdit(parent) {
     });
 }
 
+void CellEdit::setLimit(int limit) {
+    if (text().size() <= limit) {
+        setMaxLength(limit);
+        return;
+    }
+    connect(this, &QLineEdit::textEdited, this, [this, limit, before = text().size()](const QString& text) mutable {
+        const bool shortened = text.size() < std::exchange(before, text.size());
+        if (text.size() <= limit || !shortened)
+            setMaxLength(limit);
+    });
+}
+
 void CellEdit::resizeEvent(QResizeEvent* event) {
     QLineEdit::resizeEvent(event);
     if (!m_button)

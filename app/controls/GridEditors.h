@@ -14,6 +14,9 @@ class CellEdit : public QLineEdit {
 public:
     CellEdit(QWidget* parent, bool hasButton);
 
+    /// Lets no more than `limit` characters be typed or pasted. A text that is longer already stays whole until then.
+    void setLimit(int limit);
+
     std::function<void()> buttonClicked;
 
 protected:

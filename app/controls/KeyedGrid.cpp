@@ -30,6 +30,11 @@ KeyedGrid::KeyedGrid(QWidget* parent)
     fitSizes();
 }
 
+KeyedGrid::~KeyedGrid() {
+    // An editor that goes with the grid asks nobody: those who would answer may be gone already.
+    m_editor.clear();
+}
+
 void KeyedGrid::setColumns(std::vector<GridColumn> columns) {
     m_model->setColumns(std::move(columns));
     m_row = -1;

@@ -44,6 +44,7 @@ class KeyedGrid : public QTableView {
 
 public:
     explicit KeyedGrid(QWidget* parent = nullptr);
+    ~KeyedGrid() override;
 
     /// Sets the columns, once.
     void setColumns(std::vector<GridColumn> columns);
@@ -169,7 +170,7 @@ private:
     void editorOpened(QWidget* editor, const QModelIndex& index);
     bool editorEvent(QWidget* editor, QEvent* event);
     bool editorKey(QWidget* editor, QKeyEvent* event);
-    void editorLeft(QWidget* editor, Qt::FocusReason reason);
+    bool editorLeft(QWidget* editor, Qt::FocusReason reason);
     void takeFocusBack();
     void editNext(bool forward);
     void toggleCheck(const QModelIndex& index);

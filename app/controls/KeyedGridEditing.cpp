@@ -10,6 +10,17 @@
 #include "app/controls/GridModel.h"
 #include "app/controls/KeyedGrid.h"
 
+namespace {
+
+/// Whether `widget` is `editor` or a part of it; the list of a combo box is a window of its own.
+bool belongsTo(const QWidget* editor, const QObject* widget) {
+    while (widget && widget != editor)
+        widget = widget->parent();
+    return widget;
+}
+
+}  // namespace
+
 bool KeyedGrid::mayEdit(const QModelIndex& index) const {
     return index.isValid() && !key(index.column()).isEmpty() && !m_deciding && startEdit &&
            startEdit(index.row(), key(index.column()));
@@ -36,8 +47,11 @@ void KeyedGrid::editorOpened(QWidget* editor, const QModelIndex& index) {
 bool KeyedGrid::isEditing() const { return m_editor && m_edited.isValid(); }
 
 void KeyedGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    if (editor == m_editor)
+    if (editor == m_editor) {
         m_editor.clear();
+        // It lives on, hidden, until the event loop is reached.
+        editor->setObjectName(QString());
+    }
     QTableView::closeEditor(editor, hint);
 }
 
@@ -93,12 +107,9 @@ bool KeyedGrid::editorEvent(QWidget* editor, QEvent* event) {
                 event->accept();
             return false;
         }
-        case QEvent::FocusOut: {
-            const QPointer<QWidget> left = editor;
-            editorLeft(editor, static_cast<QFocusEvent*>(event)->reason());
-            // Taken back at once: the editor shall not hear that it ever lost the focus.
-            return left && left == m_editor && left->hasFocus();
-        }
+        case QEvent::FocusOut:
+            // When the edit is refused the focus comes back: the editor shall not hear that it ever lost it.
+            return !editorLeft(editor, static_cast<QFocusEvent*>(event)->reason());
         default:
             return false;
     }
@@ -138,18 +149,19 @@ bool KeyedGrid::editorKey(QWidget* editor, QKeyEvent* event) {
     }
 }
 
-void KeyedGrid::editorLeft(QWidget* editor, Qt::FocusReason reason) {
+/// The editor has lost the focus; false when it keeps it because its edit was refused.
+bool KeyedGrid::editorLeft(QWidget* editor, Qt::FocusReason reason) {
     // A menu borrows the focus; a click into the grid itself is dealt with where the click arrives.
     if (m_deciding || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
-        (reason == Qt::MouseFocusReason && QApplication::focusWidget() == this))
-        return;
-    if (editor->isAncestorOf(QApplication::focusWidget()))
-        return;
-    if (commitEdit() || reason != Qt::MouseFocusReason)
-        return;
-    // The click that led here must not do anything while the editor stays open.
-    qApp->installEventFilter(this);
-    QTimer::singleShot(0, this, [this] { qApp->removeEventFilter(this); });
+        (reason == Qt::MouseFocusReason && QApplication::focusWidget() == this) ||
+        belongsTo(editor, QApplication::focusWidget()) || commitEdit())
+        return true;
+    if (reason == Qt::MouseFocusReason) {
+        // The click that led here must not do anything while the editor stays open.
+        qApp->installEventFilter(this);
+        QTimer::singleShot(0, this, [this] { qApp->removeEventFilter(this); });
+    }
+    return false;
 }
 
 bool KeyedGrid::eventFilter(QObject* watched, QEvent* event) {

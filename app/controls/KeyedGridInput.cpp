@@ -1,5 +1,6 @@
 // What the mouse and the keyboard do in a KeyedGrid outside an editor.
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -151,4 +152,7 @@ void KeyedGrid::focusInEvent(QFocusEvent* event) {
 void KeyedGrid::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
     viewport()->update();
+    // An input method still composes here while its editor is open already.
+    if (isEditing() && QApplication::focusWidget() != m_editor)
+        editorLeft(m_editor, event->reason());
 }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QTest>
+#include <QWidget>
+
+#include "app/controls/KeyedGrid.h"
+
+/// A shown, active window with a grid of bills and a text box beside it. What the grid tells is noted in `told`.
+class GridWindow : public QWidget {
+public:
+    GridWindow();
+
+    void fill(int rows);
+    /// Makes the window active again: without a window manager a closed popup or box leaves none active.
+    void activate();
+    /// The point in the viewport in the middle of a cell.
+    QPoint at(int row, const QString& key) const;
+    void click(int row, const QString& key, Qt::MouseButton button = Qt::LeftButton);
+    void doubleClick(int row, const QString& key);
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    void type(const QString& text);
+
+    QWidget* editor() const { return grid.findChild<QWidget*>(QStringLiteral("cellEditor")); }
+    QLineEdit* lineEditor() const { return qobject_cast<QLineEdit*>(editor()); }
+    QStringList takeTold() { return std::exchange(told, {}); }
+
+    KeyedGrid grid;
+    QLineEdit other;
+    QStringList told;
+    /// Each edit that validateEdit was asked about, as "row key text".
+    QStringList asked;
+    EditVerdict verdict = EditVerdict::Accept;
+};
