@@ -1,0 +1,194 @@
+// The commands that add and delete rows of the content grid.
+
+#include "app/base/Guarded.h"
+#include "app/base/MessageBox.h"
+#include "editor/common/CopyName.h"
+#include "editor/contents/ContentData.h"
+#include "editor/contents/ContentPane.h"
+#include "editor/contents/ContentRows.h"
+
+using namespace ContentRows;
+
+namespace {
+
+QString stepped(const KeyedGrid& grid, int row, const QString& key, int by) {
+    return QString::number(grid.value(row, key) + by);
+}
+
+bool isBlankRation(const KeyedGrid& grid, int row) {
+    return grid.level(row) == rationLevel && grid.text(row, contDeID).isEmpty();
+}
+
+}  // namespace
+
+/// Inserts a row and makes it current, ready to be typed into.
+void ContentPane::insertNode(int at, KeyedGrid::Cells cells, int level) {
+    m_grdConcent->insertRow(at, cells, level);
+    m_grdConcent->setText(at, contType, QString::number(level));
+    m_grdConcent->setCell(at, cont);
+}
+
+/// Removes a row with everything below it in the outline; the row that takes its place becomes current.
+void ContentPane::removeNode(int row) {
+    m_grdConcent->removeRows(row, m_grdConcent->nodeEnd(row) - row);
+    m_grdConcent->setRow(qMin(row, m_grdConcent->rowCount() - 1));
+}
+
+int ContentPane::rowBelowRations(int row) const {
+    int below = row + 1;
+    while (below < m_grdConcent->rowCount() && m_grdConcent->level(below) == rationLevel)
+        ++below;
+    return below;
+}
+
+void ContentPane::munAddBillCont_Click() {
+    if (!ready())
+        return;
+    guarded({"frmEditor", "munAddBillCont_Click"}, [this] {
+        const CurrentBill current = bill();
+        NewContent content{current.id, current.code, 0, {}, profession()};
+        content.name = GetCopyName(m_ormConn, QStringLiteral("新建工作内容"), "tblCont", "cont");
+        if (content.billID < 1 || content.name.isEmpty())
+            return;
+        const int row = m_grdConcent->row();
+        const int rows = m_grdConcent->rowCount();
+        for (int above = row; above >= 0 && content.num < 1; --above)
+            content.num = qMax<qint64>(0, m_grdConcent->value(above, contNum));
+        ++content.num;
+        int at = row + 1;
+        while (at < rows && m_grdConcent->value(at, contNum) <= 0)
+            ++at;
+        const qint64 id = addContent(m_ormConn, content);
+        if (id < 1)
+            return;
+        for (int below = row + 1; below < rows; ++below)
+            if (m_grdConcent->value(below, contNum) > 0)
+                m_grdConcent->setText(below, contNum, stepped(*m_grdConcent, below, contNum, 1));
+        insertNode(at,
+                   {{"contID", QString::number(id)}, {"contNum", QString::number(content.num)}, {"cont", content.name}},
+                   contentLevel);
+    });
+}
+
+void ContentPane::munAddBillSubCont_Click() {
+    if (!ready())
+        return;
+    guarded({"frmEditor", "munAddBillSubCont_Click"}, [this] {
+        const int row = m_grdConcent->row();
+        if (row < 0 || m_grdConcent->level(row) >= rationLevel)
+            return;
+        const qint64 contId = m_grdConcent->value(row, contID);
+        const QString name = GetCopyName(m_ormConn, QStringLiteral("新建二级工作内容"), "tblContDe", "subCont");
+        if (name.isEmpty())
+            return;
+        // On a content it goes behind the last one, on a second-level content right behind that.
+        qint64 number = 1;
+        int at = row + 1;
+        if (m_grdConcent->level(row) == contentLevel) {
+            for (; at < m_grdConcent->rowCount() && m_grdConcent->level(at) != contentLevel; ++at)
+                number = m_grdConcent->value(at, subNum) + 1;
+        } else {
+            number = m_grdConcent->value(row, subNum) + 1;
+            at = rowBelowRations(row);
+        }
+        if (!addSubContent(m_ormConn, contId, number, name))
+            return;
+        for (int below = at; below < m_grdConcent->rowCount() && m_grdConcent->value(below, subNum) > 0; ++below)
+            m_grdConcent->setText(below, subNum, stepped(*m_grdConcent, below, subNum, 1));
+        insertNode(at, {{"contID", QString::number(contId)}, {"subNum", QString::number(number)}, {"cont", name}},
+                   subContentLevel);
+    });
+}
+
+void ContentPane::munAddBillContDe_Click() {
+    if (!ready())
+        return;
+    guarded({"frmEditor", "munAddBillContDe_Click"}, [this] {
+        const int row = m_grdConcent->row();
+        if (row < 0)
+            return;
+        const QString library = DekID.isEmpty() ? QString() : DekID.left(10) + bill().code.left(2);
+        insertNode(rowBelowRations(row),
+                   {{"contID", m_grdConcent->text(row, contID)},
+                    {"subNum", QString::number(m_grdConcent->value(row, subNum))},
+                    {"dekName", library}},
+                   rationLevel);
+        // Only one ration row without a ration: an older one goes.
+        int blank = 0;
+        while (blank < m_grdConcent->rowCount() &&
+               (blank == m_grdConcent->row() || !isBlankRation(*m_grdConcent, blank)))
+            ++blank;
+        m_grdConcent->removeRows(blank);
+        blank = 0;
+        while (blank < m_grdConcent->rowCount() && !isBlankRation(*m_grdConcent, blank))
+            ++blank;
+        m_grdConcent->setRow(blank);
+    });
+}
+
+void ContentPane::mnuDelBillCont_Click() {
+    if (!ready())
+        return;
+    guarded({"frmEditor", "mnuDelBillCont_Click"}, [this] {
+        const int row = m_grdConcent->row();
+        if (row < 0 ||
+            !askYesNo(QStringLiteral("确认删工作内容指引 ") + m_grdConcent->text(row, cont) + QStringLiteral(" ？")))
+            return;
+        if (!deleteContent(m_ormConn, m_grdConcent->value(row, contID), m_grdConcent->value(row, contNum), bill().id))
+            return;
+        for (int next = m_grdConcent->nextSibling(row); next >= 0; next = m_grdConcent->nextSibling(next))
+            m_grdConcent->setText(next, contNum, stepped(*m_grdConcent, next, contNum, -1));
+        removeNode(row);
+    });
+}
+
+void ContentPane::munDelBillSubCont_Click() {
+    if (!ready())
+        return;
+    guarded({"frmEditor", "munDelBillSubCont_Click"}, [this] {
+        const int row = m_grdConcent->row();
+        if (row < 0 ||
+            !askYesNo(QStringLiteral("确认删工作内容指引 ") + m_grdConcent->text(row, cont) + QStringLiteral(" ？")))
+            return;
+        if (!deleteSubContent(m_ormConn, m_grdConcent->value(row, contID), m_grdConcent->value(row, subNum)))
+            return;
+        for (int next = m_grdConcent->nodeEnd(row);
+             next < m_grdConcent->rowCount() && m_grdConcent->level(next) != contentLevel; ++next)
+            m_grdConcent->setText(next, subNum, stepped(*m_grdConcent, next, subNum, -1));
+        removeNode(row);
+    });
+}
+
+void ContentPane::munDelBillContDe_Click() {
+    if (!ready())
+        return;
+    guarded({"frmEditor", "munDelBillContDe_Click"}, [this] {
+        const int row = m_grdConcent->row();
+        if (row < 0 ||
+            !askYesNo(QStringLiteral("确认删除定额 ") + m_grdConcent->text(row, cont) + QStringLiteral(" ？")))
+            return;
+        const bool first = row > 0 && m_grdConcent->level(row - 1) == subContentLevel;
+        const bool beforeSubContent =
+            row + 1 < m_grdConcent->rowCount() && m_grdConcent->level(row + 1) == subContentLevel;
+        const RationRow becomes = !first || beforeSubContent ? RationRow::Removed : RationRow::Cleared;
+        if (deleteRation(m_ormConn, m_grdConcent->value(row, contDeID), becomes))
+            removeNode(row);
+    });
+}
+
+void ContentPane::WinCommand(short mode, const QString& deh, const QString& dekID) {
+    guarded({"frmEditor", "WinCommand"}, [&] {
+        constexpr short insert = 0;
+        constexpr short replace = 1;
+        if (!ready())
+            return;
+        const int row = m_grdConcent->row();
+        const int level = row < 0 ? contentLevel : m_grdConcent->level(row);
+        if (mode == insert && level > contentLevel) {
+            munAddBillContDe_Click();
+            EditBillContDe(deh, dekID);
+        } else if (mode == replace && level == rationLevel) {
+            EditBillContDe(deh, dekID);
+        }
+    });
+}

@@ -1,0 +1,120 @@
+#include "editor/contents/ContentPane.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "app/base/Guarded.h"
+#include "app/base/Text.h"
+#include "app/controls/UiHelpers.h"
+#include "editor/contents/ContentOutline.h"
+#include "editor/contents/ContentRows.h"
+
+using namespace ContentRows;
+
+ContentPane::ContentPane(QWidget* parent)
+    : QWidget(parent), m_grdConcent(new KeyedGrid(this)), m_cboProfession(new QComboBox(this)) {
+    m_cboProfession->setObjectName(QStringLiteral("cboProfession"));
+    int number = 0;
+    for (const char16_t* name : {u"建筑", u"装饰", u"安装", u"市政", u"园林", u"送电", u"变电", u"发电", u"配网"})
+        m_cboProfession->addItem(QString::fromUtf16(name), ++number);
+    connect(m_cboProfession, &QComboBox::currentIndexChanged, this, &ContentPane::cboProfession_Click);
+    auto* label = new QLabel(QStringLiteral("专业："), this);
+    label->setBuddy(m_cboProfession);
+
+    auto* choice = new QHBoxLayout;
+    choice->setContentsMargins(6, 4, 6, 4);
+    choice->addWidget(label);
+    choice->addWidget(m_cboProfession);
+    choice->addStretch();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(choice);
+    layout->addWidget(m_grdConcent);
+    setUpGrid();
+}
+
+void ContentPane::setUpGrid() {
+    constexpr auto left = Qt::AlignLeft | Qt::AlignVCenter;
+    constexpr auto centre = Qt::AlignCenter;
+    m_grdConcent->setObjectName(QStringLiteral("grdConcent"));
+    m_grdConcent->setColumns({
+        {cont, QStringLiteral("工作内容指引"), 4995, left},
+        {unit, QStringLiteral("单位"), 1005, centre},
+        {dekName, QStringLiteral("定额库"), 3495, left},
+        {contID, contID, 1080, left, centre, false},
+        {contDeID, contDeID, 1080, left, centre, false},
+        {contNum, contNum, 1080, left, centre, false},
+        {subNum, subNum, 1080, left, centre, false},
+        {contType, contType, 1080, left, centre, false},
+    });
+    m_grdConcent->setOutlineColumn(cont);
+    SetVSFlexGridStyle(m_grdConcent);
+
+    m_grdConcent->startEdit = [this](int row, const QString& key) { return grdConcent_StartEdit(row, key); };
+    m_grdConcent->editLimit = [this](int row, const QString& key) {
+        if (key != cont)
+            return 0;
+        return m_grdConcent->level(row) == rationLevel ? 150 : 50;
+    };
+    m_grdConcent->validateEdit = [this](int row, const QString& key, QString& text) {
+        return grdConcent_ValidateEdit(row, key, text);
+    };
+    connect(m_grdConcent, &KeyedGrid::cellChanged, this, &ContentPane::grdConcent_RowColChange);
+    connect(m_grdConcent, &KeyedGrid::cellButtonClicked, this, &ContentPane::grdConcent_CellButtonClick);
+}
+
+QString ContentPane::profession() const { return zeroPadded(m_cboProfession->currentData().toInt(), 2); }
+
+void ContentPane::setDekComboList(const QString& list) {
+    m_dekComboList = list;
+    m_grdConcent->setComboList(dekName, list);
+}
+
+void ContentPane::LoadBillContent(qint64 billID) {
+    guarded(
+        {"frmEditor", "LoadBillContent"},
+        [&] {
+            m_shownBill = billID;
+            m_locked = false;
+            const Outline outline = ::LoadBillContent(m_ormConn, billID, profession());
+            m_grdConcent->setRedraw(false);
+            m_grdConcent->clearRows();
+            for (const OutlineRow& row : outline)
+                m_grdConcent->appendRow({{"cont", row.cont},
+                                         {"Unit", row.unit},
+                                         {"dekName", row.dekName},
+                                         {"contID", row.contID},
+                                         {"contDeID", row.contDeID},
+                                         {"contNum", row.contNum},
+                                         {"subNum", row.subNum},
+                                         {"contType", QString::number(row.level)}},
+                                        row.level);
+            m_grdConcent->setRow(m_grdConcent->hasRows() ? 0 : -1);
+            m_grdConcent->setRedraw(true);
+        },
+        [this] { m_grdConcent->setRedraw(true); });
+}
+
+void ContentPane::cboProfession_Click() {
+    guarded({"frmEditor", "cboProfession_Click"}, [this] {
+        const qint64 billID = bill().id;
+        if (billID < 1)
+            m_grdConcent->clearRows();
+        else
+            LoadBillContent(billID);
+    });
+}
+
+bool ContentPane::commitPending() { return m_grdConcent->commitEdit(); }
+
+void ContentPane::setLocked(bool locked) {
+    m_locked = locked;
+    if (locked)
+        m_grdConcent->cancelEdit();
+}
+
+/// Whether a command may run now: what is being typed counts first.
+bool ContentPane::ready() { return !m_locked && commitPending(); }
