@@ -3,82 +3,23 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QToolTip>
 
 #include "app/controls/GridEditors.h"
 #include "app/controls/GridModel.h"
+#include "app/controls/Marks.h"
 #include "app/controls/Style.h"
 
 namespace {
 
 constexpr int margin = 5;
 constexpr int indent = 18;
-constexpr int checkSize = 15;
 
 const GridModel* modelOf(const QModelIndex& index) { return static_cast<const GridModel*>(index.model()); }
 
 /// One line, whatever the cell holds.
 QString shownText(const QModelIndex& index) {
     return index.data().toString().replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
-}
-
-void drawArrow(QPainter* painter, const QRect& rect, bool open) {
-    const QPointF centre = QRectF(rect).center();
-    QPainterPath path;
-    if (open) {
-        path.moveTo(centre + QPointF(-4, -2));
-        path.lineTo(centre + QPointF(0, 2));
-        path.lineTo(centre + QPointF(4, -2));
-    } else {
-        path.moveTo(centre + QPointF(-2, -4));
-        path.lineTo(centre + QPointF(2, 0));
-        path.lineTo(centre + QPointF(-2, 4));
-    }
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(Theme::mutedText, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->drawPath(path);
-    painter->restore();
-}
-
-void drawCheck(QPainter* painter, const QRect& rect, bool checked) {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(checked ? Theme::accent : Theme::mutedText, 1));
-    painter->setBrush(checked ? Theme::accent : Theme::paper);
-    painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), 2.5, 2.5);
-    if (checked) {
-        const QPointF corner = rect.topLeft();
-        painter->setPen(QPen(Theme::paper, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter->drawPolyline(
-            QPolygonF{corner + QPointF(3.5, 7.5), corner + QPointF(6.5, 10.5), corner + QPointF(11.5, 4.5)});
-    }
-    painter->restore();
-}
-
-void drawButton(QPainter* painter, const QRect& rect) {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Theme::headerLine);
-    painter->setBrush(Theme::header);
-    painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), 2.5, 2.5);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(Theme::text);
-    for (const int x : {-4, 0, 4})
-        painter->drawEllipse(QRectF(rect).center() + QPointF(x, 0), 1.2, 1.2);
-    painter->restore();
-}
-
-void drawRowMarker(QPainter* painter, const QRect& rect) {
-    const QPointF centre = QRectF(rect).center();
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(Theme::accent);
-    painter->drawPolygon(
-        QPolygonF{centre + QPointF(-2.5, -4.5), centre + QPointF(2.5, 0), centre + QPointF(-2.5, 4.5)});
-    painter->restore();
 }
 
 }  // namespace
@@ -101,7 +42,7 @@ QRect GridDelegate::buttonRect(const QRect& cell, const QModelIndex& index) cons
 QRect GridDelegate::checkRect(const QRect& cell, const QModelIndex& index) const {
     if (modelOf(index)->column(index.column()).look != GridColumn::Look::CheckBox)
         return {};
-    QRect box(0, 0, checkSize, checkSize);
+    QRect box(0, 0, Theme::checkSize, Theme::checkSize);
     box.moveCenter(cell.center());
     return box;
 }
@@ -138,7 +79,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     if (model->column(index.column()).key.isEmpty()) {
         painter->fillRect(option.rect, Theme::header);
         if (index.row() == m_grid->row())
-            drawRowMarker(painter, option.rect);
+            Theme::drawRowMarker(painter, option.rect);
         painter->restore();
         return;
     }
@@ -148,13 +89,13 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
 
     const QRect arrow = arrowRect(option.rect, index);
     if (!arrow.isEmpty())
-        drawArrow(painter, arrow, !model->row(index.row()).collapsed);
+        Theme::drawArrow(painter, arrow, !model->row(index.row()).collapsed);
     const QRect check = checkRect(option.rect, index);
     if (!check.isEmpty())
-        drawCheck(painter, check, model->text(index.row(), index.column()) == QLatin1String("1"));
+        Theme::drawCheck(painter, check, model->text(index.row(), index.column()) == QLatin1String("1"));
     const QRect button = buttonRect(option.rect, index);
     if (!button.isEmpty())
-        drawButton(painter, button);
+        Theme::drawButton(painter, button);
 
     const QRect room = textRect(option.rect, index);
     if (level >= 2 && index.column() == m_grid->outlineColumn() && arrow.isEmpty()) {
@@ -170,9 +111,9 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     painter->drawText(room,
                       static_cast<int>((alignment & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter | Qt::TextSingleLine),
                       QFontMetrics(font).elidedText(shownText(index), Qt::ElideRight, room.width()));
-    if (index == m_grid->currentIndex() && focused) {
+    if (index == m_grid->currentIndex()) {
         painter->setRenderHint(QPainter::Antialiasing, false);
-        painter->setPen(Theme::accent);
+        painter->setPen(focused ? Theme::accent : Theme::disabledText);
         painter->setBrush(Qt::NoBrush);
         painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     }
@@ -186,7 +127,7 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     // Only a text that does not fit needs to be told in full.
     const bool fits =
         QFontMetrics(fontOf(option, index)).horizontalAdvance(shownText(index)) <= textRect(option.rect, index).width();
-    QToolTip::showText(event->globalPos(), fits ? QString() : index.data().toString().toHtmlEscaped(), view);
+    QToolTip::showText(event->globalPos(), fits ? QString() : Theme::plainToolTip(index.data().toString()), view);
     return true;
 }
 

@@ -1,21 +1,38 @@
 #include "app/controls/GridEditors.h"
 
 #include <QKeyEvent>
-#include <QPointer>
+#include <QPainter>
 #include <QTimer>
 #include <QToolButton>
 #include <QWheelEvent>
 
 #include "app/controls/GridModel.h"
+#include "app/controls/Marks.h"
+
+namespace {
+
+/// Looks as the delegate paints it in a cell that is not edited.
+class CellButton : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        Theme::drawButton(&painter, rect());
+    }
+};
+
+}  // namespace
 
 CellEdit::CellEdit(QWidget* parent, bool hasButton) : QLineEdit(parent) {
     setObjectName(QStringLiteral("cellEditor"));
     setFrame(false);
+    setTextMargins(2, 0, 2, 0);
     if (!hasButton)
         return;
-    m_button = new QToolButton(this);
+    m_button = new CellButton(this);
     m_button->setObjectName(QStringLiteral("cellButton"));
-    m_button->setText(QStringLiteral("…"));
     m_button->setFocusPolicy(Qt::NoFocus);
     m_button->setCursor(Qt::ArrowCursor);
     connect(m_button, &QToolButton::clicked, this, [this] {
@@ -40,9 +57,9 @@ void CellEdit::resizeEvent(QResizeEvent* event) {
     QLineEdit::resizeEvent(event);
     if (!m_button)
         return;
-    const int edge = height();
-    m_button->setGeometry(width() - edge, 0, edge, edge);
-    setTextMargins(0, 0, edge, 0);
+    const int edge = height() - 2;
+    m_button->setGeometry(width() - edge - 2, 1, edge + 2, edge);
+    setTextMargins(0, 0, edge + 4, 0);
 }
 
 CellChoice::CellChoice(QWidget* parent, const ComboList& list, const QString& value)

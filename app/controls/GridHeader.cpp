@@ -44,6 +44,17 @@ int GridHeader::neighbour(int section, int step) const {
     return !caption(section).isEmpty() && caption(section) == caption(found) ? found : -1;
 }
 
+void GridHeader::paintEvent(QPaintEvent* event) {
+    {
+        QPainter painter(viewport());
+        const QRect all = viewport()->rect();
+        painter.fillRect(all, Theme::header);
+        painter.setPen(Theme::headerLine);
+        painter.drawLine(all.bottomLeft(), all.bottomRight());
+    }
+    QHeaderView::paintEvent(event);
+}
+
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
     QRect cell = rect;
     if (m_mergesEqual) {

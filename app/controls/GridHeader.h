@@ -14,6 +14,7 @@ public:
     int captionWidth(int section) const;
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
     QSize sizeHint() const override;
 

@@ -4,6 +4,7 @@
 #include <QScopedValueRollback>
 
 #include "app/base/Text.h"
+#include "app/base/UserEvent.h"
 #include "app/controls/GridDelegate.h"
 #include "app/controls/GridHeader.h"
 #include "app/controls/GridModel.h"
@@ -28,6 +29,11 @@ KeyedGrid::KeyedGrid(QWidget* parent)
     setWordWrap(false);
     setCornerButtonEnabled(false);
     fitSizes();
+    // A procedure that failed half-way through must not leave the grid dead.
+    connect(&UserEvent::instance(), &UserEvent::over, this, [this] {
+        if (m_model->isCollecting())
+            setRedraw(true);
+    });
 }
 
 KeyedGrid::~KeyedGrid() {

@@ -81,6 +81,7 @@ public:
     void setCell(int row, const QString& key);
 
     /// While redrawing is off, rows may be filled in bulk at the cost of one refresh when it goes on again.
+    /// It goes on by itself when the user's event is over.
     void setRedraw(bool on);
 
     /// A free text the owner keeps with the grid.

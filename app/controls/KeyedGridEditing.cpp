@@ -53,6 +53,7 @@ void KeyedGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint 
         editor->setObjectName(QString());
     }
     QTableView::closeEditor(editor, hint);
+    viewport()->update();
 }
 
 void KeyedGrid::cancelEdit() {

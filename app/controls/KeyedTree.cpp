@@ -4,14 +4,27 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QTreeWidgetItemIterator>
 
 #include "app/base/Error.h"
+#include "app/controls/Marks.h"
+#include "app/controls/Style.h"
 
 namespace {
 constexpr int keyRole = Qt::UserRole;
 constexpr int tagRole = Qt::UserRole + 1;
+
+/// Rows with some air.
+class NodeDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + 6};
+    }
+};
 }  // namespace
 
 KeyedTree::KeyedTree(QWidget* parent) : QTreeWidget(parent) {
@@ -23,6 +36,12 @@ KeyedTree::KeyedTree(QWidget* parent) : QTreeWidget(parent) {
     setEditTriggers(NoEditTriggers);
     setExpandsOnDoubleClick(true);
     setTextElideMode(Qt::ElideRight);
+    setItemDelegate(new NodeDelegate(this));
+    QPalette colours = palette();
+    colours.setColor(QPalette::Highlight, Theme::selection);
+    colours.setColor(QPalette::Inactive, QPalette::Highlight, Theme::selectionWithoutFocus);
+    colours.setColor(QPalette::HighlightedText, Theme::text);
+    setPalette(colours);
 }
 
 void KeyedTree::clearNodes() {
@@ -206,6 +225,12 @@ void KeyedTree::focusInEvent(QFocusEvent* event) {
         QAbstractScrollArea::focusInEvent(event);
 }
 
+void KeyedTree::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const {
+    if (model()->hasChildren(index))
+        Theme::drawArrow(painter, QRect(rect.right() - indentation() + 1, rect.top(), indentation(), rect.height()),
+                         isExpanded(index));
+}
+
 bool KeyedTree::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QTreeWidget::viewportEvent(event);
@@ -213,7 +238,7 @@ bool KeyedTree::viewportEvent(QEvent* event) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const Node* node = itemAt(help->pos());
     const bool cut = node && fontMetrics().horizontalAdvance(node->text(0)) + 8 > visualItemRect(node).width();
-    QToolTip::showText(help->globalPos(), cut ? node->text(0).toHtmlEscaped() : QString(), this);
+    QToolTip::showText(help->globalPos(), cut ? Theme::plainToolTip(node->text(0)) : QString(), this);
     return true;
 }
 

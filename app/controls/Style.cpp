@@ -29,6 +29,9 @@ public:
                   QStyleHintReturn* result) const override {
         if (hint == SH_Table_GridLineColor)
             return static_cast<int>(Theme::gridLine.rgb());
+        // Lists drop down below their box, on white, as on the users' other desktops.
+        if (hint == SH_ComboBox_Popup)
+            return 0;
         return QProxyStyle::styleHint(hint, option, widget, result);
     }
 };

@@ -2,9 +2,8 @@
 
 #include <QElapsedTimer>
 #include <QHeaderView>
-#include <QMenu>
-#include <QPainter>
 
+#include "app/base/Guarded.h"
 #include "app/controls/UiHelpers.h"
 #include "tests/controls/GridWindow.h"
 
@@ -69,6 +68,18 @@ TEST(GridRows, ARefillTellsTheFirstRowAgain) {
     EXPECT_EQ(window.grid.currentIndex().row(), 0);
     EXPECT_EQ(window.grid.model()->rowCount(), 3);
     EXPECT_TRUE(window.grid.updatesEnabled());
+}
+
+TEST(GridRows, AFillThatFailedHalfWayLeavesAWorkingGrid) {
+    GridWindow window;
+    guarded({"tests", "fill"}, [&] {
+        window.grid.setRedraw(false);
+        window.grid.appendRow({{"Name", QStringLiteral("一")}});
+    });
+    EXPECT_FALSE(window.grid.updatesEnabled());
+    QApplication::processEvents();
+    EXPECT_TRUE(window.grid.updatesEnabled());
+    EXPECT_FALSE(window.at(0, name).isNull());
 }
 
 TEST(GridRows, TheCurrentRowStaysItselfAmongInsertionsAndRemovals) {
