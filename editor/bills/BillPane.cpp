@@ -1,0 +1,124 @@
+#include "editor/bills/BillPane.h"
+
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "app/base/Guarded.h"
+#include "editor/bills/BillTextBox.h"
+#include "storage/LibraryConnection.h"
+
+namespace {
+
+constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr Qt::Alignment centre = Qt::AlignCenter;
+
+std::vector<GridColumn> billColumns() {
+    return {
+        {QString(), QString(), 225, left, left},
+        {QStringLiteral("id"), QStringLiteral("id"), 900, left, left, false},
+        {QStringLiteral("CodePreFix"), QStringLiteral("前缀"), 960, centre, centre},
+        {QStringLiteral("Code"), QStringLiteral("编号"), 1590, left, centre},
+        {QStringLiteral("Name"), QStringLiteral("清单名称"), 4995, left, centre},
+        {QStringLiteral("Unit"), QStringLiteral("单位"), 1155, centre, centre},
+        {QStringLiteral("Cont"), QStringLiteral("工作内容"), 2475, left, centre, false},
+        {QStringLiteral("RULE"), QStringLiteral("计算规则"), 2985, left, centre, false},
+    };
+}
+
+}  // namespace
+
+BillPane::BillPane(QWidget* parent)
+    : QWidget(parent),
+      m_layout(new QVBoxLayout(this)),
+      m_grdBillList(new KeyedGrid(this)),
+      m_txtRule(new BillTextBox(this)),
+      m_txtContent(new BillTextBox(this)) {
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(0);
+    m_layout->addWidget(m_grdBillList, 1);
+    setFocusProxy(m_grdBillList);
+    m_grdBillList->setObjectName(QStringLiteral("grdBillList"));
+    m_grdBillList->setColumns(billColumns());
+    m_grdBillList->setTag(QStringLiteral("0"));
+    m_txtRule->setObjectName(QStringLiteral("txtRule"));
+    m_txtContent->setObjectName(QStringLiteral("txtContent"));
+    connect(m_grdBillList, &KeyedGrid::rowChanged, this, [this](int, int row) { grdBillList_AfterRowColChange(row); });
+    enableEditing();
+}
+
+BillPane::~BillPane() {
+    // Boxes that were laid out elsewhere may live on and lose the focus later.
+    for (BillTextBox* box : {m_txtRule.data(), m_txtContent.data()}) {
+        if (box)
+            box->validate = nullptr;
+    }
+}
+
+QPlainTextEdit* BillPane::txtRule() const { return m_txtRule; }
+
+QPlainTextEdit* BillPane::txtContent() const { return m_txtContent; }
+
+void BillPane::addToolBar(QToolBar* bar) { m_layout->insertWidget(m_layout->indexOf(m_grdBillList), bar); }
+
+void BillPane::LoadBill(const QString& chapterCode) {
+    guarded({"frmEditor", "LoadBill"}, [&] {
+        commitPending();
+        Recordset rows = billsOfChapter(m_ormConn, chapterCode);
+        ListBillData(&rows);
+        ReleaseOrmRecordset(rows);
+    });
+}
+
+void BillPane::ListBillData(Recordset* rows) {
+    if (!rows)
+        return;
+    guarded(
+        {"frmEditor", "ListBillData"},
+        [&] {
+            commitPending();
+            m_grdBillList->clearRows();
+            m_grdBillList->setRedraw(false);
+            for (; !rows->EndOfFile(); rows->MoveNext())
+                m_grdBillList->appendRow({{"id", rows->text("ID")},
+                                          {"CodePrefix", rows->text("CodePrefix")},
+                                          {"Code", rows->text("Code")},
+                                          {"Name", rows->text("Name")},
+                                          {"Unit", rows->text("Unit")},
+                                          {"Cont", rows->text("Cont")},
+                                          {"RULE", rows->text("Rule")}});
+            showFirstBill();
+        },
+        [this] { showFirstBill(); });
+}
+
+void BillPane::showFirstBill() {
+    if (m_grdBillList->hasRows())
+        m_grdBillList->setRow(0);
+    else
+        grdBillList_AfterRowColChange(-1);
+    m_grdBillList->setRedraw(true);
+    if (!m_grdBillList->hasRows() && listEmptied)
+        listEmptied();
+}
+
+void BillPane::clearList() {
+    commitPending();
+    m_grdBillList->clearRows();
+    m_txtRule->showText(0, {});
+    m_txtContent->showText(0, {});
+}
+
+void BillPane::grdBillList_AfterRowColChange(int newRow) {
+    guarded({"frmEditor", "grdBillList_AfterRowColChange"}, [&] {
+        // What was typed for the bill that was current until now.
+        m_txtRule->commitChange();
+        m_txtContent->commitChange();
+        const qint64 id = billId(newRow);
+        if (billChanged)
+            billChanged(id);
+        m_txtRule->showText(id, m_grdBillList->text(newRow, QStringLiteral("RULE")));
+        m_txtContent->showText(id, m_grdBillList->text(newRow, QStringLiteral("Cont")));
+    });
+}
+
+qint64 BillPane::billId(int row) const { return m_grdBillList->value(row, QStringLiteral("id")); }

@@ -1,0 +1,67 @@
+#include "editor/bills/BillTextBox.h"
+
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QScopedValueRollback>
+
+namespace {
+
+QString lineEndOf(const QString& stored) {
+    const bool onlyLineFeeds = stored.contains(QLatin1Char('\n')) && !stored.contains(QLatin1String("\r\n"));
+    return onlyLineFeeds ? QStringLiteral("\n") : QStringLiteral("\r\n");
+}
+
+}  // namespace
+
+BillTextBox::BillTextBox(QWidget* parent) : QPlainTextEdit(parent) {
+    setTabChangesFocus(true);
+    setReadOnly(true);
+}
+
+void BillTextBox::showText(qint64 billId, const QString& stored) {
+    m_billId = billId;
+    setReadOnly(billId == 0);
+    setPlainText(billId == 0 ? QString() : stored);
+    setStored(billId == 0 ? QString() : stored);
+}
+
+void BillTextBox::setStored(const QString& stored) {
+    m_stored = stored;
+    m_shown = shownText();
+}
+
+/// The document's own text: toPlainText() would turn no-break spaces into blanks.
+QString BillTextBox::shownText() const { return document()->toRawText(); }
+
+bool BillTextBox::isChanged() const { return m_billId != 0 && shownText() != m_shown; }
+
+QString BillTextBox::text() const {
+    return isChanged() ? shownText().replace(QChar::ParagraphSeparator, lineEndOf(m_stored)) : m_stored;
+}
+
+void BillTextBox::commitChange() {
+    if (hasFocus())
+        QGuiApplication::inputMethod()->commit();
+    if (isChanged())
+        write();
+}
+
+void BillTextBox::write() {
+    // A message box of the writing takes the focus: that must not write again.
+    if (m_writing || m_billId == 0 || !validate)
+        return;
+    const QScopedValueRollback writing(m_writing, true);
+    validate();
+}
+
+void BillTextBox::focusOutEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusOutEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    const bool borrowed =
+        reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+    if (borrowed)
+        commitChange();
+    else
+        write();
+}

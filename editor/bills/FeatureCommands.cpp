@@ -1,0 +1,65 @@
+// The commands that change which features and values there are.
+
+#include "app/base/Guarded.h"
+#include "editor/bills/FeaturePane.h"
+#include "editor/common/CopyName.h"
+
+namespace {
+
+const QString id = QStringLiteral("id");
+
+/// The row that takes the place of a removed one.
+void stayAtRow(KeyedGrid* grid, int row) { grid->setRow(qMin(row, grid->rowCount() - 1)); }
+
+}  // namespace
+
+void FeaturePane::mnuAddFeature_Click() {
+    guarded({"frmEditor", "mnuAddFeature_Click"}, [this] {
+        const qint64 billId = currentBillId();
+        if (m_locked || billId == 0)
+            return;
+        const QString name = GetCopyName(m_ormConn, QStringLiteral("新建项目特征"), "tblBillSpec", "Name");
+        if (name.isEmpty())
+            return;
+        const std::optional<qint64> added = addFeature(m_ormConn, billId, name);
+        if (!added)
+            return;
+        m_grdSpec->setRow(
+            m_grdSpec->appendRow({{"id", QString::number(*added)}, {"Name", name}, {"type", QStringLiteral("0")}}));
+    });
+}
+
+void FeaturePane::mnuDeleteFeature_Click() {
+    guarded({"frmEditor", "mnuDeleteFeature_Click"}, [this] {
+        const int row = m_grdSpec->row();
+        if (m_locked || row < 0 || !deleteFeature(m_ormConn, m_grdSpec->value(row, id)))
+            return;
+        m_grdSpec->removeRows(row);
+        stayAtRow(m_grdSpec, row);
+        if (!m_grdSpec->hasRows())
+            grdSpec_AfterRowColChange(-1);
+    });
+}
+
+void FeaturePane::mnuAddFeatureVal_Click() {
+    guarded({"frmEditor", "mnuAddFeatureVal_Click"}, [this] {
+        const int row = m_grdSpec->row();
+        if (m_locked || row < 0)
+            return;
+        const std::optional<qint64> added = addFeatureVal(m_ormConn, m_grdSpec->value(row, id));
+        if (!added)
+            return;
+        m_grdSpecEnum->setRow(
+            m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", QStringLiteral("2")}}));
+    });
+}
+
+void FeaturePane::mnuDeleteFeatureVal_Click() {
+    guarded({"frmEditor", "mnuDeleteFeatureVal_Click"}, [this] {
+        const int row = m_grdSpecEnum->row();
+        if (m_locked || row < 0 || !deleteFeatureVal(m_ormConn, m_grdSpecEnum->value(row, id)))
+            return;
+        m_grdSpecEnum->removeRows(row);
+        stayAtRow(m_grdSpecEnum, row);
+    });
+}

@@ -1,0 +1,91 @@
+// What the user edits of features and values.
+
+#include "app/base/Guarded.h"
+#include "app/base/Text.h"
+#include "editor/bills/FeaturePane.h"
+
+namespace {
+
+const QString isUse = QStringLiteral("isUse");
+const QString eigenValue = QStringLiteral("eigenValue");
+const QString inUse = QStringLiteral("1");
+const QString notInUse = QStringLiteral("2");
+
+}  // namespace
+
+void FeaturePane::enableEditing() {
+    m_grdSpec->setComboList(QStringLiteral("type"), QStringLiteral("#0; |#1;数值|#2;枚举|#3;计算"));
+    m_grdSpec->startEdit = [this](int, const QString& key) {
+        return !m_locked && key.compare(QLatin1String("id"), Qt::CaseInsensitive) != 0;
+    };
+    m_grdSpec->validateEdit = [this](int row, const QString& key, QString& text) {
+        return grdSpec_ValidateEdit(row, key, text);
+    };
+    m_grdSpecEnum->startEdit = m_grdSpec->startEdit;
+    m_grdSpecEnum->validateEdit = [this](int, const QString&, QString&) {
+        m_valuesBeforeEdit = values();
+        return EditVerdict::Accept;
+    };
+    connect(m_grdSpecEnum, &KeyedGrid::afterEdit, this, &FeaturePane::grdSpecEnum_AfterEdit);
+}
+
+EditVerdict FeaturePane::grdSpec_ValidateEdit(int row, const QString& key, QString& text) {
+    return guarded(
+        {"frmEditor", "grdSpec_ValidateEdit"},
+        [&] {
+            // Of the type the number is stored, which is the position in its list.
+            const bool isType = key.compare(QLatin1String("type"), Qt::CaseInsensitive) == 0;
+            const QString value = isType ? QString::number(numericValue(text)) : trimBlanks(text);
+            if (!ModifyBillSpec(m_ormConn, m_grdSpec->value(row, QStringLiteral("id")), key, value))
+                return EditVerdict::Restore;
+            text = value;
+            return EditVerdict::Accept;
+        },
+        [] { return EditVerdict::Restore; });
+}
+
+void FeaturePane::grdSpecEnum_AfterEdit(int row, const QString& key) {
+    guarded({"frmEditor", "grdSpecEnum_AfterEdit"}, [&] {
+        if (key.compare(isUse, Qt::CaseInsensitive) == 0 && m_grdSpecEnum->text(row, isUse) == inUse) {
+            for (int other = 0; other < m_grdSpecEnum->rowCount(); ++other) {
+                if (other != row)
+                    m_grdSpecEnum->setText(other, isUse, notInUse);
+            }
+        }
+        const std::vector<FeatureValue> written = values();
+        QString defVal;
+        for (const FeatureValue& value : written) {
+            if (value.isUse == inUse)
+                defVal = value.eigenValue;
+        }
+        if (writeFeatureValues(m_ormConn, m_shownFeature, written, defVal))
+            m_grdSpec->setText(rowOfFeature(m_shownFeature), QStringLiteral("defval"), defVal);
+        else
+            showValues(m_valuesBeforeEdit);
+    });
+}
+
+std::vector<FeatureValue> FeaturePane::values() const {
+    std::vector<FeatureValue> all;
+    for (int row = 0; row < m_grdSpecEnum->rowCount(); ++row)
+        all.push_back({m_grdSpecEnum->value(row, QStringLiteral("ID")), m_grdSpecEnum->text(row, isUse),
+                       m_grdSpecEnum->text(row, eigenValue)});
+    return all;
+}
+
+void FeaturePane::showValues(const std::vector<FeatureValue>& values) {
+    int row = 0;
+    for (const FeatureValue& value : values) {
+        m_grdSpecEnum->setText(row, isUse, value.isUse);
+        m_grdSpecEnum->setText(row, eigenValue, value.eigenValue);
+        ++row;
+    }
+}
+
+int FeaturePane::rowOfFeature(qint64 specId) const {
+    for (int row = 0; row < m_grdSpec->rowCount(); ++row) {
+        if (m_grdSpec->value(row, QStringLiteral("id")) == specId)
+            return row;
+    }
+    return -1;
+}

@@ -1,0 +1,118 @@
+#include "editor/bills/FeaturePane.h"
+
+#include <QHBoxLayout>
+#include <QSplitter>
+
+#include "app/base/Guarded.h"
+#include "storage/LibraryConnection.h"
+
+namespace {
+
+constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr Qt::Alignment centre = Qt::AlignCenter;
+
+std::vector<GridColumn> featureColumns() {
+    return {
+        {QStringLiteral("id"), QStringLiteral("ID"), 480, left, left, false},
+        {QStringLiteral("Name"), QStringLiteral("特征名称"), 3000, left, centre},
+        {QStringLiteral("type"), QStringLiteral("类型"), 1080, centre, centre},
+        {QStringLiteral("unit"), QStringLiteral("单位"), 1080, centre, centre},
+        {QStringLiteral("defval"), QStringLiteral("默认值"), 1995, centre, centre},
+    };
+}
+
+std::vector<GridColumn> valueColumns() {
+    return {
+        {QStringLiteral("ID"), QStringLiteral("ID"), 495, left, left, false},
+        {QStringLiteral("isUse"), QStringLiteral("特征值"), 630, centre, centre, true, GridColumn::Look::CheckBox},
+        {QStringLiteral("eigenValue"), QStringLiteral("特征值"), 1005, centre, centre},
+    };
+}
+
+}  // namespace
+
+FeaturePane::FeaturePane(QWidget* parent)
+    : QWidget(parent), m_grdSpec(new KeyedGrid(this)), m_grdSpecEnum(new KeyedGrid(this)) {
+    m_grdSpec->setObjectName(QStringLiteral("grdSpec"));
+    m_grdSpec->setColumns(featureColumns());
+    m_grdSpecEnum->setObjectName(QStringLiteral("grdSpecEnum"));
+    m_grdSpecEnum->setColumns(valueColumns());
+
+    auto* sides = new QSplitter(Qt::Horizontal, this);
+    sides->setChildrenCollapsible(false);
+    sides->addWidget(m_grdSpec);
+    sides->addWidget(m_grdSpecEnum);
+    sides->setStretchFactor(0, 3);
+    sides->setStretchFactor(1, 1);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(sides);
+    setFocusProxy(m_grdSpec);
+
+    connect(m_grdSpec, &KeyedGrid::rowChanged, this, [this](int, int row) { grdSpec_AfterRowColChange(row); });
+    enableEditing();
+}
+
+void FeaturePane::LoadBillSpec(qint64 billId) {
+    guarded(
+        {"frmEditor", "LoadBillSpec"},
+        [&] {
+            m_shownBill = billId;
+            m_locked = false;
+            m_grdSpec->clearRows();
+            m_grdSpec->setRedraw(false);
+            Recordset rows = featuresOfBill(m_ormConn, billId);
+            for (; !rows.EndOfFile(); rows.MoveNext())
+                m_grdSpec->appendRow({{"id", rows.text("ID")},
+                                      {"Name", rows.text("Name")},
+                                      {"type", rows.text("Type")},
+                                      {"unit", rows.text("Unit")},
+                                      {"defval", rows.text("DefVal")}});
+            ReleaseOrmRecordset(rows);
+            showFirstRow(m_grdSpec);
+        },
+        [this] { showFirstRow(m_grdSpec); });
+}
+
+void FeaturePane::LoadSpecEnum(qint64 specId) {
+    guarded(
+        {"frmEditor", "LoadSpecEnum"},
+        [&] {
+            m_shownFeature = specId;
+            m_grdSpecEnum->clearRows();
+            m_grdSpecEnum->setRedraw(false);
+            Recordset rows = valuesOfFeature(m_ormConn, specId);
+            for (; !rows.EndOfFile(); rows.MoveNext())
+                m_grdSpecEnum->appendRow({{"ID", rows.text("ID")},
+                                          {"isUse", QString::number(rows.number("IsUse") == 1 ? 1 : 2)},
+                                          {"eigenValue", rows.text("EigenValue")}});
+            ReleaseOrmRecordset(rows);
+            showFirstRow(m_grdSpecEnum);
+        },
+        [this] { showFirstRow(m_grdSpecEnum); });
+}
+
+void FeaturePane::showFirstRow(KeyedGrid* grid) {
+    if (grid->hasRows())
+        grid->setRow(0);
+    else if (grid == m_grdSpec)
+        grdSpec_AfterRowColChange(-1);
+    grid->setRedraw(true);
+}
+
+void FeaturePane::grdSpec_AfterRowColChange(int newRow) {
+    guarded({"frmEditor", "grdSpec_AfterRowColChange"}, [&] {
+        if (newRow >= 0) {
+            LoadSpecEnum(m_grdSpec->value(newRow, QStringLiteral("id")));
+        } else {
+            m_shownFeature = 0;
+            m_grdSpecEnum->clearRows();
+        }
+    });
+}
+
+bool FeaturePane::commitPending() {
+    const bool featureDone = m_grdSpec->commitEdit();
+    const bool valueDone = m_grdSpecEnum->commitEdit();
+    return featureDone && valueDone;
+}
