@@ -295,11 +295,10 @@ TEST_F(ContentCommands, ThoseThatFailLeaveTheGrid) {
     answers.takeSeen();
     for (const auto& command : {&ContentPane::mnuDelBillCont_Click, &ContentPane::munDelBillSubCont_Click,
                                 &ContentPane::munDelBillContDe_Click}) {
-        ModalAnswers yes;
-        yes.press(QMessageBox::Yes).closeAnything();
+        answers.press(QMessageBox::Yes);
         grid.setRow(3);
         (pane.*command)();
-        EXPECT_EQ(yes.seen().size(), 2);
+        EXPECT_EQ(answers.takeSeen().size(), 2) << "the question and the error";
     }
     EXPECT_EQ(window.shown(), before);
     QCoreApplication::processEvents();

@@ -4,11 +4,9 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
 #include <QMessageBox>
 #include <QTest>
 
-#include "app/base/Definitions.h"
 #include "tests/contents/ContentWindow.h"
 #include "tests/support/ModalAnswers.h"
 
@@ -196,8 +194,8 @@ TEST_F(ContentPaneTest, AMissingLibraryIsNamed) {
     EXPECT_TRUE(grid.isEditing());
     window.activate();
     window.key(Qt::Key_Escape);
-    EXPECT_EQ(answers.takeSeen(), QStringList{QStringLiteral("提示: 定额库") + dataPath + QStringLiteral("广东省") +
-                                              QDir::separator() + QStringLiteral("gone.db文件不存在!")});
+    EXPECT_EQ(answers.takeSeen(),
+              QStringList{QStringLiteral("提示: 定额库") + window.missingLibrary() + QStringLiteral("文件不存在!")});
     EXPECT_FALSE(pane.EditBillContDe(QStringLiteral("A1-1"), QStringLiteral("not listed")));
     EXPECT_EQ(answers.takeSeen(), lines({"提示: 定额库文件不存在!"}));
 }

@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
 #include "app/base/Text.h"
 #include "editor/contents/ContentOutline.h"
 #include "storage/LibraryConnection.h"
@@ -39,6 +41,8 @@ ContentWindow::ContentWindow() {
 }
 
 void ContentWindow::activate() const {
+    // What a closed box or list has still to tell comes first.
+    QCoreApplication::processEvents();
     window()->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window()));
 }
@@ -113,6 +117,10 @@ void ContentWindow::chooseLibrary(int row, const QString& dekId) const {
     choice->view()->setCurrentIndex(choice->model()->index(choice->findData(dekId), 0));
     QTest::keyClick(choice->view(), Qt::Key_Return);
     ASSERT_FALSE(grid().isEditing());
+}
+
+QString ContentWindow::missingLibrary() const {
+    return joinPath(dataPath + QStringLiteral("广东省"), QStringLiteral("gone.db"));
 }
 
 void ContentWindow::key(Qt::Key key) const { QTest::keyClick(QApplication::focusWidget(), key); }

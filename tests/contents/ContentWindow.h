@@ -34,6 +34,8 @@ public:
     /// Chooses the ration library `dekId` in the list of a ration row.
     void chooseLibrary(int row, const QString& dekId) const;
     void key(Qt::Key key) const;
+    /// Where the file of "GONE" would be.
+    QString missingLibrary() const;
     /// Makes sure that keys arrive in the grid, whatever box was there before.
     void activate() const;
 
