@@ -97,6 +97,8 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
             throw sqliteError(database, keyed);
     }
     run(database, "PRAGMA schema_version");
+    // Room for a library of national size, taken only as it is read: every change of bill passes over the same tables.
+    run(database, "PRAGMA cache_size=-65536");
     m_database = opened.release();
     m_path = path;
     m_leftovers = std::make_unique<Leftovers>(this);

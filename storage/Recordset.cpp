@@ -31,13 +31,14 @@ void Recordset::Close() { m_statement.reset(); }
 int Recordset::columnIndex(const char* column) const {
     if (EndOfFile())
         throw Error(3021, QStringLiteral("没有当前记录"));
-    const QByteArray key = QByteArray::fromRawData(column, static_cast<qsizetype>(qstrlen(column)));
-    if (const auto known = m_columns.constFind(key); known != m_columns.constEnd())
-        return *known;
+    for (const auto& [name, index] : m_columns) {
+        if (name == column)
+            return index;
+    }
     for (int i = 0; i < sqlite3_column_count(m_statement.get()); ++i) {
         const char* name = sqlite3_column_name(m_statement.get(), i);
         if (name && qstricmp(name, column) == 0) {
-            m_columns.insert(QByteArray(column), i);
+            m_columns.emplace_back(column, i);
             return i;
         }
     }

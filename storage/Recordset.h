@@ -1,8 +1,10 @@
 #pragma once
 
-#include <QHash>
+#include <QByteArray>
 #include <QString>
 #include <memory>
+#include <utility>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -44,5 +46,5 @@ private:
     sqlite3* m_database = nullptr;
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;
     bool m_ended = true;
-    mutable QHash<QByteArray, int> m_columns;
+    mutable std::vector<std::pair<QByteArray, int>> m_columns;  ///< as they were asked for; too few for a hash
 };
