@@ -1,0 +1,85 @@
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "app/controls/KeyedGrid.h"
+#include "app/controls/KeyedTree.h"
+#include "app/controls/UiHelpers.h"
+#include "editor/bills/BillPane.h"
+#include "editor/bills/FeaturePane.h"
+#include "editor/chapters/ChapterPane.h"
+#include "editor/contents/ContentPane.h"
+#include "editor/frmEditor.h"
+
+namespace {
+
+QSplitter* splitter(Qt::Orientation orientation, QWidget* first, QWidget* second, int firstShare, int secondShare) {
+    auto* split = new QSplitter(orientation);
+    split->addWidget(first);
+    split->addWidget(second);
+    split->setChildrenCollapsible(false);
+    split->setStretchFactor(0, firstShare);
+    split->setStretchFactor(1, secondShare);
+    return split;
+}
+
+}  // namespace
+
+void frmEditor::InitFormView() {
+    m_bills->txtRule()->setFrameShape(QFrame::NoFrame);
+    m_bills->txtContent()->setFrameShape(QFrame::NoFrame);
+
+    tabBillDetail->setObjectName(QStringLiteral("tabBillDetail"));
+    tabBillDetail->setDocumentMode(true);
+    tabBillDetail->addTab(m_contents, QStringLiteral("工作内容"));
+    tabBillDetail->addTab(m_features, QStringLiteral("项目特征"));
+    tabBillDetail->addTab(m_bills->txtRule(), QStringLiteral("计算规则"));
+    tabBillDetail->addTab(m_bills->txtContent(), QStringLiteral("工程内容"));
+
+    QSplitter* right = splitter(Qt::Vertical, m_bills, tabBillDetail, 5, 4);
+    QSplitter* whole = splitter(Qt::Horizontal, m_chapters, right, 0, 1);
+    const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    whole->setSizes({digit * 42, digit * 130});
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(whole);
+
+    Grid_MergeFix(m_features->grdSpecEnum());
+    for (KeyedGrid* grid :
+         {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
+        SetVSFlexGridStyle(grid);
+    m_features->grdSpec()->setComboList(QStringLiteral("Type"), QStringLiteral("#0; |#1;数值|#2;枚举|#3;计算"));
+    connectPanes();
+}
+
+void frmEditor::connectPanes() {
+    m_chapters->chapterClicked = [this](const QString& tag) { chapterClicked(tag); };
+    m_chapters->chapterDeleted = [this] { lockDetailsOfDeletedBill(); };
+
+    m_bills->selectedChapter = [this] {
+        const KeyedTree::Node* node = m_chapters->tvSYB()->selectedNode();
+        return node ? KeyedTree::tag(node) : QString();
+    };
+    m_bills->deselectChapter = [this] { m_chapters->tvSYB()->selectNode(nullptr); };
+    m_bills->queryText = [this] { return m_searchText->text(); };
+    m_bills->billChanged = [this](qint64 billId) {
+        m_contents->LoadBillContent(billId);
+        m_features->LoadBillSpec(billId);
+    };
+    m_bills->listEmptied = [this] { m_contents->grdConcent()->clearRows(); };
+
+    m_features->currentBillId = [this] {
+        const KeyedGrid* bills = m_bills->grdBillList();
+        return bills->value(bills->row(), QStringLiteral("id"));
+    };
+    m_contents->currentBill = [this] {
+        const KeyedGrid* bills = m_bills->grdBillList();
+        const int row = bills->row();
+        return CurrentBill{bills->value(row, QStringLiteral("id")),
+                           row < 0 ? QString() : bills->text(row, QStringLiteral("code"))};
+    };
+    m_contents->ellipsisClicked = [this](const QString& dekId) { openRationBrowser(dekId); };
+}
