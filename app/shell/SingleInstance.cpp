@@ -1,0 +1,26 @@
+#include "app/shell/SingleInstance.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QStandardPaths>
+
+#include "app/base/Paths.h"
+
+namespace {
+
+/// One file per user and program folder; the folder may be written in any letter case.
+QString lockPath() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    QDir().mkpath(folder);
+    const QByteArray program =
+        QCryptographicHash::hash(programFolder().toLower().toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
+    return joinPath(folder, QLatin1String("tessel-") + QString::fromLatin1(program) + QLatin1String(".lock"));
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance() : m_lock(std::make_unique<QLockFile>(lockPath())) {
+    // Only a process that is gone makes the mark stale, never its age.
+    m_lock->setStaleLockTime(0);
+    m_anotherIsRunning = !m_lock->tryLock() && m_lock->error() == QLockFile::LockFailedError;
+}

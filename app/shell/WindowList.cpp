@@ -1,0 +1,40 @@
+#include "app/shell/WindowList.h"
+
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+
+namespace {
+constexpr char entryMark[] = "windowListEntry";
+}
+
+WindowList::WindowList(QMdiArea* windows) : QObject(windows), m_windows(windows) {}
+
+void WindowList::serve(QMenu* menu, const QString& placeholder) {
+    for (QAction* entry : menu->actions()) {
+        if (entry->text() == placeholder)
+            connect(menu, &QMenu::aboutToShow, this, [this, menu, entry] { fill(menu, entry); });
+    }
+}
+
+void WindowList::fill(QMenu* menu, QAction* placeholder) const {
+    for (QAction* entry : menu->actions()) {
+        if (entry->property(entryMark).toBool())
+            delete entry;
+    }
+    const QList<QMdiSubWindow*> windows = m_windows->subWindowList();
+    placeholder->setVisible(windows.isEmpty());
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        QMdiSubWindow* window = windows[i];
+        QString name = window->widget() ? window->widget()->windowTitle() : window->windowTitle();
+        name.replace(QLatin1Char('&'), QLatin1String("&&"));
+        auto* entry =
+            new QAction((i < 9 ? QStringLiteral("&%1 %2") : QStringLiteral("%1 %2")).arg(i + 1).arg(name), menu);
+        entry->setProperty(entryMark, true);
+        entry->setCheckable(true);
+        entry->setChecked(window == m_windows->currentSubWindow());
+        connect(entry, &QAction::triggered, window, [this, window] { m_windows->setActiveSubWindow(window); });
+        menu->insertAction(placeholder, entry);
+    }
+}

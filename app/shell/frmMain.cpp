@@ -1,0 +1,102 @@
+#include "app/shell/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QIcon>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScreen>
+
+#include "app/base/Definitions.h"
+#include "app/base/FileSystem.h"
+#include "app/base/Guarded.h"
+#include "app/base/Paths.h"
+#include "app/shell/WindowList.h"
+#include "editor/frmEditor.h"
+
+frmMain::frmMain()
+    : m_windows(new QMdiArea(this)),
+      m_commandBars(new CommandBars(this, QStringLiteral("CommandBars"))),
+      m_windowList(new WindowList(m_windows)) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(applicationTitle());
+    setWindowIcon(QIcon(joinPath(appPath, QStringLiteral("Res/Icons/Tessel.png"))));
+    m_windows->setObjectName(QStringLiteral("mdiArea"));
+    m_windows->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_windows->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_windows->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    setCentralWidget(m_windows);
+    connect(m_windows, &QMdiArea::subWindowActivated, this, [this] { activeWindowChanged(); });
+    resize((screen()->availableSize() * 0.88).boundedTo(QSize(1760, 1100)));
+    // A small screen has no room to give away.
+    if (screen()->availableSize().width() < 1600)
+        setWindowState(Qt::WindowMaximized);
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::MDIForm_Load() {
+    guarded({"frmMain", "MDIForm_Load"}, [this] {
+        CreateActions();
+        CreateDefaultMenu();
+        CreateMDIMenu();
+        CreateToolbars();
+        CreateStatusbar();
+        m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_N), 256);
+        m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_O), 257);
+        m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_E), 260);
+        m_commandBars->addShortcut(QKeySequence(Qt::ALT | Qt::Key_Q), 262);
+        m_commandBars->loadIcons(joinPath(appPath, QStringLiteral("Res/Icons/ToolBar.bmp")),
+                                 {256, 257, 0, 0, 0, 0, 769, 0, 0, 0, 0, 0, 0, 0, 0});
+        m_commandBars->update();
+        if (!cmdFile.isEmpty() && fso().FileExists(cmdFile) &&
+            fso().GetExtensionName(cmdFile).toLower() == QLatin1String("bdb"))
+            LoadBillDB(cmdFile);
+    });
+}
+
+frmEditor* frmMain::activeEditor() const {
+    const QMdiSubWindow* window = m_windows->currentSubWindow();
+    return window ? qobject_cast<frmEditor*>(window->widget()) : nullptr;
+}
+
+QList<frmEditor*> frmMain::editors() const {
+    QList<frmEditor*> all;
+    for (const QMdiSubWindow* window : m_windows->subWindowList()) {
+        if (auto* editor = qobject_cast<frmEditor*>(window->widget()))
+            all << editor;
+    }
+    return all;
+}
+
+void frmMain::activeWindowChanged() {
+    guarded({"frmMain", "activeWindowChanged"}, [this] {
+        // The active child stays the current one while a tool window or another program has the focus.
+        QMdiSubWindow* window = m_windows->currentSubWindow();
+        if (window == m_lastActive)
+            return;
+        for (frmEditor* editor : editors()) {
+            if (editor->parentWidget() == m_lastActive)
+                editor->commitPending();
+        }
+        m_lastActive = window;
+        showMenuSet();
+    });
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+        if (frmEditor* editor = activeEditor())
+            editor->commitPending();
+    }
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    guarded({"frmMain", "MDIForm_Unload"}, [this] {
+        for (QMdiSubWindow* window : m_windows->subWindowList())
+            window->close();
+    });
+    event->accept();
+    QApplication::quit();
+}

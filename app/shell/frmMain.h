@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "app/controls/CommandBars.h"
+
+class QMdiArea;
+class QMdiSubWindow;
+class WindowList;
+class frmEditor;
+
+/// The main window: a frame with one editor child window per open library.
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    frmMain();
+    ~frmMain() override;
+
+    /// Builds commands, menus, toolbar and status bar, and opens the library that the command line names.
+    void MDIForm_Load();
+
+    // Library documents (LibraryDocuments.cpp).
+    void mnuNewBillDB_Click();
+    void mnuOpenBillDB_Click();
+    void mnuFileClose_Click();
+    void mnuAllFileClose_Click();
+    /// Creates an empty library at `path`, in place of a file that is there. False when that was not possible; a
+    /// library that is open in an editor is left untouched.
+    bool NewBillDB(const QString& path);
+    /// Opens an editor window on `path`.
+    void LoadBillDB(const QString& path);
+
+    /// The editor of the active child window, or null.
+    frmEditor* activeEditor() const;
+    QList<frmEditor*> editors() const;
+    CommandBars* commandBars() const { return m_commandBars; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    // MainCommands.cpp
+    void CreateActions();
+    void CreateDefaultMenu();
+    void CreateMDIMenu();
+    void CreateToolbars();
+    void CreateStatusbar();
+    void addMenu(const QString& title, const std::vector<MenuEntry>& entries, std::vector<QMenu*>& set);
+    void showMenuSet();
+    void exitProgram();
+
+    QMdiSubWindow* windowOf(const QString& path) const;
+    bool isOpen(const QString& path) const;
+    void activeWindowChanged();
+
+    QMdiArea* m_windows;
+    CommandBars* m_commandBars;
+    WindowList* m_windowList;
+    std::vector<QMenu*> m_defaultMenus;
+    std::vector<QMenu*> m_documentMenus;
+    const QMdiSubWindow* m_lastActive = nullptr;
+};

@@ -1,0 +1,52 @@
+#include "app/shell/modMain.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include "app/base/Definitions.h"
+#include "app/base/FileSystem.h"
+#include "app/base/Guarded.h"
+#include "app/base/Paths.h"
+#include "app/base/Text.h"
+#include "app/shell/SingleInstance.h"
+#include "app/shell/frmMain.h"
+
+void Main() {
+    guarded({"modMain", "Main"}, [] {
+        static SingleInstance instance;
+        if (instance.anotherIsRunning()) {
+            QApplication::quit();
+            return;
+        }
+        SetBasePrm();
+        auto* window = new frmMain;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->MDIForm_Load();
+        window->show();
+    });
+}
+
+void SetBasePrm() {
+    guarded({"modMain", "SetBasePrm"}, [] {
+        // The whole tail of the command line is one path.
+        const QString line = QApplication::arguments().mid(1).join(QLatin1Char(' '));
+        cmdFile = trimBlanks(line).isEmpty() ? QString() : line;
+        appPath = withSeparator(programFolder());
+        const QString data = joinPath(programFolder(), QStringLiteral("Data"));
+        dataPath = withSeparator(data);
+        if (!fso().FolderExists(data))
+            fso().CreateFolder(data);
+    });
+}
+
+void loadChineseTexts() {
+    static QTranslator translator;
+    const QLocale chinese(QLocale::Chinese, QLocale::China);
+    QLocale::setDefault(chinese);
+    const QString name = QStringLiteral("qtbase_zh_CN");
+    if (translator.load(name, joinPath(programFolder(), QStringLiteral("Res"))) ||
+        translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&translator);
+}

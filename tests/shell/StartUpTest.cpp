@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTest>
+
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
+#include "app/shell/modMain.h"
+#include "tests/support/TestMain.h"
+
+namespace {
+
+/// The real program in a program folder of its own.
+class Program {
+public:
+    explicit Program(const QString& home) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TESSEL_HOME"), home);
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), joinPath(home, QStringLiteral("config")));
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        process.setProcessEnvironment(environment);
+        process.start(joinPath(builtProgramFolder(), QStringLiteral("tessel")), {});
+    }
+    ~Program() {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    QProcess process;
+};
+
+}  // namespace
+
+TEST(StartUp, ASecondCopyEndsAndACrashedOneDoesNotBlock) {
+    const QTemporaryDir home;
+    const QString data = joinPath(home.path(), QStringLiteral("Data"));
+    {
+        const Program first(home.path());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QDir(data).exists(); }, 20000));
+        Program second(home.path());
+        EXPECT_TRUE(second.process.waitForFinished(20000));
+        EXPECT_EQ(second.process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(second.process.exitCode(), 0);
+        EXPECT_EQ(first.process.state(), QProcess::Running);
+
+        const QTemporaryDir elsewhere;
+        Program third(elsewhere.path());
+        EXPECT_FALSE(third.process.waitForFinished(2000)) << "a copy in another folder is another program";
+    }
+    // The first copy was killed just now.
+    Program next(home.path());
+    EXPECT_FALSE(next.process.waitForFinished(2000));
+}
+
+TEST(StartUp, FillsThePathsAndMakesTheDataFolder) {
+    const QString home = testProgramFolder();
+    QDir(dataPath).removeRecursively();
+    SetBasePrm();
+    EXPECT_EQ(appPath, home + QDir::separator());
+    EXPECT_EQ(dataPath, home + QDir::separator() + QStringLiteral("Data") + QDir::separator());
+    EXPECT_TRUE(QDir(dataPath).exists());
+    EXPECT_TRUE(cmdFile.isEmpty());
+}
