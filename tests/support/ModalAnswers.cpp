@@ -51,13 +51,18 @@ bool ModalAnswers::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ModalAnswers::answer(QWidget* window) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == window; }));
+    const QPointer<QWidget> owner = window->parentWidget() ? window->parentWidget()->window() : nullptr;
     const auto* box = qobject_cast<QMessageBox*>(window);
     m_seen << (box ? box->windowTitle() + QLatin1String(": ") + box->text() : window->windowTitle());
     if (m_next < m_answers.size()) {
         m_answers[m_next++](window);
-        return;
+    } else {
+        if (!m_closeAnything)
+            ADD_FAILURE() << "unforeseen: " << qPrintable(m_seen.last());
+        window->close();
     }
-    if (!m_closeAnything)
-        ADD_FAILURE() << "unforeseen: " << qPrintable(m_seen.last());
-    window->close();
+    // Without a window manager nobody else gives the focus back.
+    if (owner && owner->isVisible())
+        owner->activateWindow();
 }
