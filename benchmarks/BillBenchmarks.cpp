@@ -1,10 +1,20 @@
+#include "app/controls/CommandBars.h"
+#include "app/controls/KeyedGrid.h"
 #include "benchmarks/Changes.h"
+#include "benchmarks/EditorWindow.h"
 #include "benchmarks/PlainDatabase.h"
 #include "benchmarks/Subjects.h"
 #include "benchmarks/generator/LibraryGenerator.h"
 #include "editor/bills/BillData.h"
+#include "editor/bills/BillPane.h"
 
 namespace {
+
+constexpr int addBillCommand = 200;
+constexpr int deleteBillCommand = 201;
+constexpr int moveDownCommand = 105;
+
+int lastOf(const benchmark::State& state) { return billsInFullChapter(shapeOf(static_cast<int>(state.range(0)))); }
 
 /// The generator writes the full chapter first, so its bill number n has the row id n.
 QString codeOf(int number) {
@@ -28,28 +38,26 @@ void shiftPlain(PlainDatabase& library, int first, int last, int by) {
                         .arg(codeOf(first), codeOf(last)));
 }
 
-void addBillAtTop(benchmark::State& state) {
-    const int last = billsInFullChapter(shapeOf(static_cast<int>(state.range(0)))) - 1;
+OursOn command(int id) {
+    return inEditor([id](EditorWindow& window) { return window.timed([&] { window->commandBars(2)->execute(id); }); });
+}
+
+/// Below the first bill of the full chapter, which has room for one more.
+Change addingAtTop(int last) {
     Change change;
-    // One bill less than the chapter can hold, or no bill could be added.
-    change.prepare = [last](PlainDatabase& library) {
-        library.prepare("DELETE FROM tblBill WHERE ID=?").run(last + 1);
-    };
-    change.ours = [last](Connection* library) { return addBill(library, codeOf(2), shifted(2, last, 1)).has_value(); };
+    change.prepare = [last](PlainDatabase& library) { library.prepare("DELETE FROM tblBill WHERE ID=?").run(last); };
     change.plain = [last](PlainDatabase& library) {
         library.run("BEGIN");
-        shiftPlain(library, 2, last, 1);
+        shiftPlain(library, 2, last - 1, 1);
         library.prepare("INSERT INTO tblBill (Code,LastUpdate,IsDel) VALUES (?,'2024-01-01 08:00:00',0)")
             .run(codeOf(2));
         library.run("COMMIT");
     };
-    compareChange(state, change, Limit::times(3));
+    return change;
 }
 
-void deleteFirstBill(benchmark::State& state) {
-    const int last = billsInFullChapter(shapeOf(static_cast<int>(state.range(0))));
+Change deletingFirst(int last) {
     Change change;
-    change.ours = [last](Connection* library) { return deleteBill(library, 1, shifted(2, last, -1)); };
     change.plain = [last](PlainDatabase& library) {
         library.run(
             "BEGIN;"
@@ -62,15 +70,11 @@ void deleteFirstBill(benchmark::State& state) {
         shiftPlain(library, 2, last, -1);
         library.run("COMMIT");
     };
-    compareChange(state, change, Limit::times(3));
+    return change;
 }
 
-void moveBillDown(benchmark::State& state) {
-    const QString temporary = codeOf(billsInFullChapter(shapeOf(static_cast<int>(state.range(0)))) + 1);
+Change movingFirstDown() {
     Change change;
-    change.ours = [temporary](Connection* library) {
-        return moveBill(library, {1, codeOf(1)}, {2, codeOf(2)}, temporary);
-    };
     change.plain = [](PlainDatabase& library) {
         library.run("BEGIN");
         for (const char* table : {"tblParm", "tblCont"})
@@ -81,13 +85,59 @@ void moveBillDown(benchmark::State& state) {
             .run(codeOf(2), codeOf(1));
         library.run("COMMIT");
     };
+    return change;
+}
+
+void addAtTopInFile(benchmark::State& state) {
+    const int last = lastOf(state);
+    Change change = addingAtTop(last);
+    change.ours = onConnection([last](Connection* library) { addBill(library, codeOf(2), shifted(2, last - 1, 1)); });
+    compareChange(state, change, Limit::times(3));
+}
+
+void addAtTop(benchmark::State& state) {
+    Change change = addingAtTop(lastOf(state));
+    change.ours = command(addBillCommand);
+    compareChange(state, change, Limit::times(3));
+}
+
+void deleteFirstInFile(benchmark::State& state) {
+    const int last = lastOf(state);
+    Change change = deletingFirst(last);
+    change.ours = onConnection([last](Connection* library) { deleteBill(library, 1, shifted(2, last, -1)); });
+    compareChange(state, change, Limit::times(3));
+}
+
+void deleteFirst(benchmark::State& state) {
+    Change change = deletingFirst(lastOf(state));
+    change.ours = inEditor([](EditorWindow& window) {
+        return window.timedAfterYes([&] { window->commandBars(2)->execute(deleteBillCommand); });
+    });
+    compareChange(state, change, Limit::times(3));
+}
+
+void moveDownInFile(benchmark::State& state) {
+    const QString unused = codeOf(lastOf(state) + 1);
+    Change change = movingFirstDown();
+    change.ours = onConnection([unused](Connection* library) {
+        moveBill(library, {1, codeOf(1)}, {2, codeOf(2)}, unused);
+    });
+    compareChange(state, change, Limit::times(3));
+}
+
+void moveDown(benchmark::State& state) {
+    Change change = movingFirstDown();
+    change.ours = command(moveDownCommand);
     compareChange(state, change, Limit::times(3));
 }
 
 }  // namespace
 
 void registerBills() {
-    forEverySize("Add a bill at the top (file)", addBillAtTop);
-    forEverySize("Delete the first bill (file)", deleteFirstBill);
-    forEverySize("Move a bill (file)", moveBillDown);
+    forEverySize("Add a bill at the top (statements)", addAtTopInFile);
+    forEverySize("Add a bill at the top", addAtTop);
+    forEverySize("Delete the first bill (statements)", deleteFirstInFile);
+    forEverySize("Delete the first bill", deleteFirst);
+    forEverySize("Move a bill (statements)", moveDownInFile);
+    forEverySize("Move a bill", moveDown);
 }

@@ -1,5 +1,6 @@
 #include "benchmarks/Changes.h"
 
+#include "benchmarks/EditorWindow.h"
 #include "benchmarks/Libraries.h"
 #include "benchmarks/PlainDatabase.h"
 #include "storage/LibraryConnection.h"
@@ -25,12 +26,6 @@ private:
 // Both sides have the schema in memory before they start.
 constexpr char readSchema[] = "SELECT count(*) FROM tblSYB;";
 
-double runOurs(const Change& change, const QString& path, bool& done) {
-    const std::unique_ptr<Connection> library = GetOrmConn(path);
-    library->OpenRecordset(readSchema).Close();
-    return milliseconds([&] { done = change.ours(library.get()); });
-}
-
 double runPlain(const Change& change, const QString& path) {
     PlainDatabase library(path);
     library.prepare(readSchema).readAll();
@@ -39,23 +34,36 @@ double runPlain(const Change& change, const QString& path) {
 
 }  // namespace
 
+OursOn onConnection(std::function<void(Connection*)> act) {
+    return [act = std::move(act)](const QString& path) {
+        const std::unique_ptr<Connection> library = GetOrmConn(path);
+        library->OpenRecordset(readSchema).Close();
+        return milliseconds([&] { act(library.get()); });
+    };
+}
+
+OursOn inEditor(std::function<double(EditorWindow&)> act) {
+    return [act = std::move(act)](const QString& path) {
+        EditorWindow window(path);
+        window.listFullChapter();
+        return act(window);
+    };
+}
+
 void compareChange(benchmark::State& state, const Change& change, const Limit& limit) {
     const int bills = static_cast<int>(state.range(0));
-    bool done = true;
     {
         const PreparedCopy ours(bills, change);
         const PreparedCopy plain(bills, change);
-        runOurs(change, ours.path(), done);
+        change.ours(ours.path());
         runPlain(change, plain.path());
         const QString found = difference(ours.path(), plain.path());
-        if (!done || !found.isEmpty()) {
-            state.SkipWithError(done ? qPrintable(found + QStringLiteral(" differs")) : "not done");
+        if (!found.isEmpty()) {
+            state.SkipWithError(qPrintable(found + QStringLiteral(" differs")));
             return;
         }
     }
-    const Side ours = [&] { return runOurs(change, PreparedCopy(bills, change).path(), done); };
-    const Side plain = [&] { return runPlain(change, PreparedCopy(bills, change).path()); };
-    compare(state, ours, plain, limit);
-    if (!done)
-        state.SkipWithError("not done");
+    compare(
+        state, [&] { return change.ours(PreparedCopy(bills, change).path()); },
+        [&] { return runPlain(change, PreparedCopy(bills, change).path()); }, limit);
 }

@@ -2,19 +2,29 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QString>
 #include <functional>
 
 #include "benchmarks/Comparison.h"
-#include "storage/Connection.h"
 
+class Connection;
+class EditorWindow;
 class PlainDatabase;
+
+/// What the program does to the library at a path, and the milliseconds that it takes.
+using OursOn = std::function<double(const QString& path)>;
+
+/// The functions that write, without a window, on a connection that is open already.
+OursOn onConnection(std::function<void(Connection*)> act);
+
+/// A command in the editor window, with the full chapter listed, until the window shows its result.
+OursOn inEditor(std::function<double(EditorWindow&)> act);
 
 /// An action that changes a library, and the cheapest plain statements that leave the same rows (LastUpdate aside).
 struct Change {
     /// Brings the library into the state in which the action is taken; may be empty.
-    std::function<void(PlainDatabase&)> prepare;
-    /// The program's action; true when it was done.
-    std::function<bool(Connection*)> ours;
+    std::function<void(PlainDatabase&)> prepare = {};
+    OursOn ours;
     std::function<void(PlainDatabase&)> plain;
 };
 

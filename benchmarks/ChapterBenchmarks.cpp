@@ -1,12 +1,17 @@
+#include "app/controls/CommandBars.h"
 #include "benchmarks/Changes.h"
+#include "benchmarks/EditorWindow.h"
 #include "benchmarks/Libraries.h"
 #include "benchmarks/PlainDatabase.h"
 #include "benchmarks/Subjects.h"
 #include "editor/chapters/ChapterData.h"
 #include "editor/chapters/ChapterPane.h"
+#include "editor/chapters/ChapterTree.h"
 #include "storage/LibraryConnection.h"
 
 namespace {
+
+constexpr int moveDownCommand = 105;
 
 void buildTree(benchmark::State& state) {
     const int bills = static_cast<int>(state.range(0));
@@ -22,11 +27,8 @@ void buildTree(benchmark::State& state) {
         [&] { return milliseconds([&] { query.readAll(); }); }, Limit::ms(50, bills));
 }
 
-void swapChapters(benchmark::State& state) {
+Change swapping() {
     Change change;
-    change.ours = [](Connection* library) {
-        return ExchangeSYBNode(library, QStringLiteral("01"), QStringLiteral("02"));
-    };
     change.plain = [](PlainDatabase& library) {
         library.run("BEGIN");
         for (const char* table : {"tblSYB", "tblBill", "tblCont"})
@@ -35,12 +37,30 @@ void swapChapters(benchmark::State& state) {
                             .arg(QLatin1String(table)));
         library.run("COMMIT");
     };
+    return change;
+}
+
+void swapChaptersInFile(benchmark::State& state) {
+    Change change = swapping();
+    change.ours =
+        onConnection([](Connection* library) { ExchangeSYBNode(library, QStringLiteral("01"), QStringLiteral("02")); });
+    compareChange(state, change, Limit::times(3));
+}
+
+void swapChapters(benchmark::State& state) {
+    Change change = swapping();
+    change.ours = inEditor([](EditorWindow& window) {
+        ChapterPane* chapters = window->chapterPane();
+        chapters->tvSYB_NodeClick(chapters->tvSYB()->node(chapterKey(QStringLiteral("01"))));
+        return window.timed([&] { window->commandBars(1)->execute(moveDownCommand); });
+    });
     compareChange(state, change, Limit::times(3));
 }
 
 }  // namespace
 
 void registerChapters() {
-    forEverySize("Build the chapter tree", buildTree);
+    forEverySize("Build the chapter tree", buildTree, Runs::Many);
+    forEverySize("Swap two level-1 chapters (statements)", swapChaptersInFile);
     forEverySize("Swap two level-1 chapters", swapChapters);
 }

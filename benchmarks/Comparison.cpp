@@ -54,9 +54,14 @@ void compare(benchmark::State& state, const Side& ours, const Side& plain, const
     state.SetLabel(limit.text);
 }
 
-void forEverySize(const char* action, void (*function)(benchmark::State&)) {
-    benchmark::RegisterBenchmark(action, function)->Arg(600)->Arg(nationalSize)->UseManualTime()->Iterations(9);
-    benchmark::RegisterBenchmark(action, function)->Arg(10 * nationalSize)->UseManualTime()->Iterations(3);
+void forEverySize(const char* action, void (*function)(benchmark::State&), Runs runs) {
+    const auto iterations = [runs](int few) { return runs == Runs::Few ? few : 4 * few; };
+    benchmark::RegisterBenchmark(action, function)
+        ->Arg(600)
+        ->Arg(nationalSize)
+        ->UseManualTime()
+        ->Iterations(iterations(9));
+    benchmark::RegisterBenchmark(action, function)->Arg(10 * nationalSize)->UseManualTime()->Iterations(iterations(3));
 }
 
 benchmark::internal::Benchmark* forOneSize(const char* action, void (*function)(benchmark::State&)) {

@@ -35,8 +35,11 @@ struct Limit {
 /// Without a `plain` side only the action itself is reported.
 void compare(benchmark::State& state, const Side& ours, const Side& plain, const Limit& limit);
 
+/// How often an action is run: one that takes no copy of the library can afford more.
+enum class Runs { Few, Many };
+
 /// Registers an action for libraries of 600, 6,000 and 60,000 bills; the state's first range is that number.
-void forEverySize(const char* action, void (*function)(benchmark::State&));
+void forEverySize(const char* action, void (*function)(benchmark::State&), Runs runs = Runs::Few);
 
 /// Registers an action that does not depend on the library's size.
 benchmark::internal::Benchmark* forOneSize(const char* action, void (*function)(benchmark::State&));

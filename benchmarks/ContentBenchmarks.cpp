@@ -27,4 +27,4 @@ void readContents(benchmark::State& state) {
 
 }  // namespace
 
-void registerContents() { forEverySize("Read a bill's contents (file)", readContents); }
+void registerContents() { forEverySize("Read a bill's contents (statements)", readContents, Runs::Many); }

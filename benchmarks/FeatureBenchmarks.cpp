@@ -1,4 +1,6 @@
+#include "app/controls/CommandBars.h"
 #include "benchmarks/Changes.h"
+#include "benchmarks/EditorWindow.h"
 #include "benchmarks/PlainDatabase.h"
 #include "benchmarks/Subjects.h"
 #include "editor/bills/FeatureData.h"
@@ -8,22 +10,20 @@ namespace {
 
 const QString defaultName = QStringLiteral("新建项目特征");
 constexpr int taken = 500;
+constexpr int addFeatureCommand = 300;
 
 QString copyName(int number) { return number == 0 ? defaultName : defaultName + QStringLiteral("(%1)").arg(number); }
 
-void addFeatureAmongMany(benchmark::State& state) {
+/// The names stand behind all others, one a bill.
+Change addingAmongMany() {
     Change change;
     change.prepare = [](PlainDatabase& library) {
         library.run("BEGIN");
         PlainStatement insert = library.prepare(
-            "INSERT INTO tblBillSpec (BillID,Name,Type,LastUpdate,IsDel) VALUES (1,?,0,'2024-01-01 08:00:00',0)");
+            "INSERT INTO tblBillSpec (BillID,Name,Type,LastUpdate,IsDel) VALUES (?,?,0,'2024-01-01 08:00:00',0)");
         for (int number = 0; number < taken; ++number)
-            insert.run(copyName(number));
+            insert.run(number + 1, copyName(number));
         library.run("COMMIT");
-    };
-    change.ours = [](Connection* library) {
-        const QString name = GetCopyName(library, defaultName, "tblBillSpec", "Name");
-        return addFeature(library, 1, name).has_value();
     };
     // The names count up without a gap, so counting them is enough to know the next one.
     change.plain = [](PlainDatabase& library) {
@@ -37,9 +37,26 @@ void addFeatureAmongMany(benchmark::State& state) {
                 "INSERT INTO tblBillSpec (BillID,Name,Type,LastUpdate,IsDel) VALUES (1,?,0,'2024-01-01 08:00:00',0)")
             .run(name);
     };
+    return change;
+}
+
+void addFeatureInFile(benchmark::State& state) {
+    Change change = addingAmongMany();
+    change.ours = onConnection(
+        [](Connection* library) { addFeature(library, 1, GetCopyName(library, defaultName, "tblBillSpec", "Name")); });
+    compareChange(state, change, Limit::times(3));
+}
+
+void addFeatureInWindow(benchmark::State& state) {
+    Change change = addingAmongMany();
+    change.ours = inEditor(
+        [](EditorWindow& window) { return window.timed([&] { window->commandBars(3)->execute(addFeatureCommand); }); });
     compareChange(state, change, Limit::times(3));
 }
 
 }  // namespace
 
-void registerFeatures() { forEverySize("Add a feature, 500 of its name there (file)", addFeatureAmongMany); }
+void registerFeatures() {
+    forEverySize("Add a feature among 500 (statements)", addFeatureInFile);
+    forEverySize("Add a feature among 500 of its name", addFeatureInWindow);
+}

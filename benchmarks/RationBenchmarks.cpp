@@ -1,10 +1,12 @@
-#include "app/base/Definitions.h"
-#include "app/base/Paths.h"
+#include <QCoreApplication>
+
+#include "app/controls/KeyedTree.h"
 #include "benchmarks/Comparison.h"
 #include "benchmarks/PlainDatabase.h"
 #include "benchmarks/Subjects.h"
 #include "benchmarks/generator/LibraryGenerator.h"
 #include "editor/contents/RationLookup.h"
+#include "ration_browser/frmDekBrowser.h"
 
 namespace {
 
@@ -34,6 +36,35 @@ void lookRationUp(benchmark::State& state) {
         state.SkipWithError("not found");
 }
 
+/// From the small library, which is shown, to the large one, until its tree is painted.
+void chooseLibrary(benchmark::State& state) {
+    frmDekBrowser browser(nullptr);
+    browser.show();
+    const QString large = QLatin1String(largeRationLibrary);
+    const auto choose = [&] {
+        browser.setDekID(QLatin1String(smallRationLibrary));
+        QCoreApplication::processEvents();
+        return milliseconds([&] {
+            browser.setDekID(large);
+            QCoreApplication::processEvents();
+        });
+    };
+    const QString path = GetDekFilePath(large);
+    const auto plain = [&] {
+        return milliseconds([&] {
+            PlainDatabase file(path);
+            file.prepare("SELECT * FROM DeSYB WHERE isdel=0 ORDER BY CH,ZH,JH,XH,MH").readAll();
+        });
+    };
+    compare(state, choose, plain, {0, 100, "<= 100 ms"});
+    constexpr int chaptersAndRoot = 501;
+    if (browser.tvRationContent()->nodeCount() != chaptersAndRoot)
+        state.SkipWithError("the tree is not whole");
+}
+
 }  // namespace
 
-void registerRations() { forOneSize("Look a typed ration up, not the first", lookRationUp); }
+void registerRations() {
+    forOneSize("Look a typed ration up, not the first", lookRationUp);
+    forOneSize("Choose a library of 20,000 rations", chooseLibrary);
+}

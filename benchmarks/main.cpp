@@ -5,6 +5,7 @@
 
 #include "app/base/Definitions.h"
 #include "benchmarks/Comparison.h"
+#include "benchmarks/EditorWindow.h"
 #include "benchmarks/Libraries.h"
 #include "benchmarks/Subjects.h"
 
@@ -20,7 +21,9 @@ int main(int argc, char** argv) {
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, appPath);
 
+    failOnMessages();
     registerStorage();
+    registerViews();
     registerChapters();
     registerBills();
     registerFeatures();

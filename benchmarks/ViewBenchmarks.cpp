@@ -1,0 +1,174 @@
+#include <QApplication>
+#include <QKeyEvent>
+#include <limits>
+
+#include "app/controls/KeyedGrid.h"
+#include "benchmarks/Comparison.h"
+#include "benchmarks/EditorWindow.h"
+#include "benchmarks/Libraries.h"
+#include "benchmarks/PlainDatabase.h"
+#include "benchmarks/Subjects.h"
+#include "benchmarks/generator/LibraryGenerator.h"
+#include "editor/bills/BillPane.h"
+#include "editor/chapters/ChapterPane.h"
+#include "storage/LibraryConnection.h"
+#include "storage/SystemDatabase.h"
+
+namespace {
+
+constexpr double noticeable = 100;
+
+int billsOf(const benchmark::State& state) { return static_cast<int>(state.range(0)); }
+
+/// Reads all that is shown of a bill, one pass over each table.
+class PlainDetails {
+public:
+    explicit PlainDetails(PlainDatabase& library)
+        : m_contents(library.prepare("SELECT * FROM tblCont WHERE BillID=? AND Prof LIKE '%01%' ORDER BY Num")),
+          m_details(library.prepare("SELECT * FROM tblContDe WHERE ContID BETWEEN ? AND ?")),
+          m_features(library.prepare("SELECT * FROM tblBillSpec WHERE BillID=?")),
+          m_values(library.prepare("SELECT * FROM tblSpecEnum WHERE SpecID=?")) {}
+
+    /// The generator writes 8 contents and 2 features a bill.
+    void read(int bill) {
+        m_contents.bindAll(bill);
+        m_details.bindAll((bill - 1) * 8 + 1, bill * 8);
+        m_features.bindAll(bill);
+        m_values.bindAll((bill - 1) * 2 + 1);
+        for (PlainStatement* statement : {&m_contents, &m_details, &m_features, &m_values})
+            statement->readAll();
+    }
+
+private:
+    PlainStatement m_contents, m_details, m_features, m_values;
+};
+
+PlainStatement plainList(PlainDatabase& library) {
+    return library.prepare(
+        QStringLiteral("SELECT * FROM tblBill WHERE Code LIKE '%1___' ORDER BY Code").arg(QLatin1String(fullChapter)));
+}
+
+/// The bill list alone: what showing one screen of its rows costs is allowed on top.
+void listChapter(benchmark::State& state) {
+    const QString path = generatedLibrary(billsOf(state));
+    const std::unique_ptr<Connection> library = GetOrmConn(path);
+    BillPane pane;
+    pane.setConnection(library.get());
+    pane.resize(1000, 400);
+    pane.show();
+    const auto list = [&] {
+        return milliseconds([&] {
+            pane.LoadBill(QLatin1String(fullChapter));
+            QCoreApplication::processEvents();
+        });
+    };
+    list();
+    const KeyedGrid* grid = pane.grdBillList();
+    const int rowsOfScreen = grid->viewport()->height() / grid->rowHeight(0) + 1;
+    const auto showScreen = [&] {
+        Recordset rows = library->OpenRecordset(sql("SELECT * FROM tblBill WHERE ID<=", rowsOfScreen));
+        return milliseconds([&] {
+            pane.ListBillData(&rows);
+            QCoreApplication::processEvents();
+        });
+    };
+    double screen = showScreen();
+    for (int n = 0; n < 40; ++n)
+        screen = std::min(screen, showScreen());
+
+    PlainDatabase plain(path);
+    PlainStatement query = plainList(plain);
+    compare(state, list, [&] { return milliseconds([&] { query.readAll(); }); },
+            {1.5, screen, QStringLiteral("<= 1.5 x plain + %1").arg(screen, 0, 'f', 2).toStdString()});
+}
+
+void clickChapter(benchmark::State& state) {
+    const QString path = generatedLibrary(billsOf(state));
+    EditorWindow window(path);
+    PlainDatabase plain(path);
+    PlainStatement query = plainList(plain);
+    PlainDetails details(plain);
+    compare(
+        state,
+        [&] {
+            ChapterPane* chapters = window->chapterPane();
+            chapters->tvSYB_NodeClick(chapters->tvSYB()->firstNode());
+            QCoreApplication::processEvents();
+            return milliseconds([&] { window.listFullChapter(); });
+        },
+        [&] {
+            return milliseconds([&] {
+                query.readAll();
+                details.read(1);
+            });
+        },
+        Limit::ms(noticeable, billsOf(state)));
+}
+
+void changeBill(benchmark::State& state) {
+    const QString path = generatedLibrary(billsOf(state));
+    EditorWindow window(path);
+    window.listFullChapter();
+    KeyedGrid* list = window->billPane()->grdBillList();
+    list->setRow(100);
+    QCoreApplication::processEvents();
+    PlainDatabase plain(path);
+    PlainDetails details(plain);
+    compare(
+        state,
+        [&] {
+            return window.timed([&] {
+                QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+                QCoreApplication::sendEvent(list, &down);
+            });
+        },
+        [&] { return milliseconds([&] { details.read(list->row() + 1); }); }, Limit::times(2));
+    if (list->row() == 100)
+        state.SkipWithError("the bill did not change");
+}
+
+void queryBills(benchmark::State& state) {
+    const QString path = generatedLibrary(billsOf(state));
+    EditorWindow window(path);
+    window->billPane()->queryText = [] { return QStringLiteral("0102"); };
+    PlainDatabase plain(path);
+    PlainStatement query = plain.prepare("SELECT * FROM tblBill WHERE Code LIKE '%0102%' ORDER BY Code");
+    PlainDetails details(plain);
+    compare(
+        state, [&] { return window.timed([&] { window->billPane()->mnuQueryBill_Click(); }); },
+        [&] {
+            return milliseconds([&] {
+                query.readAll();
+                details.read(1);
+            });
+        },
+        Limit::ms(noticeable, billsOf(state)));
+}
+
+void openLibrary(benchmark::State& state) {
+    const QString path = generatedLibrary(billsOf(state));
+    std::unique_ptr<EditorWindow> window;
+    compare(
+        state,
+        [&] {
+            window.reset();
+            return milliseconds([&] { window = std::make_unique<EditorWindow>(path); });
+        },
+        [&] {
+            return milliseconds([&] {
+                PlainDatabase plain(path);
+                plain.prepare("SELECT * FROM tblSYB WHERE IFNULL(Code,'')<>'' ORDER BY length(code),code;").readAll();
+            });
+        },
+        Limit::ms(noticeable, billsOf(state)));
+}
+
+}  // namespace
+
+void registerViews() {
+    forEverySize("Open a library", openLibrary, Runs::Many);
+    forEverySize("List a chapter of 999 bills, list alone", listChapter, Runs::Many);
+    forEverySize("Click that chapter, all details shown", clickChapter, Runs::Many);
+    forEverySize("Change of bill, all details shown", changeBill, Runs::Many);
+    forEverySize("Query bills by code", queryBills, Runs::Many);
+}
