@@ -22,6 +22,14 @@ QString shownText(const QModelIndex& index) {
     return index.data().toString().replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
 }
 
+/// Filled strips: a drawn rectangle loses sides at fractional scales.
+void drawFrame(QPainter* painter, const QRect& rect, const QColor& colour) {
+    painter->fillRect(QRect(rect.left(), rect.top(), rect.width(), 1), colour);
+    painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colour);
+    painter->fillRect(QRect(rect.left(), rect.top(), 1, rect.height()), colour);
+    painter->fillRect(QRect(rect.right(), rect.top(), 1, rect.height()), colour);
+}
+
 }  // namespace
 
 GridDelegate::GridDelegate(KeyedGrid* grid) : QStyledItemDelegate(grid), m_grid(grid) {}
@@ -111,12 +119,8 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     painter->drawText(room,
                       static_cast<int>((alignment & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter | Qt::TextSingleLine),
                       QFontMetrics(font).elidedText(shownText(index), Qt::ElideRight, room.width()));
-    if (index == m_grid->currentIndex()) {
-        painter->setRenderHint(QPainter::Antialiasing, false);
-        painter->setPen(focused ? Theme::accent : Theme::disabledText);
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
-    }
+    if (index == m_grid->currentIndex())
+        drawFrame(painter, option.rect, focused ? Theme::accent : Theme::disabledText);
     painter->restore();
 }
 

@@ -45,14 +45,15 @@ int GridHeader::neighbour(int section, int step) const {
 }
 
 void GridHeader::paintEvent(QPaintEvent* event) {
-    {
-        QPainter painter(viewport());
-        const QRect all = viewport()->rect();
-        painter.fillRect(all, Theme::header);
-        painter.setPen(Theme::headerLine);
-        painter.drawLine(all.bottomLeft(), all.bottomRight());
-    }
     QHeaderView::paintEvent(event);
+    // The row goes on beside the last section.
+    const QRect rest = viewport()->rect().adjusted(length() - offset(), 0, 0, 0);
+    if (rest.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.fillRect(rest, Theme::header);
+    painter.setPen(Theme::headerLine);
+    painter.drawLine(rest.bottomLeft(), rest.bottomRight());
 }
 
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {

@@ -24,6 +24,13 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + 6};
     }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        // The colour of the selection tells the focus already.
+        option->state &= ~QStyle::State_HasFocus;
+    }
 };
 }  // namespace
 
