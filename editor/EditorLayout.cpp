@@ -47,12 +47,15 @@ void frmEditor::InitFormView() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(whole);
 
+    SetVsGridStyle();
+    connectPanes();
+}
+
+void frmEditor::SetVsGridStyle() {
     Grid_MergeFix(m_features->grdSpecEnum());
     for (KeyedGrid* grid :
          {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
         SetVSFlexGridStyle(grid);
-    m_features->grdSpec()->setComboList(QStringLiteral("Type"), QStringLiteral("#0; |#1;数值|#2;枚举|#3;计算"));
-    connectPanes();
 }
 
 void frmEditor::connectPanes() {

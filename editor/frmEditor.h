@@ -64,6 +64,7 @@ protected:
 private:
     // EditorLayout.cpp
     void InitFormView();
+    void SetVsGridStyle();
     void connectPanes();
 
     // EditorActions.cpp: what the commands are, do, and when they are enabled.

@@ -7,7 +7,6 @@
 
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
-#include "app/controls/UiHelpers.h"
 #include "editor/contents/ContentOutline.h"
 #include "editor/contents/ContentRows.h"
 
@@ -51,7 +50,6 @@ void ContentPane::setUpGrid() {
         {contType, contType, 1080, left, centre, false},
     });
     m_grdConcent->setOutlineColumn(cont);
-    SetVSFlexGridStyle(m_grdConcent);
 
     m_grdConcent->startEdit = [this](int row, const QString& key) { return grdConcent_StartEdit(row, key); };
     m_grdConcent->editLimit = [this](int row, const QString& key) {
