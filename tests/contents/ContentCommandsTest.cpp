@@ -293,13 +293,15 @@ TEST_F(ContentCommands, ThoseThatFailLeaveTheGrid) {
     pane.munAddBillCont_Click();
     pane.munAddBillSubCont_Click();
     answers.takeSeen();
-    for (const auto& command : {&ContentPane::mnuDelBillCont_Click, &ContentPane::munDelBillSubCont_Click,
-                                &ContentPane::munDelBillContDe_Click}) {
+    const auto refused = [this](auto&& command) {
         answers.press(QMessageBox::Yes);
         grid.setRow(3);
-        (pane.*command)();
+        command();
         EXPECT_EQ(answers.takeSeen().size(), 2) << "the question and the error";
-    }
+    };
+    refused([this] { pane.mnuDelBillCont_Click(); });
+    refused([this] { pane.munDelBillSubCont_Click(); });
+    refused([this] { pane.munDelBillContDe_Click(); });
     EXPECT_EQ(window.shown(), before);
     QCoreApplication::processEvents();
     EXPECT_EQ(window.fresh(), before);
