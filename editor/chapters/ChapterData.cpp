@@ -3,8 +3,8 @@
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
 #include "app/base/Text.h"
+#include "editor/common/InSavepoint.h"
 #include "storage/LibraryConnection.h"
-#include "storage/Savepoint.h"
 
 namespace {
 
@@ -39,10 +39,7 @@ bool ModifyBillSYB(Connection* ormConn, const QString& code, const QString& name
 }
 
 bool DeleteBillSYB(Connection* ormConn, const QString& code) {
-    return guarded({"frmEditor", "DeleteBillSYB"}, [&] {
-        const QString savepoint = QStringLiteral("DeleteBillSYB");
-        const bool started = SetSP(savepoint, ormConn);
-        Connection& connection = requireConnection(ormConn);
+    const auto deleteAll = [&](Connection& connection) {
         const SqlText sel = sql("SELECT ID FROM tblBill WHERE CODE like '", code.left(6), "___'");
         const SqlText statements[] = {
             sql("DELETE FROM tblParm WHERE billID IN (", sel, ");"),
@@ -57,28 +54,19 @@ bool DeleteBillSYB(Connection* ormConn, const QString& code) {
         };
         for (const SqlText& statement : statements)
             connection.Execute(statement);
-        return ReleaseSP(savepoint, ormConn, started);
-    });
+        return true;
+    };
+    // What was deleted before an error stays deleted.
+    return inSavepoint("DeleteBillSYB", ormConn, deleteAll, AfterFailure::LeaveOpen);
 }
 
 bool ExchangeSYBNode(Connection* ormConn, const QString& codeA, const QString& codeB) {
-    const QString savepoint = QStringLiteral("ExchangeSYBNode");
-    bool started = false;
-    const auto rollBack = [&] { RollBackSP(savepoint, ormConn, started); };
-    return guarded(
-        {"frmEditor", "ExchangeSYBNode"},
-        [&] {
-            started = SetSP(savepoint, ormConn);
-            Connection& connection = requireConnection(ormConn);
-            const qsizetype length = codeB.size();
-            const QString tmp = QStringLiteral("000000000").left(length);
-            recode(connection, codeB, tmp, length);
-            recode(connection, codeA, codeB, length);
-            recode(connection, tmp, codeA, length);
-            if (ReleaseSP(savepoint, ormConn, started))
-                return true;
-            rollBack();
-            return false;
-        },
-        rollBack);
+    return inSavepoint("ExchangeSYBNode", ormConn, [&](Connection& connection) {
+        const qsizetype length = codeB.size();
+        const QString tmp = QStringLiteral("000000000").left(length);
+        recode(connection, codeB, tmp, length);
+        recode(connection, codeA, codeB, length);
+        recode(connection, tmp, codeA, length);
+        return true;
+    });
 }

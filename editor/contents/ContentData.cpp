@@ -1,39 +1,9 @@
 #include "editor/contents/ContentData.h"
 
-#include <functional>
-
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
+#include "editor/common/InSavepoint.h"
 #include "storage/LibraryConnection.h"
-#include "storage/Savepoint.h"
-
-namespace {
-
-enum class AfterFailure { LeaveOpen, RollBack };
-
-/// Runs the writes of `command` inside a savepoint of its name. True when they are done and the savepoint is released.
-bool inSavepoint(const char* command, Connection* ormConn, AfterFailure after,
-                 const std::function<void(Connection&)>& writes) {
-    const QString name = QString::fromLatin1(command);
-    bool started = false;
-    const auto undo = [&] {
-        if (after == AfterFailure::RollBack)
-            RollBackSP(name, ormConn, started);
-        return false;
-    };
-    return guarded(
-        {"frmEditor", command},
-        [&] {
-            started = SetSP(name, ormConn);
-            if (!started)
-                return false;
-            writes(*ormConn);
-            return ReleaseSP(name, ormConn, started) || undo();
-        },
-        undo);
-}
-
-}  // namespace
 
 bool ModifyCont(Connection* ormConn, qint64 contID, const QString& text) {
     return guarded({"frmEditor", "ModifyCont"}, [&] {
@@ -61,51 +31,64 @@ qint64 GetSubContID(Connection* ormConn, qint64 contId, qint64 subNum) {
 
 qint64 addContent(Connection* ormConn, const NewContent& content) {
     qint64 id = 0;
-    const bool added =
-        inSavepoint("munAddBillCont_Click", ormConn, AfterFailure::LeaveOpen, [&](Connection& connection) {
+    const bool added = inSavepoint(
+        "munAddBillCont_Click", ormConn,
+        [&](Connection& connection) {
             connection.Execute(
                 sql("UPDATE tblCont SET num=num+1 WHERE num>='", content.num, "' AND billID='", content.billID, "';"));
             connection.Execute(sql("INSERT INTO tblCont (code,num,cont,prof,billid,lastUpdate,IsDel) VALUES('",
                                    content.code, "','", content.num, "','", content.name, "','", content.prof, "','",
                                    content.billID, "','", nowText(), "','0');"));
             id = connection.LastInsertId();
-        });
+            return true;
+        },
+        AfterFailure::LeaveOpen);
     return added ? id : 0;
 }
 
 bool addSubContent(Connection* ormConn, qint64 contID, qint64 subNum, const QString& name) {
-    return inSavepoint("munAddBillSubCont_Click", ormConn, AfterFailure::LeaveOpen, [&](Connection& connection) {
-        connection.Execute(
-            sql("UPDATE tblContde SET subNum=subNum+1 WHERE subNum>='", subNum, "' AND contID='", contID, "';"));
-        connection.Execute(sql("INSERT INTO tblContde (contID,subNum,subCont,lastUpdate,IsDel) VALUES('", contID, "','",
-                               subNum, "','", name, "','", nowText(), "','0');"));
-    });
+    return inSavepoint(
+        "munAddBillSubCont_Click", ormConn,
+        [&](Connection& connection) {
+            connection.Execute(
+                sql("UPDATE tblContde SET subNum=subNum+1 WHERE subNum>='", subNum, "' AND contID='", contID, "';"));
+            connection.Execute(sql("INSERT INTO tblContde (contID,subNum,subCont,lastUpdate,IsDel) VALUES('", contID,
+                                   "','", subNum, "','", name, "','", nowText(), "','0');"));
+            return true;
+        },
+        AfterFailure::LeaveOpen);
 }
 
 bool deleteContent(Connection* ormConn, qint64 contId, qint64 contNum, qint64 billID) {
-    return inSavepoint("mnuDelBillCont_Click", ormConn, AfterFailure::RollBack, [&](Connection& connection) {
+    return inSavepoint("mnuDelBillCont_Click", ormConn, [&](Connection& connection) {
         connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contId, "';"));
         connection.Execute(sql("UPDATE tblcont SET num=num-1 WHERE num>'", contNum, "' AND billId ='", billID, "';"));
         connection.Execute(sql("DELETE FROM tblcont WHERE id='", contId, "';"));
+        return true;
     });
 }
 
 bool deleteSubContent(Connection* ormConn, qint64 contId, qint64 subNum) {
-    return inSavepoint("munDelBillSubCont_Click", ormConn, AfterFailure::RollBack, [&](Connection& connection) {
+    return inSavepoint("munDelBillSubCont_Click", ormConn, [&](Connection& connection) {
         connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contId, "' AND subNum='", subNum, "' ;"));
         connection.Execute(
             sql("UPDATE tblcontDe SET subNum=subNum-1 WHERE  subNum>'", subNum, "' AND contId ='", contId, "';"));
+        return true;
     });
 }
 
 bool deleteRation(Connection* ormConn, qint64 contDeId, RationRow becomes) {
-    return inSavepoint("munDelBillContDe_Click", ormConn, AfterFailure::LeaveOpen, [&](Connection& connection) {
-        if (becomes == RationRow::Removed)
-            connection.Execute(sql("DELETE FROM tblContde WHERE id='", contDeId, "' ;"));
-        else
-            connection.Execute(sql("UPDATE tblContDe SET DEH='',Name='',Unit='',DekID='',LastUpdate='", nowText(),
-                                   "' WHERE ID='", contDeId, "';"));
-    });
+    return inSavepoint(
+        "munDelBillContDe_Click", ormConn,
+        [&](Connection& connection) {
+            if (becomes == RationRow::Removed)
+                connection.Execute(sql("DELETE FROM tblContde WHERE id='", contDeId, "' ;"));
+            else
+                connection.Execute(sql("UPDATE tblContDe SET DEH='',Name='',Unit='',DekID='',LastUpdate='", nowText(),
+                                       "' WHERE ID='", contDeId, "';"));
+            return true;
+        },
+        AfterFailure::LeaveOpen);
 }
 
 bool updateRation(Connection* ormConn, qint64 id, const Ration& ration) {
