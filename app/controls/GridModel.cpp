@@ -50,12 +50,17 @@ void GridModel::setList(int column, const QString& list) {
 
 std::vector<QString> GridModel::cellsOf(KeyedGrid::Cells cells) const {
     std::vector<QString> row(m_columns.size());
+    // Cells mostly come in the order of the columns, so each is looked for from behind the one before.
+    std::size_t next = 0;
     for (const auto& [key, text] : cells)
-        for (std::size_t i = 0; i < m_keys.size(); ++i)
-            if (qstricmp(key, m_keys[i].constData()) == 0) {
-                row[i] = text;
+        for (std::size_t tried = 0; tried < m_keys.size(); ++tried) {
+            const std::size_t column = (next + tried) % m_keys.size();
+            if (qstricmp(key, m_keys[column].constData()) == 0) {
+                row[column] = text;
+                next = column + 1;
                 break;
             }
+        }
     return row;
 }
 
