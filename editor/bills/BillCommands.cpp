@@ -1,5 +1,7 @@
 // The commands that change which bills there are and in what order.
 
+#include <QSignalBlocker>
+
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
 #include "app/base/Text.h"
@@ -102,6 +104,8 @@ void BillPane::MoveBillRow(bool up) {
             m_grdBillList->setText(row, cell, m_grdBillList->text(other, cell));
             m_grdBillList->setText(other, cell, text);
         }
+        // The bill that was moved stays the current one; its details are shown already.
+        const QSignalBlocker sameBill(m_grdBillList);
         m_grdBillList->setRow(other);
     });
 }

@@ -76,8 +76,8 @@ void BillPane::ListBillData(Recordset* rows) {
         {"frmEditor", "ListBillData"},
         [&] {
             commitPending();
-            m_grdBillList->clearRows();
             m_grdBillList->setRedraw(false);
+            m_grdBillList->clearRows();
             for (; !rows->EndOfFile(); rows->MoveNext())
                 m_grdBillList->appendRow({{"id", rows->text("ID")},
                                           {"CodePrefix", rows->text("CodePrefix")},

@@ -67,6 +67,7 @@ void FeaturePane::grdSpecEnum_AfterEdit(int row, const QString& key) {
 
 std::vector<FeatureValue> FeaturePane::values() const {
     std::vector<FeatureValue> all;
+    all.reserve(static_cast<std::size_t>(m_grdSpecEnum->rowCount()));
     for (int row = 0; row < m_grdSpecEnum->rowCount(); ++row)
         all.push_back({m_grdSpecEnum->value(row, QStringLiteral("ID")), m_grdSpecEnum->text(row, isUse),
                        m_grdSpecEnum->text(row, eigenValue)});

@@ -59,8 +59,8 @@ void FeaturePane::LoadBillSpec(qint64 billId) {
         [&] {
             m_shownBill = billId;
             m_locked = false;
-            m_grdSpec->clearRows();
             m_grdSpec->setRedraw(false);
+            m_grdSpec->clearRows();
             Recordset rows = featuresOfBill(m_ormConn, billId);
             for (; !rows.EndOfFile(); rows.MoveNext())
                 m_grdSpec->appendRow({{"id", rows.text("ID")},
@@ -79,8 +79,8 @@ void FeaturePane::LoadSpecEnum(qint64 specId) {
         {"frmEditor", "LoadSpecEnum"},
         [&] {
             m_shownFeature = specId;
-            m_grdSpecEnum->clearRows();
             m_grdSpecEnum->setRedraw(false);
+            m_grdSpecEnum->clearRows();
             Recordset rows = valuesOfFeature(m_ormConn, specId);
             for (; !rows.EndOfFile(); rows.MoveNext())
                 m_grdSpecEnum->appendRow({{"ID", rows.text("ID")},

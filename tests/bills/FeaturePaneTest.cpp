@@ -101,7 +101,7 @@ TEST_F(Features, AtMostOneValueIsInUseAndIsTheDefault) {
     window.expectWindowIsFile();
 }
 
-TEST_F(Features, AValueThatCannotBeWrittenDoesNotStay) {
+TEST_F(Features, WhatCannotBeWrittenDoesNotStay) {
     window.click(values(), 0, "isUse");
     const QStringList before = valuesInFile();
     ModalAnswers answers;
@@ -115,7 +115,17 @@ TEST_F(Features, AValueThatCannotBeWrittenDoesNotStay) {
         Connection other;
         other.Open(window.library.path(), QString(), Connection::readWriteCreate);
         other.Execute("BEGIN EXCLUSIVE");
+        answers.takeSeen();
         window.click(values(), 1, "isUse");
+        window.features->mnuDeleteFeature_Click();
+        window.features->mnuDeleteFeatureVal_Click();
+        window.features->mnuAddFeatureVal_Click();
+        window.features->mnuAddFeature_Click();
+        EXPECT_EQ(errorPlaces(answers),
+                  (QStringList{QStringLiteral("frmEditor.grdSpecEnum_AfterEdit"),
+                               QStringLiteral("frmEditor.mnuDeleteFeature_Click"),
+                               QStringLiteral("frmEditor.mnuDeleteFeatureVal_Click"),
+                               QStringLiteral("ModDBOperator.ExecuteDDL"), QStringLiteral("frmEditor.GetCopyName")}));
     }
     QCoreApplication::processEvents();
     window.expectWindowIsFile();
