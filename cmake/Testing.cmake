@@ -5,6 +5,9 @@ function(tessel_add_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${TEST_SOURCES})
     target_link_libraries(${name} PRIVATE tessel_options tessel_testing ${TEST_LIBS} GTest::gtest Qt6::Test)
+    if(TESSEL_PRECOMPILE)
+        target_precompile_headers(${name} REUSE_FROM tessel_tests_precompiled)
+    endif()
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
         PROPERTIES TIMEOUT 600
