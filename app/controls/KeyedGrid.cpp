@@ -38,7 +38,7 @@ KeyedGrid::KeyedGrid(QWidget* parent)
 
 KeyedGrid::~KeyedGrid() {
     // An editor that goes with the grid asks nobody: those who would answer may be gone already.
-    m_editor.clear();
+    delete m_delegate;
 }
 
 void KeyedGrid::setColumns(std::vector<GridColumn> columns) {

@@ -32,6 +32,9 @@ public:
         // Lists drop down below their box, on white, as on the users' other desktops.
         if (hint == SH_ComboBox_Popup)
             return 0;
+        // Buttons of message boxes look like those of the program's own dialogs.
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 0;
         return QProxyStyle::styleHint(hint, option, widget, result);
     }
 };
