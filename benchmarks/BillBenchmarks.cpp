@@ -2,7 +2,7 @@
 #include "app/controls/KeyedGrid.h"
 #include "benchmarks/Changes.h"
 #include "benchmarks/EditorWindow.h"
-#include "benchmarks/PlainDatabase.h"
+#include "benchmarks/PlainDetails.h"
 #include "benchmarks/Subjects.h"
 #include "benchmarks/generator/LibraryGenerator.h"
 #include "editor/bills/BillData.h"
@@ -98,6 +98,7 @@ void addAtTopInFile(benchmark::State& state) {
 void addAtTop(benchmark::State& state) {
     Change change = addingAtTop(lastOf(state));
     change.ours = command(addBillCommand);
+    change.shown = [](PlainDatabase& library) { PlainDetails(library).readNew(library.lastInsertId()); };
     compareChange(state, change, Limit::times(3));
 }
 
@@ -113,6 +114,7 @@ void deleteFirst(benchmark::State& state) {
     change.ours = inEditor([](EditorWindow& window) {
         return window.timedAfterYes([&] { window->commandBars(2)->execute(deleteBillCommand); });
     });
+    change.shown = [](PlainDatabase& library) { PlainDetails(library).read(2); };
     compareChange(state, change, Limit::times(3));
 }
 

@@ -7,29 +7,17 @@
 
 namespace {
 
-/// A copy in the state in which the action is taken.
-class PreparedCopy {
-public:
-    PreparedCopy(int bills, const Change& change) : m_copy(bills) {
-        if (change.prepare) {
-            PlainDatabase file(path());
-            change.prepare(file);
-        }
-    }
-
-    const QString& path() const { return m_copy.path(); }
-
-private:
-    LibraryCopy m_copy;
-};
-
 // Both sides have the schema in memory before they start.
 constexpr char readSchema[] = "SELECT count(*) FROM tblSYB;";
 
 double runPlain(const Change& change, const QString& path) {
     PlainDatabase library(path);
     library.prepare(readSchema).readAll();
-    return milliseconds([&] { change.plain(library); });
+    return milliseconds([&] {
+        change.plain(library);
+        if (change.shown)
+            change.shown(library);
+    });
 }
 
 }  // namespace
@@ -51,19 +39,29 @@ OursOn inEditor(std::function<double(EditorWindow&)> act) {
 }
 
 void compareChange(benchmark::State& state, const Change& change, const Limit& limit) {
-    const int bills = static_cast<int>(state.range(0));
-    {
-        const PreparedCopy ours(bills, change);
-        const PreparedCopy plain(bills, change);
-        change.ours(ours.path());
-        runPlain(change, plain.path());
-        const QString found = difference(ours.path(), plain.path());
-        if (!found.isEmpty()) {
-            state.SkipWithError(qPrintable(found + QStringLiteral(" differs")));
-            return;
-        }
+    const LibraryCopy prepared(generatedLibrary(static_cast<int>(state.range(0))));
+    if (change.prepare) {
+        PlainDatabase file(prepared.path());
+        change.prepare(file);
+    }
+    const LibraryCopy oursCopy(prepared.path());
+    const LibraryCopy plainCopy(prepared.path());
+    change.ours(oursCopy.path());
+    runPlain(change, plainCopy.path());
+    const QString found = difference(oursCopy.path(), plainCopy.path());
+    if (!found.isEmpty()) {
+        state.SkipWithError(qPrintable(found + QStringLiteral(" differs")));
+        return;
     }
     compare(
-        state, [&] { return change.ours(PreparedCopy(bills, change).path()); },
-        [&] { return runPlain(change, PreparedCopy(bills, change).path()); }, limit);
+        state,
+        [&] {
+            oursCopy.restore();
+            return change.ours(oursCopy.path());
+        },
+        [&] {
+            plainCopy.restore();
+            return runPlain(change, plainCopy.path());
+        },
+        limit);
 }

@@ -26,7 +26,10 @@ struct Change {
     std::function<void(PlainDatabase&)> prepare = {};
     OursOn ours;
     std::function<void(PlainDatabase&)> plain;
+    /// Reads in plain calls what the window shows anew afterwards; empty when it shows nothing that was not written.
+    std::function<void(PlainDatabase&)> shown = {};
 };
 
-/// Compares both sides on a fresh copy of the library each time; fails when they do not leave the same rows.
+/// Compares both sides, each on a copy of the library that is as new each time; fails when they do not leave the same
+/// rows.
 void compareChange(benchmark::State& state, const Change& change, const Limit& limit);

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int moveDownCommand = 105;
+constexpr char allChapters[] = "SELECT * FROM tblSYB WHERE IFNULL(Code,'')<>'' ORDER BY length(code),code;";
 
 void buildTree(benchmark::State& state) {
     const int bills = static_cast<int>(state.range(0));
@@ -21,10 +22,10 @@ void buildTree(benchmark::State& state) {
     pane.resize(300, 700);
     pane.show();
     PlainDatabase plain(generatedLibrary(bills));
-    PlainStatement query = plain.prepare("SELECT * FROM tblSYB WHERE IFNULL(Code,'')<>'' ORDER BY length(code),code;");
+    PlainStatement query = plain.prepare(allChapters);
     compare(
         state, [&] { return milliseconds([&] { pane.CreateTvwSYB(); }); },
-        [&] { return milliseconds([&] { query.readAll(); }); }, Limit::ms(50, bills));
+        [&] { return milliseconds([&] { query.readAll(); }); }, Limit::ms(50));
 }
 
 Change swapping() {
@@ -54,6 +55,7 @@ void swapChapters(benchmark::State& state) {
         chapters->tvSYB_NodeClick(chapters->tvSYB()->node(chapterKey(QStringLiteral("01"))));
         return window.timed([&] { window->commandBars(1)->execute(moveDownCommand); });
     });
+    change.shown = [](PlainDatabase& library) { library.prepare(allChapters).readAll(); };
     compareChange(state, change, Limit::times(3));
 }
 

@@ -19,16 +19,15 @@ double milliseconds(Action&& action) {
 /// One side of a comparison: prepares what it needs, does its work once and gives the milliseconds of the work alone.
 using Side = std::function<double()>;
 
-/// What an action may cost: `factor` times the plain side and `extra` milliseconds; nothing is asked when both are 0.
+/// What an action may cost on a library of national size (6,000 bills): `factor` times the plain side and `extra`
+/// milliseconds. Other sizes are measured to see growth.
 struct Limit {
     double factor = 0;
     double extra = 0;
     std::string text;
 
-    static Limit none() { return {}; }
     static Limit times(double factor);
-    /// The limit holds for the library of national size (6,000 bills) only.
-    static Limit ms(double milliseconds, int bills);
+    static Limit ms(double milliseconds);
 };
 
 /// Runs both sides in turn, once an iteration, and reports the best of each: the machine may be busy with other things.

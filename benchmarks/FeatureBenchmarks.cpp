@@ -1,7 +1,7 @@
 #include "app/controls/CommandBars.h"
 #include "benchmarks/Changes.h"
 #include "benchmarks/EditorWindow.h"
-#include "benchmarks/PlainDatabase.h"
+#include "benchmarks/PlainDetails.h"
 #include "benchmarks/Subjects.h"
 #include "editor/bills/FeatureData.h"
 #include "editor/common/CopyName.h"
@@ -51,6 +51,7 @@ void addFeatureInWindow(benchmark::State& state) {
     Change change = addingAmongMany();
     change.ours = inEditor(
         [](EditorWindow& window) { return window.timed([&] { window->commandBars(3)->execute(addFeatureCommand); }); });
+    change.shown = [](PlainDatabase& library) { PlainDetails(library).readValues(library.lastInsertId()); };
     compareChange(state, change, Limit::times(3));
 }
 

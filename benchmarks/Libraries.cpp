@@ -37,6 +37,10 @@ QString rowExpression(PlainDatabase& file, const QString& table) {
     return columns.join(QLatin1String("||'|'||"));
 }
 
+/// The first commit waits until everything that was written to the file is on the disk; the one that is measured does
+/// not have to then.
+void writeThrough(const QString& path) { PlainDatabase(path).run("PRAGMA user_version=1; PRAGMA user_version=0"); }
+
 }  // namespace
 
 void makeProgramFolder() {
@@ -54,14 +58,30 @@ QString generatedLibrary(int bills) {
     return path;
 }
 
-LibraryCopy::LibraryCopy(int bills) {
+LibraryCopy::LibraryCopy(const QString& original) : m_original(original) {
     static int copies = 0;
     m_path = folder().filePath(QStringLiteral("copy-%1.bdb").arg(++copies));
-    const QString original = generatedLibrary(bills);
     if (!QFile::copy(original, m_path))
         throw Error(61, QStringLiteral("%1 cannot be copied to %2").arg(original, m_path));
-    // The first commit waits until the whole copy is on the disk; the one that is measured does not have to.
-    PlainDatabase(m_path).run("PRAGMA user_version=1");
+    writeThrough(m_path);
+}
+
+void LibraryCopy::restore() const {
+    QFile original(m_original);
+    QFile file(m_path);
+    if (!original.open(QIODevice::ReadOnly) || !file.open(QIODevice::ReadWrite) || !file.resize(original.size()))
+        throw Error(61, QStringLiteral("%1 cannot be restored").arg(m_path));
+    constexpr qint64 blockSize = 65536;
+    for (qint64 at = 0; at < original.size(); at += blockSize) {
+        const QByteArray wanted = original.read(blockSize);
+        file.seek(at);
+        if (file.read(blockSize) != wanted) {
+            file.seek(at);
+            file.write(wanted);
+        }
+    }
+    file.close();
+    writeThrough(m_path);
 }
 
 LibraryCopy::~LibraryCopy() { QFile::remove(m_path); }

@@ -11,17 +11,21 @@ void makeProgramFolder();
 /// The generated library of `bills` bills, made on first use; it is only read.
 QString generatedLibrary(int bills);
 
-/// A copy of a generated library, written through to the disk, that goes when the object does.
+/// A copy of a library, written through to the disk, that goes when the object does.
 class LibraryCopy {
 public:
-    explicit LibraryCopy(int bills);
+    explicit LibraryCopy(const QString& original);
     ~LibraryCopy();
     LibraryCopy(const LibraryCopy&) = delete;
     LibraryCopy& operator=(const LibraryCopy&) = delete;
 
     const QString& path() const { return m_path; }
 
+    /// Makes the file what the original is again. Only what differs is written, so that the disk has little to do.
+    void restore() const;
+
 private:
+    QString m_original;
     QString m_path;
 };
 

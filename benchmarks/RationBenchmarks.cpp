@@ -31,7 +31,7 @@ void lookRationUp(benchmark::State& state) {
         });
     };
     ours();
-    compare(state, ours, plain, {0, 5, "<= 5 ms"});
+    compare(state, ours, plain, Limit::ms(5));
     if (!found)
         state.SkipWithError("not found");
 }
@@ -56,7 +56,7 @@ void chooseLibrary(benchmark::State& state) {
             file.prepare("SELECT * FROM DeSYB WHERE isdel=0 ORDER BY CH,ZH,JH,XH,MH").readAll();
         });
     };
-    compare(state, choose, plain, {0, 100, "<= 100 ms"});
+    compare(state, choose, plain, Limit::ms(100));
     constexpr int chaptersAndRoot = 501;
     if (browser.tvRationContent()->nodeCount() != chaptersAndRoot)
         state.SkipWithError("the tree is not whole");

@@ -18,7 +18,7 @@ void openSystemDatabaseAgain(benchmark::State& state) {
         });
     };
     open();
-    compare(state, open, readBytes, {0, 5, "<= 5 ms"});
+    compare(state, open, readBytes, Limit::ms(5));
 }
 
 }  // namespace
