@@ -1,5 +1,9 @@
 include(GoogleTest)
 
+# Qt defines the folder of each test program; nobody here asks for it, and it would keep them from sharing one
+# precompiled header.
+set_property(TARGET Qt6::Test PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
+
 # tessel_add_test(<name> SOURCES … LIBS …): one test program, run case by case by CTest without a display.
 function(tessel_add_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;LIBS" ${ARGN})
