@@ -114,12 +114,9 @@ void KeyedGrid::insertRow(int at, Cells cells, int level) {
     at = qBound(0, at, rowCount());
     if (m_model->isCollecting())
         cancelEdit();
-    {
-        const QScopedValueRollback silent(m_silent, true);
-        m_model->insert(at, cells, level);
-        if (m_row >= at)
-            ++m_row;
-    }
+    m_model->insert(at, cells, level);
+    if (m_row >= at)
+        ++m_row;
     expandAbove(at);
 }
 
@@ -133,7 +130,6 @@ void KeyedGrid::removeRows(int first, int count) {
         m_row -= end - first;
     else if (m_row >= first)
         m_row = -1;
-    const QScopedValueRollback silent(m_silent, true);
     if (m_row < 0 && !m_model->isCollecting())
         showCurrent();
     m_model->remove(first, end - first);
@@ -206,7 +202,6 @@ void KeyedGrid::currentChanged(const QModelIndex& current, const QModelIndex& pr
 
 /// Lets the view know rows that were filled in while redrawing was off.
 void KeyedGrid::applyStructure() {
-    const QScopedValueRollback silent(m_silent, true);
     if (!m_model->publish())
         return;
     updateHidden(0, rowCount());

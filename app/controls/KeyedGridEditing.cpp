@@ -138,13 +138,6 @@ bool KeyedGrid::editorKey(QWidget* editor, QKeyEvent* event) {
             if (isText && m_model->list(m_edited.column()).ellipsis)
                 clickCellButton();
             return isText;
-        // What a line editor has no use for must not move the current row under it.
-        case Qt::Key_Up:
-        case Qt::Key_Down:
-        case Qt::Key_PageUp:
-        case Qt::Key_PageDown:
-        case Qt::Key_F2:
-            return isText;
         default:
             return false;
     }
@@ -152,9 +145,8 @@ bool KeyedGrid::editorKey(QWidget* editor, QKeyEvent* event) {
 
 /// The editor has lost the focus; false when it keeps it because its edit was refused.
 bool KeyedGrid::editorLeft(QWidget* editor, Qt::FocusReason reason) {
-    // A menu borrows the focus; a click into the grid itself is dealt with where the click arrives.
+    // A menu only borrows the focus.
     if (m_deciding || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
-        (reason == Qt::MouseFocusReason && QApplication::focusWidget() == this) ||
         belongsTo(editor, QApplication::focusWidget()) || commitEdit())
         return true;
     if (reason == Qt::MouseFocusReason) {
@@ -166,7 +158,8 @@ bool KeyedGrid::editorLeft(QWidget* editor, Qt::FocusReason reason) {
 }
 
 bool KeyedGrid::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress && isEditing() && watched != m_editor && watched->isWidgetType()) {
+    const bool presses = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (presses && isEditing() && watched != m_editor && watched->isWidgetType()) {
         qApp->removeEventFilter(this);
         return true;
     }

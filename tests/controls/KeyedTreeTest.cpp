@@ -142,10 +142,13 @@ TEST_F(KeyedTreeTest, SelectingOpensTheParents) {
 }
 
 TEST_F(KeyedTreeTest, RemovingSelectsTheNextThenThePreviousThenTheParent) {
-    tree.selectNode(node("010101"));
-    tree.removeNode(node("010101"));
-    EXPECT_EQ(selected(), QStringLiteral("010102"));
+    add(QStringLiteral("010103"));
+    tree.selectNode(node("010102"));
     tree.removeNode(node("010102"));
+    EXPECT_EQ(selected(), QStringLiteral("010103"));
+    tree.removeNode(node("010103"));
+    EXPECT_EQ(selected(), QStringLiteral("010101"));
+    tree.removeNode(node("010101"));
     EXPECT_EQ(selected(), QStringLiteral("0101"));
     tree.removeNode(node("03"));
     EXPECT_EQ(selected(), QStringLiteral("0101"));
