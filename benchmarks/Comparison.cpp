@@ -65,8 +65,12 @@ benchmark::internal::Benchmark* forOneSize(const char* action, void (*function)(
     return benchmark::RegisterBenchmark(action, function)->UseManualTime()->Iterations(15);
 }
 
-bool TableReporter::ReportContext(const Context&) {
-    std::printf("Best of several runs of each side, taken in turn. Files on disk, full synchronous on both sides.\n\n");
+bool TableReporter::ReportContext(const Context& context) {
+    std::printf("Best of several runs of each side, taken in turn. Files on disk, full synchronous on both sides.\n");
+    std::printf("%d processors", context.cpu_info.num_cpus);
+    if (!context.cpu_info.load_avg.empty())
+        std::printf(", load %.1f when it began", context.cpu_info.load_avg.front());
+    std::printf(".\n\n");
     printRow("action", "bills", "ours ms", "plain ms", "ratio", "limit", "ok");
     printRow("---", "---", "---", "---", "---", "---", "---");
     return true;

@@ -32,7 +32,7 @@ int Recordset::columnIndex(const char* column) const {
     if (EndOfFile())
         throw Error(3021, QStringLiteral("没有当前记录"));
     for (const auto& [name, index] : m_columns) {
-        if (name == column)
+        if (qstrcmp(name, column) == 0)
             return index;
     }
     for (int i = 0; i < sqlite3_column_count(m_statement.get()); ++i) {
