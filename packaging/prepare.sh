@@ -21,7 +21,7 @@ install_missing() {
 
 install_build_tools() {
     install_missing cmake g++ ninja-build ca-certificates \
-        qt6-base-dev qt6-base-dev-tools libqt6svg6-dev qt6-translations-l10n \
+        qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-translations-l10n \
         libgtest-dev libbenchmark-dev
     command -v npm >/dev/null || install_missing npm
 }
@@ -31,7 +31,7 @@ build() {
     preset=$1
     shift
     say "Building ($preset)"
-    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" --log-level=WARNING
+    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
     if [ $# -eq 0 ]; then
         cmake --build --preset "$preset"
     else
