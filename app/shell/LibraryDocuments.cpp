@@ -1,5 +1,3 @@
-#include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -8,28 +6,12 @@
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
-#include "app/base/Text.h"
+#include "app/shell/OpenLibraryDialog.h"
 #include "app/shell/frmMain.h"
 #include "app/shell/frmNewBillDBDialog.h"
 #include "editor/frmEditor.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"
-
-namespace {
-
-/// The chosen library file, or an empty text. The toolkit's dialog: it speaks Chinese on every machine.
-QString askForLibrary(QWidget* owner) {
-    QFileDialog dialog(owner, QStringLiteral("打开"), dataPath, QStringLiteral("清单库文件(*.bdb)"));
-    dialog.setObjectName(QStringLiteral("CommonDialog"));
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    return trimBlanks(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
-}
-
-}  // namespace
 
 void frmMain::mnuNewBillDB_Click() {
     guarded({"frmMain", "mnuNewBillDB_Click"}, [this] {

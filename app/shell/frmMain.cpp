@@ -20,7 +20,7 @@ frmMain::frmMain()
       m_windowList(new WindowList(m_windows)) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(applicationTitle());
-    setWindowIcon(QIcon(joinPath(appPath, QStringLiteral("Res/Icons/Tessel.png"))));
+    QApplication::setWindowIcon(QIcon(joinPath(appPath, QStringLiteral("Res/Icons/Tessel.png"))));
     m_windows->setObjectName(QStringLiteral("mdiArea"));
     m_windows->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_windows->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
