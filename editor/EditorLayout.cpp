@@ -1,3 +1,4 @@
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSplitter>
@@ -53,6 +54,8 @@ void frmEditor::InitFormView() {
 
 void frmEditor::SetVsGridStyle() {
     Grid_MergeFix(m_features->grdSpecEnum());
+    // Values are texts of any length: the room beside them is theirs.
+    m_features->grdSpecEnum()->horizontalHeader()->setStretchLastSection(true);
     for (KeyedGrid* grid :
          {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
         SetVSFlexGridStyle(grid);
