@@ -1,0 +1,64 @@
+#include "tests/support/RationLibraries.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
+#include "storage/Connection.h"
+#include "storage/SystemDatabase.h"
+
+namespace {
+
+QString regionFolder() { return dataPath + QStringLiteral("广东省"); }
+QString utf8(const char* text) { return QString::fromUtf8(text); }
+
+}  // namespace
+
+RationLibraries::RationLibraries() { QDir().mkpath(regionFolder()); }
+
+RationLibraries::~RationLibraries() {
+    QFile::remove(systemDatabasePath());
+    QDir(regionFolder()).removeRecursively();
+    QFile::remove(appPath + QStringLiteral("Error.log"));
+}
+
+QString RationLibraries::systemDatabasePath() { return appPath + QStringLiteral("tessel.dat"); }
+QString RationLibraries::path(const char* fileName) { return joinPath(regionFolder(), utf8(fileName)); }
+
+void RationLibraries::list(const std::vector<Listed>& libraries) const {
+    QFile::remove(systemDatabasePath());
+    Connection system;
+    system.Open(systemDatabasePath(), QString::fromLatin1(systemKey), Connection::readWriteCreate);
+    system.Execute("CREATE TABLE SysBaseData (DekId text,DekName text,DekFilename text,rgnName text,Prof text)");
+    for (const Listed& library : libraries)
+        system.Execute(sql("INSERT INTO SysBaseData VALUES('", Doubled{utf8(library.dekId)}, "','", utf8(library.name),
+                           "','", utf8(library.fileName), "','", utf8(library.region), "','", utf8(library.prof),
+                           "')"));
+}
+
+QString RationLibraries::make(const char* fileName, const std::vector<SqlText>& rations,
+                              const std::vector<SqlText>& chapters) const {
+    Connection library;
+    library.Open(path(fileName), QString(), Connection::readWriteCreate);
+    library.Execute("BEGIN");
+    library.Execute(
+        "CREATE TABLE DeSYB (sybID integer,CH integer,ZH integer,JH integer,XH integer,MH integer,BTM text,"
+        "isdel integer)");
+    library.Execute("CREATE TABLE DEB (ID integer primary key,sybID integer,DEH text,MC text,DW text)");
+    for (const SqlText& values : chapters)
+        library.Execute(sql("INSERT INTO DeSYB VALUES(", values, ")"));
+    for (const SqlText& values : rations)
+        library.Execute(sql("INSERT INTO DEB VALUES(", values, ")"));
+    library.Execute("COMMIT");
+    return path(fileName);
+}
+
+QString RationLibraries::makeDamaged(const char* fileName) const {
+    QFile file(path(fileName));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(5000, 'x'));
+    return path(fileName);
+}
