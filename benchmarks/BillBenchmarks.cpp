@@ -140,6 +140,6 @@ void registerBills() {
     forEverySize("Add a bill at the top", addAtTop);
     forEverySize("Delete the first bill (statements)", deleteFirstInFile);
     forEverySize("Delete the first bill", deleteFirst);
-    forEverySize("Move a bill (statements)", moveDownInFile);
-    forEverySize("Move a bill", moveDown);
+    forEverySize("Move a bill (statements)", moveDownInFile, Runs::Many);
+    forEverySize("Move a bill", moveDown, Runs::Many);
 }

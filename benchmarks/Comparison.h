@@ -34,7 +34,7 @@ struct Limit {
 /// Without a `plain` side only the action itself is reported.
 void compare(benchmark::State& state, const Side& ours, const Side& plain, const Limit& limit);
 
-/// How often an action is run: one that takes no copy of the library can afford more.
+/// How often an action is run: a short one, in which waiting for the disk is most of the time, needs more runs.
 enum class Runs { Few, Many };
 
 /// Registers an action for libraries of 600, 6,000 and 60,000 bills; the state's first range is that number.

@@ -132,5 +132,5 @@ void registerContents() {
     forEverySize("Add a work content", addContent);
     forEverySize("Add a second-level content", addSubContent);
     forEverySize("Delete a work content", deleteContent);
-    forEverySize("Set a ration by its code", typeRation);
+    forEverySize("Set a ration by its code", typeRation, Runs::Many);
 }

@@ -58,6 +58,6 @@ void addFeatureInWindow(benchmark::State& state) {
 }  // namespace
 
 void registerFeatures() {
-    forEverySize("Add a feature among 500 (statements)", addFeatureInFile);
-    forEverySize("Add a feature among 500 of its name", addFeatureInWindow);
+    forEverySize("Add a feature among 500 (statements)", addFeatureInFile, Runs::Many);
+    forEverySize("Add a feature among 500 of its name", addFeatureInWindow, Runs::Many);
 }
