@@ -123,8 +123,10 @@ TEST_F(ConnectionTest, LeavesNoSideFilesBehind) {
 }
 
 TEST_F(ConnectionTest, ADamagedFileIsAnErrorNotACrash) {
+    connection.Execute("BEGIN");
     for (int i = 0; i < 2000; ++i)
         connection.Execute(sql("INSERT INTO t(b) VALUES('", QString(50, QChar(0x4e00 + i)), "')"));
+    connection.Execute("COMMIT");
     connection.Close();
     QFile file(path());
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));

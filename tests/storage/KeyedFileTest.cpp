@@ -7,7 +7,6 @@
 #include "app/base/Error.h"
 #include "app/base/Paths.h"
 #include "storage/SystemDatabase.h"
-#include "tests/support/TestMain.h"
 
 namespace {
 
@@ -53,14 +52,4 @@ TEST(KeyedFile, ANewFileUnderTheOldNameHasAKeyOfItsOwn) {
                   QString::fromLatin1(content));
         connection.Close();
     }
-}
-
-TEST(SystemDatabase, WhenMissingIsReportedAndNotCreated) {
-    const QString path = joinPath(testProgramFolder(), QStringLiteral("tessel.dat"));
-    QFile::remove(path);
-    EXPECT_THROW(openSystemDatabase(), Error);
-    EXPECT_FALSE(QFile::exists(path));
-    makeKeyedFile(path, "one");
-    EXPECT_EQ(openSystemDatabase()->OpenRecordset("SELECT * FROM SysBaseData").text("DekId"), QStringLiteral("one"));
-    QFile::remove(path);
 }
