@@ -8,6 +8,8 @@
 #include "tests/bills/BillWindow.h"
 #include "tests/support/ModalAnswers.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The two boxes of a window that lists three bills, and what is written to the file.
@@ -15,7 +17,7 @@ class BillTextBoxes : public testing::Test {
 protected:
     BillTextBoxes() {
         for (qint64 id = 1; id <= 3; ++id)
-            window.library.addBill(id, QStringLiteral("01010100%1").arg(id));
+            window.library.addBill(id, u"01010100%1"_s.arg(id));
         window.library.run("UPDATE tblBill SET Rule='甲' || x'0d0a' || '乙' WHERE ID=1");
         window.library.run("UPDATE tblBill SET Rule='甲' || x'0a' || '乙' WHERE ID=2");
         window.library.run("CREATE TEMP TABLE written(bill, rule, cont)");
@@ -32,9 +34,9 @@ protected:
     /// What has been written since the last call.
     QStringList written() const {
         QStringList rows;
-        for (Recordset row = window.library.connection()->OpenRecordset("SELECT * FROM temp.written"); !row.EndOfFile();
-             row.MoveNext())
-            rows << row.joined(QStringLiteral("|"));
+        Recordset row = window.library.connection()->OpenRecordset("SELECT * FROM temp.written");
+        for (; !row.EndOfFile(); row.MoveNext())
+            rows << row.joined(u"|"_s);
         window.library.run("DELETE FROM temp.written");
         return rows;
     }
@@ -42,12 +44,8 @@ protected:
     static void typeAtEnd(QPlainTextEdit* box, const char* text) {
         box->setFocus();
         box->moveCursor(QTextCursor::End);
-        for (const char* c = text; *c; ++c) {
-            if (*c == '\n')
-                QTest::keyClick(box, Qt::Key_Return);
-            else
-                QTest::keyClick(box, *c);
-        }
+        for (const char* c = text; *c; ++c)
+            *c == '\n' ? QTest::keyClick(box, Qt::Key_Return) : QTest::keyClick(box, *c);
     }
 
     BillWindow window;
@@ -60,35 +58,34 @@ TEST_F(BillTextBoxes, AreWrittenOnceEachTimeTheyAreLeft) {
     QTest::keyClick(rule(), Qt::Key_Tab);
     EXPECT_TRUE(content()->hasFocus());
     // Left unchanged: the stored line ends, though the toolkit shows others.
-    EXPECT_EQ(written(), QStringList{QStringLiteral("1|甲<>乙|NULL")});
-    EXPECT_EQ(window.library.rowsInFile("SELECT LastUpdate<>'old' FROM tblBill WHERE ID=1"),
-              QStringList{QStringLiteral("1")});
+    EXPECT_EQ(written(), QStringList{u"1|甲<>乙|NULL"_s});
+    EXPECT_EQ(window.library.rowsInFile("SELECT LastUpdate<>'old' FROM tblBill WHERE ID=1"), QStringList{u"1"_s});
 
     typeAtEnd(rule(), "\nX");
-    EXPECT_EQ(written(), QStringList{QStringLiteral("1|甲<>乙|")});
+    EXPECT_EQ(written(), QStringList{u"1|甲<>乙|"_s});
     window.click(window.list(), 1, "Name");
-    EXPECT_EQ(written(), QStringList{QStringLiteral("1|甲<>乙<>X|")});
-    EXPECT_EQ(window.list()->text(0, QStringLiteral("RULE")), QStringLiteral("甲\r\n乙\r\nX"));
+    EXPECT_EQ(written(), QStringList{u"1|甲<>乙<>X|"_s});
+    EXPECT_EQ(window.list()->text(0, u"RULE"_s), u"甲\r\n乙\r\nX"_s);
 
     // Another convention stays, too; an empty text begins with the platform's one.
     typeAtEnd(rule(), "\nY");
     typeAtEnd(content(), "P\nQ");
     window.list()->setFocus();
-    EXPECT_EQ(written(), (QStringList{QStringLiteral("2|甲>乙>Y|NULL"), QStringLiteral("2|甲>乙>Y|P\r\nQ")}));
-    EXPECT_EQ(window.list()->text(1, QStringLiteral("Cont")), QStringLiteral("P\r\nQ"));
+    EXPECT_EQ(written(), (QStringList{u"2|甲>乙>Y|NULL"_s, u"2|甲>乙>Y|P\r\nQ"_s}));
+    EXPECT_EQ(window.list()->text(1, u"Cont"_s), u"P\r\nQ"_s);
 }
 
 TEST_F(BillTextBoxes, NeverWriteTheTextOfOneBillToAnother) {
     typeAtEnd(rule(), "Z");
     window.list()->setRow(1);
-    EXPECT_EQ(written(), QStringList{QStringLiteral("1|甲<>乙Z|NULL")});
+    EXPECT_EQ(written(), QStringList{u"1|甲<>乙Z|NULL"_s});
     typeAtEnd(rule(), "W");
     window.bills->mnuAddBill_Click();
-    EXPECT_EQ(written(), QStringList{QStringLiteral("2|甲>乙W|NULL")});
+    EXPECT_EQ(written(), QStringList{u"2|甲>乙W|NULL"_s});
     EXPECT_TRUE(rule()->toPlainText().isEmpty());
     typeAtEnd(rule(), "V");
-    window.bills->LoadBill(QStringLiteral("999999"));
-    EXPECT_EQ(written(), QStringList{QStringLiteral("4|V|NULL")});
+    window.bills->LoadBill(u"999999"_s);
+    EXPECT_EQ(written(), QStringList{u"4|V|NULL"_s});
     // No bill is current: nothing can be typed, nothing is written.
     typeAtEnd(rule(), "U");
     window.list()->setFocus();
@@ -102,10 +99,9 @@ TEST_F(BillTextBoxes, LentToAnotherWindowOrAMenuAreWrittenOnlyWhenChanged) {
         other.show();
         other.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-        window.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        window.activate();
         QMenu menu;
-        menu.addAction(QStringLiteral("x"));
+        menu.addAction(u"x"_s);
         menu.popup(window.mapToGlobal(QPoint(5, 5)));
         menu.close();
     };
@@ -114,11 +110,11 @@ TEST_F(BillTextBoxes, LentToAnotherWindowOrAMenuAreWrittenOnlyWhenChanged) {
     EXPECT_TRUE(written().isEmpty());
     typeAtEnd(rule(), "Z");
     lend();
-    EXPECT_EQ(written(), QStringList{QStringLiteral("1|甲<>乙Z|NULL")});
+    EXPECT_EQ(written(), QStringList{u"1|甲<>乙Z|NULL"_s});
 
     typeAtEnd(rule(), "Y");
     EXPECT_TRUE(window.bills->commitPending());
-    EXPECT_EQ(written(), QStringList{QStringLiteral("1|甲<>乙ZY|NULL")});
+    EXPECT_EQ(written(), QStringList{u"1|甲<>乙ZY|NULL"_s});
     EXPECT_TRUE(window.bills->commitPending());
     EXPECT_TRUE(written().isEmpty());
 }
@@ -128,22 +124,21 @@ TEST_F(BillTextBoxes, ThatCannotBeWrittenShowTheStoredTextAgain) {
     answers.closeAnything();
     typeAtEnd(rule(), "it's");
     window.list()->setFocus();
-    EXPECT_EQ(errorPlaces(answers), QStringList{QStringLiteral("ModDBOperator.ExecuteDDL")});
-    EXPECT_EQ(rule()->toPlainText(), QStringLiteral("甲\n乙"));
+    EXPECT_EQ(errorPlaces(answers), QStringList{u"ModDBOperator.ExecuteDDL"_s});
+    EXPECT_EQ(rule()->toPlainText(), u"甲\n乙"_s);
     EXPECT_TRUE(written().isEmpty());
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    window.activate();
     typeAtEnd(rule(), "W");
     window.list()->setFocus();
-    EXPECT_EQ(written(), QStringList{QStringLiteral("1|甲<>乙W|NULL")});
+    EXPECT_EQ(written(), QStringList{u"1|甲<>乙W|NULL"_s});
 }
 
 TEST(BillTextBox, KeepsWhatTheToolkitWouldReplace) {
     BillTextBox box;
-    const QString stored = QStringLiteral("a\u00a0b\u2028c\r\nd");
+    const QString stored = u"a\u00a0b\u2028c\r\nd"_s;
     box.showText(1, stored);
     EXPECT_EQ(box.text(), stored);
-    box.insertPlainText(QStringLiteral("x"));
+    box.insertPlainText(u"x"_s);
     EXPECT_EQ(box.text(), QLatin1Char('x') + stored);
     box.undo();
     EXPECT_FALSE(box.isChanged());

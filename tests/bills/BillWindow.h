@@ -22,12 +22,11 @@ public:
 
     KeyedGrid* list() const { return bills->grdBillList(); }
 
+    void activate();
     void click(KeyedGrid* grid, int row, const char* key) const;
     /// Makes the cell current, opens its editor with F2 and types over the text; Enter ends the edit.
     void edit(KeyedGrid* grid, int row, const char* key, const QString& text) const;
 
     /// All shown cells of a grid, one text a row.
     static QStringList shown(const KeyedGrid* grid);
-    /// Fails unless list, boxes, features and values show what the file holds for the chapter and the current rows.
-    void expectWindowIsFile() const;
 };
