@@ -2,25 +2,25 @@
 
 #include "tests/controls/GridWindow.h"
 
-namespace {
+using namespace Qt::StringLiterals;
 
-const QString name = QStringLiteral("Name");
+namespace {
 
 /// 0 A / 1 A1 / 2 a / 3 a / 4 A2 / 5 B / 6 B1
 class GridOutline : public ::testing::Test {
 protected:
     GridOutline() {
-        window.grid.setOutlineColumn(QStringLiteral("Code"));
+        grid.setOutlineColumn(u"Code"_s);
         for (const int level : {0, 1, 2, 2, 1, 0, 1})
-            window.grid.appendRow({{"Code", QStringLiteral("level")}, {"Name", QStringLiteral("文")}}, level);
-        window.grid.setCell(0, QStringLiteral("Code"));
+            grid.appendRow({{"Code", u"level"_s}, {"Name", u"文"_s}}, level);
+        grid.setCell(0, u"Code"_s);
         window.takeTold();
     }
 
     QString shown() const {
         QString rows;
-        for (int row = 0; row < window.grid.rowCount(); ++row)
-            rows += window.grid.isRowHidden(row) ? QLatin1Char('-') : QLatin1Char('x');
+        for (int row = 0; row < grid.rowCount(); ++row)
+            rows += grid.isRowHidden(row) ? u'-' : u'x';
         return rows;
     }
 
@@ -31,104 +31,81 @@ protected:
 }  // namespace
 
 TEST_F(GridOutline, KnowsItsNodes) {
-    EXPECT_EQ(grid.level(2), 2);
-    EXPECT_EQ(grid.nodeEnd(0), 5);
-    EXPECT_EQ(grid.nodeEnd(1), 4);
-    EXPECT_EQ(grid.nodeEnd(5), 7);
-    EXPECT_EQ(grid.nextSibling(0), 5);
-    EXPECT_EQ(grid.nextSibling(1), 4);
-    EXPECT_EQ(grid.nextSibling(3), -1);
-    EXPECT_EQ(grid.nextSibling(4), -1);
-    EXPECT_EQ(grid.nextSibling(5), -1);
+    const std::vector<int> ends = {5, 4, 3, 4, 5, 7, 7}, siblings = {5, 4, 3, -1, -1, -1, -1};
+    for (int row = 0; row < 7; ++row) {
+        EXPECT_EQ(grid.nodeEnd(row), ends[row]) << row;
+        EXPECT_EQ(grid.nextSibling(row), siblings[row]) << row;
+    }
 }
 
 TEST_F(GridOutline, ClosedNodesHideWhatIsBelowThemAndOpenAsTheyWere) {
     grid.setCollapsed(1, true);
-    EXPECT_EQ(shown(), QStringLiteral("xx--xxx"));
     grid.setCollapsed(0, true);
-    EXPECT_EQ(shown(), QStringLiteral("x----xx"));
+    EXPECT_EQ(shown(), u"x----xx"_s);
     grid.setCollapsed(0, false);
-    EXPECT_EQ(shown(), QStringLiteral("xx--xxx"));
+    EXPECT_EQ(shown(), u"xx--xxx"_s);
     grid.setCollapsed(2, true);
     EXPECT_FALSE(grid.isCollapsed(2));
     // The keyboard passes over what is hidden.
     grid.setRow(1);
     window.key(Qt::Key_Down);
     EXPECT_EQ(grid.row(), 4);
-}
-
-TEST_F(GridOutline, ClosingANodeAroundTheCurrentRowMakesTheNodeCurrent) {
-    grid.setRow(3);
+    // A node that closes around the current row becomes current; making a hidden row current opens its nodes.
     window.takeTold();
     grid.setCollapsed(0, true);
-    EXPECT_EQ(window.takeTold(), (QStringList{QStringLiteral("row 3>0"), QStringLiteral("cell 0 Code")}));
+    EXPECT_EQ(window.takeTold(), u"row 4>0, cell 0 Code"_s);
     grid.setRow(2);
-    EXPECT_EQ(shown(), QStringLiteral("xxxxxxx"));
+    EXPECT_EQ(shown(), u"xxxxxxx"_s);
 }
 
-TEST_F(GridOutline, InsertingIntoAClosedNodeOpensIt) {
+TEST_F(GridOutline, InsertingIntoAClosedNodeOpensItAndRemovingMovesNoClosedStates) {
     for (const bool redraw : {true, false}) {
         SCOPED_TRACE(redraw);
         grid.setRow(0);
-        grid.setCollapsed(1, true);
-        grid.setCollapsed(0, true);
-        grid.setCollapsed(5, true);
+        for (const int row : {1, 0, 5})
+            grid.setCollapsed(row, true);
         grid.setRedraw(redraw);
-        grid.insertRow(2, {{"Name", QStringLiteral("新")}}, 2);
+        grid.insertRow(2, {{"Name", u"新"_s}}, 2);
         grid.setRedraw(true);
-        EXPECT_EQ(shown(), QStringLiteral("xxxxxxx-"));
-        EXPECT_FALSE(grid.isCollapsed(1));
-        EXPECT_TRUE(grid.isCollapsed(6));
+        EXPECT_EQ(shown(), u"xxxxxxx-"_s);
         grid.removeRows(2);
-        EXPECT_EQ(shown(), QStringLiteral("xxxxxx-"));
+        EXPECT_EQ(shown(), u"xxxxxx-"_s);
         grid.setCollapsed(5, false);
     }
-}
-
-TEST_F(GridOutline, RemovingMovesNoClosedStates) {
     grid.setCollapsed(5, true);
     grid.removeRows(1, 4);
-    EXPECT_EQ(shown(), QStringLiteral("xx-"));
+    EXPECT_EQ(shown(), u"xx-"_s);
     grid.removeRows(2);
     EXPECT_FALSE(grid.isCollapsed(1));
     grid.appendRow({}, 1);
-    EXPECT_EQ(shown(), QStringLiteral("xxx"));
-
     grid.setCollapsed(1, true);
     grid.setRedraw(false);
     grid.clearRows();
     for (int i = 0; i < 4; ++i)
         grid.appendRow({}, 0);
     grid.setRedraw(true);
-    EXPECT_EQ(shown(), QStringLiteral("xxxx"));
+    EXPECT_EQ(shown(), u"xxxx"_s);
 }
 
-TEST_F(GridOutline, TheArrowTogglesAndMakesNothingCurrent) {
-    const QRect cell = grid.visualRect(grid.model()->index(1, grid.column(QStringLiteral("Code"))));
+TEST_F(GridOutline, TheArrowAndKeysToggleAndMakeNothingCurrent) {
+    const QRect cell = grid.visualRect(grid.model()->index(1, grid.column(u"Code"_s)));
     const QPoint arrow(cell.left() + 2 + 18 + 9, cell.center().y());
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, arrow);
-    EXPECT_EQ(shown(), QStringLiteral("xx--xxx"));
+    EXPECT_EQ(shown(), u"xx--xxx"_s);
     QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, arrow);
-    EXPECT_EQ(shown(), QStringLiteral("xxxxxxx"));
-    EXPECT_EQ(window.takeTold(), QStringList());
+    EXPECT_EQ(shown(), u"xxxxxxx"_s);
+    for (const auto& [closes, opens] : {std::pair(Qt::Key_Left, Qt::Key_Right), {Qt::Key_Minus, Qt::Key_Plus}}) {
+        window.key(closes);
+        EXPECT_EQ(shown(), u"x----xx"_s);
+        window.key(opens);
+        EXPECT_EQ(shown(), u"xxxxxxx"_s);
+    }
+    EXPECT_EQ(window.takeTold(), QString());
     EXPECT_FALSE(grid.isEditing());
-}
-
-TEST_F(GridOutline, KeysToggleInTheOutlineColumnOnly) {
-    window.key(Qt::Key_Left);
-    EXPECT_EQ(shown(), QStringLiteral("x----xx"));
+    // In other columns they are what they are anywhere.
     window.key(Qt::Key_Right);
-    EXPECT_EQ(shown(), QStringLiteral("xxxxxxx"));
-    EXPECT_EQ(window.takeTold(), QStringList());
-    window.key(Qt::Key_Right);
-    EXPECT_EQ(grid.columnKey(), name);
-    QTest::keyClick(&grid, '-');
+    EXPECT_EQ(grid.columnKey(), u"Name"_s);
+    window.key(Qt::Key_Minus);
     EXPECT_TRUE(grid.isEditing());
     window.key(Qt::Key_Escape);
-    grid.setCell(0, QStringLiteral("Code"));
-    QTest::keyClick(&grid, '-');
-    EXPECT_EQ(shown(), QStringLiteral("x----xx"));
-    QTest::keyClick(&grid, '+');
-    EXPECT_EQ(shown(), QStringLiteral("xxxxxxx"));
-    EXPECT_FALSE(grid.isEditing());
 }

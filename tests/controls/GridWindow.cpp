@@ -2,35 +2,37 @@
 
 #include <QVBoxLayout>
 
+#include "tests/support/Typing.h"
+
+using namespace Qt::StringLiterals;
+
 GridWindow::GridWindow() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(&grid);
     layout->addWidget(&other);
     grid.setColumns({{QString(), QString(), 225},
-                     {QStringLiteral("id"), QStringLiteral("id"), 900, Qt::AlignLeft, Qt::AlignLeft, false},
-                     {QStringLiteral("Code"), QStringLiteral("编号"), 1590},
-                     {QStringLiteral("Name"), QStringLiteral("清单名称"), 3000},
-                     {QStringLiteral("Unit"), QStringLiteral("单位"), 1155, Qt::AlignCenter},
-                     {QStringLiteral("Type"), QStringLiteral("类型"), 1155, Qt::AlignCenter},
-                     {QStringLiteral("Use"), QStringLiteral("使用"), 800, Qt::AlignCenter, Qt::AlignCenter, true,
-                      GridColumn::Look::CheckBox}});
+                     {u"id"_s, u"id"_s, 900, Qt::AlignLeft, Qt::AlignLeft, false},
+                     {u"Code"_s, u"编号"_s, 1590},
+                     {u"Name"_s, u"清单名称"_s, 3000},
+                     {u"Unit"_s, u"单位"_s, 1155, Qt::AlignCenter},
+                     {u"Type"_s, u"类型"_s, 1155, Qt::AlignCenter},
+                     {u"Use"_s, u"使用"_s, 800, Qt::AlignCenter, Qt::AlignCenter, true, GridColumn::Look::CheckBox}});
     grid.startEdit = [](int, const QString& key) { return key != QLatin1String("Code"); };
     grid.validateEdit = [this](int row, const QString& key, QString& text) {
-        asked << QStringLiteral("%1 %2 %3").arg(row).arg(key, text);
+        asked << u"%1 %2 %3"_s.arg(row).arg(key, text);
         return verdict;
     };
     connect(&grid, &KeyedGrid::rowChanged, this,
-            [this](int from, int to) { told << QStringLiteral("row %1>%2").arg(from).arg(to); });
+            [this](int from, int to) { told << u"row %1>%2"_s.arg(from).arg(to); });
     connect(&grid, &KeyedGrid::cellChanged, this,
-            [this](int row, const QString& key) { told << QStringLiteral("cell %1 %2").arg(row).arg(key); });
+            [this](int row, const QString& key) { told << u"cell %1 %2"_s.arg(row).arg(key); });
     connect(&grid, &KeyedGrid::afterEdit, this,
-            [this](int row, const QString& key) { told << QStringLiteral("edited %1 %2").arg(row).arg(key); });
+            [this](int row, const QString& key) { told << u"edited %1 %2"_s.arg(row).arg(key); });
     connect(&grid, &KeyedGrid::cellButtonClicked, this,
-            [this](int row, const QString& key) { told << QStringLiteral("button %1 %2").arg(row).arg(key); });
-    connect(&grid, &KeyedGrid::rowDoubleClicked, this,
-            [this](int row) { told << QStringLiteral("double %1").arg(row); });
+            [this](int row, const QString& key) { told << u"button %1 %2"_s.arg(row).arg(key); });
+    connect(&grid, &KeyedGrid::rowDoubleClicked, this, [this](int row) { told << u"double %1"_s.arg(row); });
     connect(&grid, &KeyedGrid::contextMenuWanted, this,
-            [this] { told << QStringLiteral("menu at %1 %2").arg(grid.row()).arg(grid.columnKey()); });
+            [this] { told << u"menu at %1 %2"_s.arg(grid.row()).arg(grid.columnKey()); });
     resize(900, 400);
     show();
     activate();
@@ -46,11 +48,11 @@ void GridWindow::fill(int rows) {
     grid.setRedraw(false);
     for (int i = 0; i < rows; ++i)
         grid.appendRow({{"ID", QString::number(100 + i)},
-                        {"code", QStringLiteral("01010100%1").arg(i)},
-                        {"NAME", QStringLiteral("平整场地%1").arg(i)},
-                        {"Unit", QStringLiteral("m2")},
-                        {"Type", QStringLiteral("1")},
-                        {"Use", QStringLiteral("2")}});
+                        {"code", u"01010100%1"_s.arg(i)},
+                        {"NAME", u"平整场地%1"_s.arg(i)},
+                        {"Unit", u"m2"_s},
+                        {"Type", u"1"_s},
+                        {"Use", u"2"_s}});
     grid.setRow(0);
     grid.setRedraw(true);
     told.clear();
@@ -69,6 +71,14 @@ void GridWindow::doubleClick(int row, const QString& key) {
     QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, at(row, key));
 }
 
+void GridWindow::drag(int fromRow, int toRow, const QString& key) {
+    const QPoint to = at(toRow, key);
+    QTest::mousePress(grid.viewport(), Qt::LeftButton, {}, at(fromRow, key));
+    QMouseEvent move(QEvent::MouseMove, to, grid.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(grid.viewport(), &move);
+    QTest::mouseRelease(grid.viewport(), Qt::LeftButton, {}, to);
+}
+
 void GridWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     activate();
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);
@@ -76,5 +86,5 @@ void GridWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 
 void GridWindow::type(const QString& text) {
     for (const QChar character : text)
-        QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, QString(character), {});
+        typeText(QApplication::focusWidget(), character);
 }

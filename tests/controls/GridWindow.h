@@ -18,12 +18,15 @@ public:
     QPoint at(int row, const QString& key) const;
     void click(int row, const QString& key, Qt::MouseButton button = Qt::LeftButton);
     void doubleClick(int row, const QString& key);
+    /// Presses the left button on one cell and releases it on another.
+    void drag(int fromRow, int toRow, const QString& key);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void type(const QString& text);
 
     QWidget* editor() const { return grid.findChild<QWidget*>(QStringLiteral("cellEditor")); }
     QLineEdit* lineEditor() const { return qobject_cast<QLineEdit*>(editor()); }
-    QStringList takeTold() { return std::exchange(told, {}); }
+    /// What the grid has told since the last call, joined by ", ".
+    QString takeTold() { return std::exchange(told, {}).join(QLatin1String(", ")); }
 
     KeyedGrid grid;
     QLineEdit other;

@@ -1,23 +1,20 @@
+#include "app/controls/KeyedTree.h"
+
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QTest>
 
 #include "app/base/Error.h"
-#include "app/controls/KeyedTree.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
-
-QString k(const QString& code) { return QStringLiteral("K") + code; }
 
 class KeyedTreeTest : public ::testing::Test {
 protected:
     KeyedTreeTest() {
-        for (const QString& code :
-             {QStringLiteral("01"), QStringLiteral("02"), QStringLiteral("03"), QStringLiteral("0101"),
-              QStringLiteral("0102"), QStringLiteral("010101"), QStringLiteral("010102"), QStringLiteral("0201")})
+        for (const QString& code : u"01 02 03 0101 0102 010101 010102 0201"_s.split(u' '))
             add(code);
         QObject::connect(&tree, &KeyedTree::nodeClick, &tree,
                          [this](const QTreeWidgetItem* node) { clicks << KeyedTree::tag(node); });
@@ -29,14 +26,13 @@ protected:
         tree.setAllExpanded(true);
     }
 
-    void add(const QString& code) {
-        tree.addNode(tree.node(k(code.chopped(2))), k(code), code + QStringLiteral(" 土石方"), code);
+    void add(const QString& code) { tree.addNode(node(code.chopped(2)), u'K' + code, code + u" 土石方"_s, code); }
+    KeyedTree::Node* node(const QString& code) const { return tree.node(u'K' + code); }
+    QPoint at(const QString& code) const { return tree.visualItemRect(node(code)).center(); }
+    void click(const QString& code, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(tree.viewport(), button, modifiers, at(code));
     }
-    KeyedTree::Node* node(const char* code) const { return tree.node(k(QLatin1String(code))); }
-    void click(const char* code, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::mouseClick(tree.viewport(), button, modifiers, tree.visualItemRect(node(code)).center());
-    }
-    QStringList takeClicks() { return std::exchange(clicks, {}); }
+    QString takeClicks() { return std::exchange(clicks, {}).join(u' '); }
     QString selected() const { return KeyedTree::tag(tree.selectedNode()); }
 
     KeyedTree tree;
@@ -47,128 +43,102 @@ protected:
 }  // namespace
 
 TEST_F(KeyedTreeTest, FindsNodesAndTheirNeighbours) {
+    EXPECT_EQ(KeyedTree::key(node(u"0102"_s)), u"K0102"_s);
+    EXPECT_EQ(node(u"09"_s), nullptr);
+    EXPECT_THROW(add(u"0101"_s), Error);
     EXPECT_EQ(tree.nodeCount(), 8);
-    EXPECT_EQ(KeyedTree::key(node("0102")), QStringLiteral("K0102"));
-    EXPECT_EQ(node("0102")->text(0), QStringLiteral("0102 土石方"));
-    EXPECT_EQ(node("09"), nullptr);
-    EXPECT_THROW(add(QStringLiteral("0101")), Error);
-    EXPECT_EQ(tree.nodeCount(), 8);
-    EXPECT_EQ(tree.nextSibling(node("01")), node("02"));
-    EXPECT_EQ(tree.nextSibling(node("03")), nullptr);
-    EXPECT_EQ(tree.previousSibling(node("0102")), node("0101"));
-    EXPECT_EQ(tree.previousSibling(node("0101")), nullptr);
-    EXPECT_EQ(tree.lastSibling(node("010101")), node("010102"));
-    EXPECT_EQ(tree.lastSibling(node("01")), node("03"));
-    tree.addNodeAfter(node("0101"), k(QStringLiteral("0101b")), QStringLiteral("新"), QStringLiteral("0101b"));
+    struct {
+        QString of, next, previous, last;
+    } const neighbours[] = {{u"01"_s, u"02"_s, {}, u"03"_s},
+                            {u"03"_s, {}, u"02"_s, u"03"_s},
+                            {u"0102"_s, {}, u"0101"_s, u"0102"_s},
+                            {u"010101"_s, u"010102"_s, {}, u"010102"_s}};
+    for (const auto& [of, next, previous, last] : neighbours) {
+        EXPECT_EQ(KeyedTree::tag(tree.nextSibling(node(of))), next);
+        EXPECT_EQ(KeyedTree::tag(tree.previousSibling(node(of))), previous);
+        EXPECT_EQ(KeyedTree::tag(tree.lastSibling(node(of))), last);
+    }
+    tree.addNodeAfter(node(u"0101"_s), u"K0101b"_s, u"新"_s, u"0101b"_s);
     QStringList order;
     for (const auto* each : tree.nodes())
         order << KeyedTree::tag(each);
-    EXPECT_EQ(order.join(QLatin1Char(' ')), QStringLiteral("01 0101 010101 010102 0101b 0102 02 0201 03"));
+    EXPECT_EQ(order.join(u' '), u"01 0101 010101 010102 0101b 0102 02 0201 03"_s);
 }
 
 TEST_F(KeyedTreeTest, AClickIsToldEachTimeAndOnlyByTheLeftButtonOnTheNode) {
-    click("0101");
-    click("0101");
-    EXPECT_EQ(takeClicks(), (QStringList{QStringLiteral("0101"), QStringLiteral("0101")}));
-    click("0101", Qt::LeftButton, Qt::ControlModifier);
-    EXPECT_EQ(selected(), QStringLiteral("0101"));
+    click(u"0101"_s);
+    click(u"0101"_s);
+    EXPECT_EQ(takeClicks(), u"0101 0101"_s);
+    click(u"0101"_s, Qt::LeftButton, Qt::ControlModifier);
+    EXPECT_EQ(selected(), u"0101"_s);
     takeClicks();
 
-    click("02", Qt::RightButton);
-    EXPECT_EQ(selected(), QStringLiteral("0101"));
+    click(u"02"_s, Qt::RightButton);
     EXPECT_EQ(menus, 1);
-    click("02", Qt::MiddleButton);
-    EXPECT_EQ(selected(), QStringLiteral("0101"));
-
-    const QRect rect = tree.visualItemRect(node("01"));
+    click(u"02"_s, Qt::MiddleButton);
+    const QRect rect = tree.visualItemRect(node(u"01"_s));
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(rect.left() - 8, rect.center().y()));
-    EXPECT_FALSE(node("01")->isExpanded());
+    EXPECT_FALSE(node(u"01"_s)->isExpanded());
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(150, tree.viewport()->height() - 4));
-    EXPECT_EQ(takeClicks(), QStringList());
-    EXPECT_EQ(selected(), QStringLiteral("0101"));
-}
+    EXPECT_EQ(takeClicks(), QString());
+    EXPECT_EQ(selected(), u"0101"_s);
 
-TEST_F(KeyedTreeTest, DraggingTellsWhereItBegan) {
-    const QPoint to = tree.visualItemRect(node("03")).center();
-    QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(node("0101")).center());
+    // Dragging tells where it began.
+    const QPoint to = at(u"03"_s);
+    QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, at(u"02"_s));
     QMouseEvent move(QEvent::MouseMove, to, tree.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
     QApplication::sendEvent(tree.viewport(), &move);
     QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, to);
-    EXPECT_EQ(selected(), QStringLiteral("0101"));
-    EXPECT_EQ(takeClicks(), QStringList{QStringLiteral("0101")});
+    EXPECT_EQ(selected(), u"02"_s);
+    EXPECT_EQ(takeClicks(), u"02"_s);
 }
 
 TEST_F(KeyedTreeTest, KeysThatMoveTheSelectionTellIt) {
-    tree.selectNode(node("01"));
-    EXPECT_EQ(takeClicks(), QStringList());
-    QTest::keyClick(&tree, Qt::Key_Down);
-    QTest::keyClick(&tree, Qt::Key_End);
-    QTest::keyClick(&tree, Qt::Key_Down);
-    QTest::keyClick(&tree, Qt::Key_Home);
-    QTest::keyClick(&tree, Qt::Key_PageDown);
-    EXPECT_EQ(takeClicks(),
-              (QStringList{QStringLiteral("0101"), QStringLiteral("03"), QStringLiteral("01"), QStringLiteral("03")}));
-    QTest::keyClick(&tree, '0');
-    QTest::keyClick(&tree, '2');
-    EXPECT_EQ(selected(), QStringLiteral("02"));
-    EXPECT_EQ(clicks.last(), QStringLiteral("02"));
-    takeClicks();
+    tree.selectNode(node(u"01"_s));
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Down, Qt::Key_Home, Qt::Key_PageDown})
+        QTest::keyClick(&tree, key);
+    EXPECT_EQ(takeClicks(), u"0101 03 01 03"_s);
+    QTest::keyClicks(&tree, u"02"_s);
+    EXPECT_EQ(selected(), u"02"_s);
+    EXPECT_TRUE(takeClicks().endsWith(u"02"_s));
     QTest::keyClick(&tree, Qt::Key_Left);
-    EXPECT_FALSE(node("02")->isExpanded());
-    EXPECT_EQ(takeClicks(), QStringList());
+    EXPECT_FALSE(node(u"02"_s)->isExpanded());
+    EXPECT_EQ(takeClicks(), QString());
 }
 
-TEST_F(KeyedTreeTest, DeselectingLeavesNothingSelectedUntilTheUserActs) {
-    tree.selectNode(node("0101"));
+TEST_F(KeyedTreeTest, SelectingByProgramOpensTheParentsAndTellsNothing) {
+    tree.setAllExpanded(false);
+    tree.selectNode(node(u"010102"_s));
+    EXPECT_TRUE(node(u"01"_s)->isExpanded() && node(u"0101"_s)->isExpanded());
+    EXPECT_TRUE(tree.viewport()->rect().contains(at(u"010102"_s)));
+    // Nothing stays selected until the user acts, not even when the focus comes.
     tree.selectNode(nullptr);
-    EXPECT_EQ(tree.selectedNode(), nullptr);
     tree.clearFocus();
     tree.setFocus(Qt::TabFocusReason);
     EXPECT_EQ(tree.selectedNode(), nullptr);
     EXPECT_FALSE(tree.currentIndex().isValid());
-    EXPECT_EQ(takeClicks(), QStringList());
+    tree.removeNode(node(u"0102"_s));
+    EXPECT_EQ(tree.selectedNode(), nullptr);
+    EXPECT_EQ(takeClicks(), QString());
     QTest::keyClick(&tree, Qt::Key_Down);
-    EXPECT_EQ(takeClicks(), QStringList{QStringLiteral("01")});
-}
-
-TEST_F(KeyedTreeTest, SelectingOpensTheParents) {
-    tree.setAllExpanded(false);
-    EXPECT_FALSE(node("0101")->isExpanded());
-    tree.selectNode(node("010102"));
-    EXPECT_TRUE(node("01")->isExpanded());
-    EXPECT_TRUE(node("0101")->isExpanded());
-    EXPECT_TRUE(tree.viewport()->rect().contains(tree.visualItemRect(node("010102")).center()));
-    EXPECT_EQ(takeClicks(), QStringList());
+    EXPECT_EQ(takeClicks(), u"01"_s);
 }
 
 TEST_F(KeyedTreeTest, RemovingSelectsTheNextThenThePreviousThenTheParent) {
-    add(QStringLiteral("010103"));
-    tree.selectNode(node("010102"));
-    tree.removeNode(node("010102"));
-    EXPECT_EQ(selected(), QStringLiteral("010103"));
-    tree.removeNode(node("010103"));
-    EXPECT_EQ(selected(), QStringLiteral("010101"));
-    tree.removeNode(node("010101"));
-    EXPECT_EQ(selected(), QStringLiteral("0101"));
-    tree.removeNode(node("03"));
-    EXPECT_EQ(selected(), QStringLiteral("0101"));
-    tree.selectNode(node("0201"));
-    tree.removeNode(node("02"));
-    EXPECT_EQ(selected(), QStringLiteral("01"));
-    EXPECT_EQ(node("0201"), nullptr);
-    tree.removeNode(node("01"));
-    EXPECT_EQ(tree.selectedNode(), nullptr);
+    add(u"010103"_s);
+    tree.selectNode(node(u"010102"_s));
+    for (const auto& [removed, next] : {std::pair(u"010102"_s, u"010103"_s),
+                                        {u"010103"_s, u"010101"_s},
+                                        {u"010101"_s, u"0101"_s},
+                                        {u"03"_s, u"0101"_s},
+                                        {u"01"_s, u"02"_s},
+                                        {u"02"_s, QString()}}) {
+        tree.removeNode(node(removed));
+        EXPECT_EQ(selected(), next);
+    }
     EXPECT_EQ(tree.nodeCount(), 0);
-    EXPECT_EQ(takeClicks(), QStringList());
-    add(QStringLiteral("01"));
-    EXPECT_EQ(tree.nodeCount(), 1);
-}
-
-TEST_F(KeyedTreeTest, RemovingAnUnselectedNodeSelectsNothing) {
-    tree.selectNode(nullptr);
-    tree.removeNode(node("0101"));
-    EXPECT_EQ(tree.selectedNode(), nullptr);
-    EXPECT_EQ(tree.node(k(QStringLiteral("010101"))), nullptr);
+    EXPECT_EQ(node(u"0201"_s), nullptr);
+    EXPECT_EQ(takeClicks(), QString());
 }
 
 TEST_F(KeyedTreeTest, TwoThousandNodesBuildInMilliseconds) {
@@ -185,7 +155,6 @@ TEST_F(KeyedTreeTest, TwoThousandNodesBuildInMilliseconds) {
             add(QString::number(i - i % 1000 + i / 10 % 100));
         for (auto* each : tree.nodes())
             each->setExpanded(KeyedTree::key(each).size() < 4);
-        tree.selectNode(tree.firstNode());
         best = qMin(best, timer.nsecsElapsed());
     }
     RecordProperty("microseconds", static_cast<int>(best / 1000));
