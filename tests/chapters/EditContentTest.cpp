@@ -3,35 +3,52 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 
 #include "tests/support/ModalAnswers.h"
+#include "tests/support/Typing.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString oldName = QStringLiteral("旧 名");
+const QString oldName = u"旧 名"_s;
 
-QLineEdit* box(QWidget* dialog) { return dialog->findChild<QLineEdit*>(QStringLiteral("txtContent")); }
-
-QPushButton* button(QWidget* dialog, const char* name) {
-    return dialog->findChild<QPushButton*>(QString::fromLatin1(name));
-}
-
-/// Shows the dialog with the old name preset, lets `act` close it and gives the content afterwards.
-QString asked(const std::function<void(QWidget*)>& act) {
+/// Shows the dialog with `preset`, types `typed`, closes it by the key or the button and gives the content afterwards.
+QString asked(const QString& typed, Qt::Key key, const char* button = nullptr, const QString& preset = oldName,
+              const QString& message = {}) {
     QWidget window;
     frmEditContent dialog(&window);
-    dialog.setContent(oldName);
+    dialog.setContent(preset);
     ModalAnswers answers;
-    answers.then([&](QWidget* shown) {
-        EXPECT_TRUE(QTest::qWaitFor([shown] { return QApplication::activeWindow() == shown; }));
-        act(shown);
+    answers.then([&](QWidget*) {
+        QWidget* box = QApplication::focusWidget();
+        EXPECT_EQ(box, dialog.findChild<QLineEdit*>(u"txtContent"_s));
+        typeText(box, typed);
+        auto* pressed = button ? dialog.findChild<QPushButton*>(QString::fromLatin1(button)) : nullptr;
+        if (!pressed && key == Qt::Key_unknown) {
+            dialog.close();
+        } else if (!pressed) {
+            QTest::keyClick(box, key);
+        } else if (key == Qt::Key_unknown) {
+            QTest::mouseClick(pressed, Qt::LeftButton);
+        } else {
+            pressed->setFocus();
+            QTest::keyClick(pressed, key);
+        }
+        if (!message.isEmpty()) {
+            EXPECT_TRUE(dialog.isVisible());
+            EXPECT_EQ(dialog.focusWidget(), box);
+            QTest::keyClick(box, Qt::Key_Escape);
+        }
     });
+    if (!message.isEmpty())
+        answers.press(QMessageBox::Ok);
     dialog.exec();
+    EXPECT_EQ(answers.seen().value(1), message);
     EXPECT_FALSE(dialog.isVisible());
     return dialog.Content();
 }
@@ -39,74 +56,37 @@ QString asked(const std::function<void(QWidget*)>& act) {
 }  // namespace
 
 TEST(EditContent, EachWayOfClosingLeavesItsContent) {
-    EXPECT_EQ(asked([](QWidget* dialog) { QTest::mouseClick(button(dialog, "cmdOK"), Qt::LeftButton); }), oldName);
-    EXPECT_EQ(asked([](QWidget* dialog) { QTest::keyClick(box(dialog), Qt::Key_Return); }), oldName);
-    EXPECT_EQ(asked([](QWidget* dialog) { QTest::keyClick(box(dialog), Qt::Key_Enter); }), oldName);
-    EXPECT_EQ(asked([](QWidget* dialog) { QTest::mouseClick(button(dialog, "cmdCancel"), Qt::LeftButton); }),
-              QString());
-    EXPECT_EQ(asked([](QWidget* dialog) { QTest::keyClick(box(dialog), Qt::Key_Escape); }), QString());
-    EXPECT_EQ(asked([](QWidget* dialog) {
-                  button(dialog, "cmdCancel")->setFocus();
-                  QTest::keyClick(button(dialog, "cmdCancel"), Qt::Key_Return);
-              }),
-              QString());
+    const Qt::Key click = Qt::Key_unknown;
+    EXPECT_EQ(asked({}, click, "cmdOK"), oldName);
+    EXPECT_EQ(asked({}, Qt::Key_Return), oldName);
+    EXPECT_EQ(asked({}, Qt::Key_Enter), oldName);
+    EXPECT_EQ(asked({}, click, "cmdCancel"), QString());
+    EXPECT_EQ(asked({}, Qt::Key_Escape), QString());
+    EXPECT_EQ(asked({}, Qt::Key_Return, "cmdCancel"), QString());
     // The close box keeps the preset value, whatever has been typed.
-    EXPECT_EQ(asked([](QWidget* dialog) {
-                  QTest::keyClicks(box(dialog), QStringLiteral("typed"));
-                  dialog->close();
-              }),
-              oldName);
+    EXPECT_EQ(asked(u"typed"_s, click), oldName);
 }
 
-TEST(EditContent, TypingReplacesThePresetNameAndBlanksAreTrimmed) {
-    EXPECT_EQ(asked([](QWidget* dialog) {
-                  EXPECT_EQ(QApplication::focusWidget(), box(dialog));
-                  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("  new name "));
-                  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-              }),
-              QStringLiteral("new name"));
+TEST(EditContent, TypingReplacesThePresetNameTrimsBlanksAndRefusesNothingElse) {
+    EXPECT_EQ(asked(u"  new name "_s, Qt::Key_Return), u"new name"_s);
     // A full-width space belongs to the name.
-    const QString wide(QChar(0x3000));
-    EXPECT_EQ(asked([&](QWidget* dialog) {
-                  box(dialog)->setText(wide);
-                  QTest::keyClick(box(dialog), Qt::Key_Return);
-              }),
-              wide);
-}
-
-TEST(EditContent, RefusesAnEmptyName) {
-    QWidget window;
-    frmEditContent dialog(&window);
-    ModalAnswers answers;
-    answers.then([](QWidget* shown) {
-        EXPECT_TRUE(QTest::qWaitFor([shown] { return QApplication::activeWindow() == shown; }));
-        QTest::keyClicks(box(shown), QStringLiteral("   "));
-        // The message comes while the button is being pressed, and the dialog stays.
-        QTest::mouseClick(button(shown, "cmdOK"), Qt::LeftButton);
-        EXPECT_TRUE(shown->isVisible());
-        EXPECT_EQ(shown->focusWidget(), box(shown));
-        QTest::keyClick(box(shown), Qt::Key_Escape);
-    });
-    answers.press(QMessageBox::Ok);
-    dialog.exec();
-    EXPECT_EQ(answers.seen().value(1), QStringLiteral("提示: 目录名不能不空！"));
-    EXPECT_TRUE(dialog.Content().isEmpty());
+    EXPECT_EQ(asked(u"\u3000"_s, Qt::Key_Return), u"\u3000"_s);
+    EXPECT_EQ(asked(u"   "_s, Qt::Key_unknown, "cmdOK", {}, u"提示: 目录名不能不空！"_s), QString());
 }
 
 TEST(EditContent, ValiCharsFilterWhatIsTyped) {
     QWidget window;
     frmEditContent dialog(&window);
-    dialog.setValiChars(QStringLiteral("ab1"));
-    QLineEdit* txtContent = box(&dialog);
-    QTest::keyClicks(txtContent, QStringLiteral("Axb c21'B"));
-    EXPECT_EQ(txtContent->text(), QStringLiteral("Ab1B"));
-    QTest::keyClick(txtContent, Qt::Key_Backspace);
-    EXPECT_EQ(txtContent->text(), QStringLiteral("Ab1"));
+    dialog.setValiChars(u"ab1"_s);
+    auto* box = dialog.findChild<QLineEdit*>(u"txtContent"_s);
+    typeText(box, u"Axb c21'B"_s);
+    EXPECT_EQ(box->text(), u"Ab1B"_s);
+    QTest::keyClick(box, Qt::Key_Backspace);
     QInputMethodEvent composed;
-    composed.setCommitString(QStringLiteral("中a文1"));
-    QApplication::sendEvent(txtContent, &composed);
-    EXPECT_EQ(txtContent->text(), QStringLiteral("Ab1a1"));
-    dialog.setValiChars(QString());
-    QTest::keyClicks(txtContent, QStringLiteral("x"));
-    EXPECT_EQ(txtContent->text(), QStringLiteral("Ab1a1x"));
+    composed.setCommitString(u"中a文1"_s);
+    QApplication::sendEvent(box, &composed);
+    EXPECT_EQ(box->text(), u"Ab1a1"_s);
+    dialog.setValiChars({});
+    typeText(box, u"x"_s);
+    EXPECT_EQ(box->text(), u"Ab1a1x"_s);
 }
