@@ -113,6 +113,9 @@ void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
         return;
     const QString codeA = KeyedTree::tag(m_tvSYB->selectedNode());
     const QString codeB = KeyedTree::tag(sibling);
+    // A code that has overflowed is longer than its siblings' codes: a swap would recode chapters of neither.
+    if (codeA.size() != codeB.size())
+        return;
     if (!ExchangeSYBNode(m_ormConn, codeA, codeB))
         return;
     CreateTvwSYB();
