@@ -1,0 +1,159 @@
+// What the user does with the bill list.
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QMessageBox>
+
+#include "app/base/Text.h"
+#include "tests/gui/RandomUser.h"
+#include "tests/support/ModalAnswers.h"
+
+namespace {
+
+const QString idKey = QStringLiteral("id");
+const QString codeKey = QStringLiteral("Code");
+
+QStringList idsOf(const Rows& bills) {
+    QStringList ids;
+    for (const QStringList& bill : bills)
+        ids << bill[BillCell::Id];
+    return ids;
+}
+
+}  // namespace
+
+void RandomUser::clickBill() {
+    KeyedGrid* bills = m_driver.bills();
+    if (!bills->hasRows())
+        return;
+    const int row = upTo(bills->rowCount());
+    const bool right = chance(15);
+    say(QStringLiteral("%1click bill row %2").arg(right ? QStringLiteral("right-") : QString()).arg(row));
+    m_driver.click(bills, row, oneOf({QStringLiteral("CodePreFix"), codeKey, QStringLiteral("Name")}),
+                   right ? Qt::RightButton : Qt::LeftButton);
+    EXPECT_EQ(bills->row(), row);
+    EXPECT_EQ(m_driver.closeMenu(), right);
+}
+
+void RandomUser::walkBills() {
+    walk(m_driver.bills(), {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown, Qt::CTRL | Qt::Key_Home,
+                            Qt::CTRL | Qt::Key_End, Qt::Key_Left, Qt::Key_Right});
+}
+
+void RandomUser::editBill() {
+    KeyedGrid* bills = m_driver.bills();
+    if (!bills->hasRows())
+        return;
+    const int row = upTo(bills->rowCount());
+    const QString key = oneOf({QStringLiteral("CodePreFix"), QStringLiteral("Name"), QStringLiteral("Name"),
+                               QStringLiteral("Unit"), codeKey});
+    const QString text = anyText();
+    const int end = oneOf<int>({Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape});
+    say(QStringLiteral("edit %1 of bill row %2 to \"%3\"").arg(key).arg(row).arg(text));
+    const bool editable = m_driver.edit(bills, row, key, text, end);
+    EXPECT_EQ(editable, key != codeKey);
+    // Tab goes on to the next cell.
+    if (QWidget* next = bills->findChild<QWidget*>(QStringLiteral("cellEditor")))
+        m_driver.key(next, Qt::Key_Escape);
+    if (editable && end != Qt::Key_Escape && text.contains(QLatin1Char('\'')))
+        expectError("ModDBOperator.ExecuteDDL");
+}
+
+bool RandomUser::leavesChapter(const QString& code) const {
+    return code.left(6) != m_driver.chapter() || code.size() != 9;
+}
+
+/// The bills from row `first` of the last comparison on get the next code, or the one before.
+void RandomUser::shiftBills(int first, bool forward) {
+    const Rows& bills = m_comparison.last().bills;
+    for (qsizetype row = first; row < bills.size(); ++row) {
+        const QString code = neighbourCode(bills[row][BillCell::Code], 9, forward);
+        m_codes.recodeBill(bills[row][BillCell::Id], code, false);
+        if (leavesChapter(code) && !m_prescribed.bills)
+            m_prescribed.bills = idsOf(bills);
+    }
+}
+
+void RandomUser::addBill() {
+    KeyedGrid* bills = m_driver.bills();
+    const int row = bills->row();
+    const QString base = bills->hasRows() ? bills->text(row, codeKey) : m_driver.chapter() + QLatin1String("000");
+    say(QStringLiteral("add a bill behind ") + base);
+    const bool enabled = m_driver.isEnabled(2, 200);
+    EXPECT_EQ(enabled, bills->tag() == QLatin1String("0") && m_driver.chapter().size() == 6);
+    m_driver.run(2, 200);
+    if (!enabled || failed())
+        return;
+    const QString code = neighbourCode(base, 9, true);
+    if (leavesChapter(code) && !m_prescribed.bills)
+        m_prescribed.bills = idsOf(m_comparison.last().bills);
+    shiftBills(row + 1, true);
+    m_codes.addBill(code);
+    EXPECT_EQ(bills->row(), row + 1);
+    if (m_prescribed.bills)
+        m_prescribed.bills->insert(row + 1, bills->text(row + 1, idKey));
+}
+
+void RandomUser::deleteBill() {
+    KeyedGrid* bills = m_driver.bills();
+    const int row = bills->row();
+    say(QStringLiteral("delete bill row %1").arg(row));
+    if (row < 0) {
+        EXPECT_FALSE(m_driver.isEnabled(2, 201));
+        m_driver.run(2, 201);
+        return;
+    }
+    const bool yes = chance(80);
+    m_answers->press(yes ? QMessageBox::Yes : QMessageBox::No);
+    m_expected << QStringLiteral("清单库编辑器: 确认删除清单 %1 %2 ？")
+                      .arg(bills->text(row, codeKey), bills->text(row, QStringLiteral("Name")));
+    const QString id = bills->text(row, idKey);
+    m_driver.run(2, 201);
+    if (!yes || failed())
+        return;
+    m_codes.deleteBill(id);
+    const bool steppedElsewhere = bills->tag() == QLatin1String("1") && row + 1 < m_comparison.last().bills.size();
+    if (steppedElsewhere && !m_prescribed.bills)
+        m_prescribed.bills = idsOf(m_comparison.last().bills);
+    shiftBills(row + 1, false);
+    if (m_prescribed.bills)
+        m_prescribed.bills->removeAt(row);
+    EXPECT_EQ(bills->row(), qMin(row, bills->rowCount() - 1));
+}
+
+void RandomUser::moveBill() {
+    KeyedGrid* bills = m_driver.bills();
+    const int row = bills->row();
+    const bool up = chance(50);
+    const int other = up ? row - 1 : row + 1;
+    say(QStringLiteral("move bill row %1 to %2").arg(row).arg(other));
+    const bool enabled = m_driver.isEnabled(2, up ? 104 : 105);
+    EXPECT_EQ(enabled, bills->tag() == QLatin1String("0") && row >= 0 && other >= 0 && other < bills->rowCount());
+    m_driver.run(2, up ? 104 : 105);
+    if (!enabled || failed())
+        return;
+    const QStringList moved = m_comparison.last().bills[row];
+    const QStringList neighbour = m_comparison.last().bills[other];
+    m_codes.recodeBill(moved[BillCell::Id], neighbour[BillCell::Code], true);
+    m_codes.recodeBill(neighbour[BillCell::Id], moved[BillCell::Code], true);
+    if (m_prescribed.bills)
+        m_prescribed.bills->swapItemsAt(row, other);
+    EXPECT_EQ(bills->row(), other);
+}
+
+void RandomUser::query() {
+    const QString text =
+        oneOf({QStringLiteral(""), QStringLiteral("0101"), QStringLiteral("01"), QStringLiteral("1"),
+               QStringLiteral("002"), QStringLiteral("0_0%1"), QStringLiteral("'"), QStringLiteral("zz")});
+    say(QStringLiteral("search for \"%1\"").arg(text));
+    m_driver.typeQuery(text);
+    m_prescribed.listLoaded();
+    m_query = text;
+    if (chance(50))
+        m_driver.key(m_driver.search(), Qt::Key_Return);
+    else
+        m_driver.run(2, 202);
+    EXPECT_EQ(m_driver.bills()->tag(), QStringLiteral("1"));
+    EXPECT_FALSE(m_driver.tree()->selectedNode());
+}

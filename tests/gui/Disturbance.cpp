@@ -1,0 +1,35 @@
+#include "tests/gui/Disturbance.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+Disturbance::Disturbance(const QString& path, Kind kind, const QString& change) : m_kind(kind) {
+    EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_other), SQLITE_OK);
+    switch (kind) {
+        case Kind::Written:
+            run(QStringLiteral("BEGIN IMMEDIATE"));
+            break;
+        case Kind::Locked:
+            run(QStringLiteral("BEGIN EXCLUSIVE"));
+            break;
+        case Kind::Read:
+            EXPECT_EQ(sqlite3_prepare_v2(m_other, "SELECT * FROM sqlite_schema", -1, &m_reading, nullptr), SQLITE_OK);
+            EXPECT_EQ(sqlite3_step(m_reading), SQLITE_ROW);
+            break;
+        case Kind::Refused:
+            run(QStringLiteral("CREATE TRIGGER refuse BEFORE %1 BEGIN SELECT RAISE(ABORT,'refused'); END").arg(change));
+            break;
+    }
+}
+
+Disturbance::~Disturbance() {
+    sqlite3_finalize(m_reading);
+    if (m_kind == Kind::Refused)
+        run(QStringLiteral("DROP TRIGGER refuse"));
+    sqlite3_close(m_other);
+}
+
+void Disturbance::run(const QString& statement) {
+    EXPECT_EQ(sqlite3_exec(m_other, statement.toUtf8().constData(), nullptr, nullptr, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(m_other);
+}

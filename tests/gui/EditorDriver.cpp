@@ -1,0 +1,150 @@
+#include "tests/gui/EditorDriver.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+
+#include "app/base/UserEvent.h"
+#include "editor/bills/BillPane.h"
+#include "editor/bills/FeaturePane.h"
+#include "editor/chapters/ChapterPane.h"
+#include "editor/contents/ContentPane.h"
+#include "tests/support/Typing.h"
+
+EditorDriver::EditorDriver(const QString& path) : m_path(path) {
+    m_main.MDIForm_Load();
+    m_main.resize(1366, 768);
+    m_main.show();
+    activate();
+    open();
+}
+
+void EditorDriver::open() {
+    m_main.LoadBillDB(m_path);
+    settle();
+    ASSERT_TRUE(editor());
+    // Safe on paper, slow in a test of thousands of edits.
+    pragma("PRAGMA synchronous=OFF");
+}
+
+void EditorDriver::close() {
+    m_main.commandBars()->execute(260);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    settle();
+    EXPECT_TRUE(m_main.editors().isEmpty());
+}
+
+KeyedTree* EditorDriver::tree() const { return editor()->chapterPane()->tvSYB(); }
+KeyedGrid* EditorDriver::bills() const { return editor()->billPane()->grdBillList(); }
+KeyedGrid* EditorDriver::features() const { return editor()->featurePane()->grdSpec(); }
+KeyedGrid* EditorDriver::values() const { return editor()->featurePane()->grdSpecEnum(); }
+KeyedGrid* EditorDriver::contents() const { return editor()->contentPane()->grdConcent(); }
+QPlainTextEdit* EditorDriver::rule() const { return editor()->billPane()->txtRule(); }
+QPlainTextEdit* EditorDriver::content() const { return editor()->billPane()->txtContent(); }
+QComboBox* EditorDriver::profession() const { return editor()->contentPane()->cboProfession(); }
+
+QLineEdit* EditorDriver::search() const { return editor()->findChild<QLineEdit*>(QStringLiteral("CommandBars2.203")); }
+
+QString EditorDriver::chapter() const { return KeyedTree::tag(tree()->selectedNode()); }
+
+void EditorDriver::showPage(QWidget* pane) const {
+    auto* tabs = editor()->findChild<QTabWidget*>(QStringLiteral("tabBillDetail"));
+    int page = 0;
+    while (page < tabs->count() && tabs->widget(page) != pane && !tabs->widget(page)->isAncestorOf(pane))
+        ++page;
+    if (page < tabs->count() && page != tabs->currentIndex())
+        QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(page).center());
+}
+
+void EditorDriver::click(KeyedTree::Node* node, Qt::MouseButton button) const {
+    tree()->scrollToItem(node);
+    QTest::mouseClick(tree()->viewport(), button, {}, tree()->visualItemRect(node).center());
+}
+
+void EditorDriver::click(KeyedGrid* grid, int row, const QString& key, Qt::MouseButton button) const {
+    showPage(grid);
+    const QModelIndex cell = grid->model()->index(row, grid->column(key));
+    grid->scrollTo(cell);
+    QTest::mouseClick(grid->viewport(), button, {}, grid->visualRect(cell).center());
+}
+
+void EditorDriver::key(QWidget* widget, int key, Qt::KeyboardModifiers modifiers) const {
+    QTest::keyClick(widget, static_cast<Qt::Key>(key), modifiers);
+}
+
+QWidget* EditorDriver::openEditor(KeyedGrid* grid, int row, const QString& key) const {
+    showPage(grid);
+    grid->setFocus();
+    // A click would open or close a node or tick a check box; the keyboard only goes there.
+    grid->setCell(row, key);
+    QTest::keyClick(grid, Qt::Key_F2);
+    return grid->isEditing() ? grid->findChild<QWidget*>(QStringLiteral("cellEditor")) : nullptr;
+}
+
+void EditorDriver::typeOver(QWidget* editor, const QString& text) {
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    typeText(editor, text);
+}
+
+bool EditorDriver::edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end) const {
+    QWidget* box = openEditor(grid, row, key);
+    if (!box)
+        return false;
+    typeOver(box, text);
+    QTest::keyClick(box, static_cast<Qt::Key>(end));
+    return true;
+}
+
+bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value) const {
+    auto* choice = qobject_cast<QComboBox*>(openEditor(grid, row, key));
+    if (!choice)
+        return false;
+    choice->view()->setCurrentIndex(choice->model()->index(choice->findData(value), 0));
+    QTest::keyClick(choice->view(), Qt::Key_Return);
+    EXPECT_FALSE(grid->isEditing());
+    return true;
+}
+
+void EditorDriver::typeInto(QPlainTextEdit* box, const QString& text) const {
+    showPage(box);
+    box->setFocus();
+    EXPECT_TRUE(box->hasFocus());
+    typeOver(box, text);
+}
+
+void EditorDriver::typeQuery(const QString& text) const {
+    search()->setFocus();
+    typeOver(search(), text);
+}
+
+bool EditorDriver::closeMenu() {
+    // The menu must have become the active window before it can stop being it.
+    QCoreApplication::processEvents();
+    QWidget* menu = QApplication::activePopupWidget();
+    if (!menu)
+        return false;
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_FALSE(menu->isVisible());
+    activate();
+    return true;
+}
+
+void EditorDriver::activate() {
+    m_main.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&m_main));
+}
+
+void EditorDriver::settle() {
+    { const UserEvent::Scope event; }
+    QCoreApplication::processEvents();
+}
+
+void EditorDriver::pragma(const SqlText& statement) const { editor()->ormConn()->OpenRecordset(statement); }

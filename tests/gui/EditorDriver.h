@@ -1,0 +1,73 @@
+#pragma once
+
+#include <memory>
+
+#include "app/controls/KeyedGrid.h"
+#include "app/controls/KeyedTree.h"
+#include "app/shell/frmMain.h"
+#include "editor/frmEditor.h"
+
+class QComboBox;
+class QLineEdit;
+class QPlainTextEdit;
+
+/// The real main window with one library open, and the gestures of its user. Every gesture is made of real events.
+class EditorDriver {
+public:
+    explicit EditorDriver(const QString& path);
+
+    /// Closes the library by its command.
+    void close();
+    void open();
+
+    frmMain* window() { return &m_main; }
+    frmEditor* editor() const { return m_main.activeEditor(); }
+    const QString& path() const { return m_path; }
+
+    KeyedTree* tree() const;
+    KeyedGrid* bills() const;
+    KeyedGrid* features() const;
+    KeyedGrid* values() const;
+    KeyedGrid* contents() const;
+    QPlainTextEdit* rule() const;
+    QPlainTextEdit* content() const;
+    QComboBox* profession() const;
+    QLineEdit* search() const;
+    /// Code of the selected chapter; empty when none is.
+    QString chapter() const;
+
+    /// Brings the page that holds `pane` to the front by a click on its tab.
+    void showPage(QWidget* pane) const;
+    void click(KeyedTree::Node* node, Qt::MouseButton button = Qt::LeftButton) const;
+    void click(KeyedGrid* grid, int row, const QString& key, Qt::MouseButton button = Qt::LeftButton) const;
+    void key(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = {}) const;
+
+    /// Opens the editor of a cell with F2; null when the cell may not be edited.
+    QWidget* openEditor(KeyedGrid* grid, int row, const QString& key) const;
+    /// Types over the whole text of an open editor.
+    static void typeOver(QWidget* editor, const QString& text);
+    /// Edits a cell: F2, the text, then the key `end`. False when the cell may not be edited.
+    bool edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end = Qt::Key_Return) const;
+    /// Chooses the entry with the stored value `value` of a cell's drop-down list.
+    bool choose(KeyedGrid* grid, int row, const QString& key, const QString& value) const;
+    /// Replaces the text of a box by typing; does not leave it.
+    void typeInto(QPlainTextEdit* box, const QString& text) const;
+    void typeQuery(const QString& text) const;
+
+    bool isEnabled(int host, int id) const { return editor()->commandBars(host)->isEnabled(id); }
+    /// Runs a command as a toolbar or menu does.
+    void run(int host, int id) const { editor()->commandBars(host)->execute(id); }
+
+    /// Closes the context menu that is open with Esc; false when none is.
+    bool closeMenu();
+    void activate();
+    /// Lets the event that is going on end: what it posted is dealt with.
+    static void settle();
+
+    /// Statements on the editor's own connection that change how it behaves, not what is in the file.
+    void pragma(const SqlText& statement) const;
+
+private:
+    QString m_path;
+    frmMain m_main;
+};

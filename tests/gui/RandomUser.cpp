@@ -1,0 +1,206 @@
+#include "tests/gui/RandomUser.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QRegularExpression>
+
+#include "editor/bills/BillPane.h"
+#include "editor/chapters/ChapterPane.h"
+#include "editor/contents/ContentPane.h"
+#include "storage/LibraryConnection.h"
+#include "tests/support/ModalAnswers.h"
+#include "tests/support/TemporaryLibrary.h"
+
+namespace {
+
+const QRegularExpression errorPlace(QStringLiteral("错误位置: (\\S+)"));
+
+}  // namespace
+
+const std::vector<RandomUser::Choice>& RandomUser::choices() {
+    static const std::vector<Choice> all{
+        {22, &RandomUser::clickChapter},    {6, &RandomUser::walkTree},         {4, &RandomUser::addChapter},
+        {4, &RandomUser::addSubChapter},    {4, &RandomUser::renameChapter},    {3, &RandomUser::deleteChapter},
+        {8, &RandomUser::moveChapter},      {2, &RandomUser::openOrCloseNodes}, {12, &RandomUser::clickBill},
+        {6, &RandomUser::walkBills},        {10, &RandomUser::editBill},        {9, &RandomUser::addBill},
+        {6, &RandomUser::deleteBill},       {9, &RandomUser::moveBill},         {4, &RandomUser::query},
+        {6, &RandomUser::typeIntoBox},      {4, &RandomUser::clickFeature},     {7, &RandomUser::editFeature},
+        {5, &RandomUser::chooseType},       {6, &RandomUser::addFeature},       {3, &RandomUser::deleteFeature},
+        {6, &RandomUser::tickValue},        {7, &RandomUser::editValue},        {7, &RandomUser::addValue},
+        {3, &RandomUser::deleteValue},      {14, &RandomUser::walkContents},    {4, &RandomUser::addContent},
+        {6, &RandomUser::addSubContent},    {9, &RandomUser::addRation},        {7, &RandomUser::deleteContentRow},
+        {6, &RandomUser::renameContent},    {14, &RandomUser::typeCode},        {4, &RandomUser::chooseLibrary},
+        {3, &RandomUser::changeProfession}, {8, &RandomUser::useBrowser},       {1, &RandomUser::reopen},
+    };
+    return all;
+}
+
+RandomUser::RandomUser(const QString& library, unsigned seed)
+    : m_random(seed), m_driver(library), m_comparison(m_driver, m_prescribed), m_codes(library) {
+    watch();
+}
+
+/// Learns from the panes' own calls when a part of the window is loaded anew.
+void RandomUser::watch() {
+    BillPane* bills = m_driver.editor()->billPane();
+    bills->billChanged = [this, load = bills->billChanged](qint64 id) {
+        m_prescribed.detailsLoaded(QString::number(id));
+        load(id);
+    };
+    ChapterPane* chapters = m_driver.editor()->chapterPane();
+    chapters->chapterClicked = [this, list = chapters->chapterClicked](const QString& tag) {
+        m_prescribed.listLoaded();
+        list(tag);
+    };
+}
+
+void RandomUser::step() {
+    int total = 0;
+    for (const Choice& choice : choices())
+        total += choice.weight;
+    int drawn = upTo(total);
+    auto choice = choices().begin();
+    while (drawn >= choice->weight)
+        drawn -= (choice++)->weight;
+
+    // An empty list is soon left.
+    if (!m_driver.bills()->hasRows() && chance(40))
+        choice = choices().begin();
+    // Without a window manager nobody gives the focus back when a list or a box has closed.
+    m_driver.activate();
+    m_expected.clear();
+    m_after = After::Nothing;
+    {
+        ModalAnswers answers;
+        answers.closeAnything();
+        m_answers = &answers;
+        auto disturbance = disturb();
+        (this->*choice->act)();
+        EditorDriver::settle();
+        disturbance.reset();
+        EditorDriver::settle();
+        expectMessages();
+        m_answers = nullptr;
+    }
+    if (m_after == After::Relist)
+        relist();
+    else if (m_after == After::Reopen)
+        reopen();
+    EditorDriver::settle();
+    m_codes.check();
+    m_comparison.check(m_query);
+}
+
+std::unique_ptr<Disturbance> RandomUser::disturb() {
+    m_disturbed.reset();
+    if (!chance(8))
+        return nullptr;
+    using Kind = Disturbance::Kind;
+    m_disturbed = oneOf({Kind::Written, Kind::Read, Kind::Refused});
+    m_driver.pragma("PRAGMA busy_timeout=0");
+    const QString change =
+        oneOf({QStringLiteral("INSERT ON "), QStringLiteral("UPDATE ON "), QStringLiteral("DELETE ON ")}) +
+        oneOf({QStringLiteral("tblSYB"), QStringLiteral("tblBill"), QStringLiteral("tblCont"),
+               QStringLiteral("tblContDe"), QStringLiteral("tblBillSpec"), QStringLiteral("tblSpecEnum"),
+               QStringLiteral("tblParm")});
+    say(*m_disturbed == Kind::Written ? QStringLiteral("(another program writes)")
+        : *m_disturbed == Kind::Read  ? QStringLiteral("(another program reads)")
+                                      : QStringLiteral("(the file refuses %1)").arg(change));
+    return std::make_unique<Disturbance>(m_driver.path(), *m_disturbed, change);
+}
+
+void RandomUser::expectMessages() {
+    QStringList seen = m_answers->takeSeen();
+    for (QString& text : seen) {
+        const auto record = errorPlace.match(text);
+        if (record.hasMatch())
+            text = QLatin1Char('@') + record.captured(1);
+    }
+    // When writing fails there may be errors, and what would have been said after the writing is not.
+    if (m_disturbed)
+        seen.removeIf(
+            [this](const QString& text) { return text.startsWith(QLatin1Char('@')) && !m_expected.contains(text); });
+    EXPECT_EQ(seen, m_expected);
+}
+
+bool RandomUser::failed() const {
+    for (const QString& text : m_answers->seen())
+        if (errorPlace.match(text).hasMatch())
+            return true;
+    return false;
+}
+
+void RandomUser::expectHalfDone() {
+    EXPECT_TRUE(m_disturbed);
+    if (*m_disturbed != Disturbance::Kind::Written)
+        m_after = After::Reopen;
+}
+
+void RandomUser::reopen() {
+    say(QStringLiteral("close and open"));
+    const bool unknown = m_after == After::Reopen;
+    m_driver.close();
+    // Codes that have overflowed cut every tree short from now on; somebody puts that right.
+    const bool tidied = chance(50) && inFile(overflowedChapters);
+    if (tidied)
+        GetOrmConn(m_driver.path())->Execute("DELETE FROM tblSYB WHERE length(Code)%2=1 OR length(Code)>6");
+    m_driver.open();
+    m_prescribed.everythingLoaded();
+    m_query.clear();
+    watch();
+    if (unknown || tidied)
+        m_codes.load();
+}
+
+/// Lists the bills anew, as the user does: by a click on the chapter, or by the query again.
+void RandomUser::relist() {
+    if (m_driver.chapter().size() == 6) {
+        say(QStringLiteral("click the chapter again"));
+        m_driver.click(m_driver.tree()->selectedNode());
+    } else {
+        reopen();
+    }
+}
+
+bool RandomUser::inFile(const SqlText& query) const { return !rowsInFile(m_driver.path(), query).isEmpty(); }
+
+/// Text as people type it, and some as they should not.
+QString RandomUser::anyText() {
+    switch (upTo(20)) {
+        case 0:
+            return {};
+        case 1:
+            return QStringLiteral("it's");
+        case 2:
+            return QStringLiteral("x'--");
+        case 3:
+            return QStringLiteral("  两边空白  ");
+        case 4:
+            return QStringLiteral("　全角空白　");
+        case 5:
+            return QStringLiteral("50%_\"q\";#1;a|b\\");
+        case 6:
+            return QString(60, QLatin1Char('w'));
+        default:
+            return QStringLiteral("名称%1").arg(++m_names);
+    }
+}
+
+void RandomUser::say(const QString& what) {
+    m_story << what;
+    constexpr qsizetype remembered = 12;
+    if (m_story.size() > remembered)
+        m_story.removeFirst();
+}
+
+QString RandomUser::story() const { return m_story.join(QLatin1String("\n  ")); }
+
+void RandomUser::walk(QWidget* view, std::initializer_list<QKeyCombination> keys) {
+    m_driver.showPage(view);
+    view->setFocus();
+    const QKeyCombination key = oneOf(keys);
+    say(QStringLiteral("key %1 in %2").arg(QKeySequence(key).toString(), view->objectName()));
+    m_driver.key(view, key.key(), key.keyboardModifiers());
+}

@@ -1,0 +1,50 @@
+// Long random sequences of everything that can be done in an editor window. After every step the window shows what a
+// fresh load of its file shows, apart from the differences that Prescribed knows by name.
+//
+// TESSEL_TEST_STEPS sets the number of steps of each sequence, TESSEL_TEST_SEED another seed for all of them.
+
+#include <gtest/gtest.h>
+
+#include "tests/gui/Libraries.h"
+#include "tests/gui/RandomUser.h"
+#include "tests/support/TemporaryLibrary.h"
+
+namespace {
+
+struct Sequence {
+    const char* name;
+    QString (*library)();
+    unsigned seed;
+};
+
+constexpr int ordinarySteps = 400;
+
+class WindowIsFile : public ::testing::TestWithParam<Sequence> {};
+
+}  // namespace
+
+TEST_P(WindowIsFile, AfterEveryStep) {
+    const int wanted = qEnvironmentVariableIntValue("TESSEL_TEST_STEPS");
+    const int steps = wanted > 0 ? wanted : ordinarySteps;
+    const unsigned seed = qEnvironmentVariableIsSet("TESSEL_TEST_SEED")
+                              ? static_cast<unsigned>(qEnvironmentVariableIntValue("TESSEL_TEST_SEED"))
+                              : GetParam().seed;
+    const QString library = GetParam().library();
+    {
+        RandomUser user(library, seed);
+        for (int step = 1; step <= steps; ++step) {
+            user.step();
+            ASSERT_FALSE(HasFailure()) << "at step " << step << " of seed " << seed << ":\n  "
+                                       << qPrintable(user.story());
+        }
+    }
+    EXPECT_EQ(rowsInFile(library, "PRAGMA integrity_check"), QStringList{QStringLiteral("ok")});
+    EXPECT_EQ(rowsInFile(library, "SELECT name FROM sqlite_schema WHERE type<>'table'"), QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(Libraries, WindowIsFile,
+                         ::testing::Values(Sequence{"Sample", sampleCopy, 1}, Sequence{"Sample2", sampleCopy, 2},
+                                           Sequence{"Awkward", awkwardLibrary, 3},
+                                           Sequence{"Awkward2", awkwardLibrary, 4},
+                                           Sequence{"Limits", libraryAtTheLimits, 5}),
+                         [](const auto& sequence) { return std::string(sequence.param.name); });
