@@ -81,19 +81,3 @@ TEST(BillPane, RefusesTheThousandthBill) {
     EXPECT_EQ(answers.seen(), QStringList{u"提示: 对不起！ 由于编码规则此章节只能添加999条清单！"_s});
     EXPECT_EQ(window.library.rowsInFile("SELECT count(*),max(Code) FROM tblBill"), QStringList{u"999|010101999"_s});
 }
-
-TEST(BillPane, DeletingAmongResultsStepsBackWhateverIsListedBelow) {
-    BillWindow window;
-    addThreeBills(window);
-    window.library.addBill(9, "020101001");
-    window.events.clear();
-    window.search = u"101001"_s;
-    window.bills->mnuQueryBill_Click();
-    EXPECT_EQ(window.events.join(u' '), u"bill 1 deselected"_s);
-    ModalAnswers answers;
-    answers.press(QMessageBox::Yes);
-    window.bills->mnuDeleteBill_Click();
-    EXPECT_EQ(window.list()->text(0, u"Code"_s), u"020101000"_s);
-    EXPECT_EQ(window.library.rowsInFile("SELECT Code FROM tblBill ORDER BY ID").join(u' '),
-              u"010101002 010101003 020101000"_s);
-}

@@ -13,8 +13,6 @@ BillWindow::BillWindow() : bills(new BillPane(this)), features(new FeaturePane(t
     for (QWidget* part : std::initializer_list<QWidget*>{bills, bills->txtRule(), bills->txtContent(), features})
         layout->addWidget(part);
     bills->selectedChapter = [this] { return chapter; };
-    bills->deselectChapter = [this] { events << QStringLiteral("deselected"); };
-    bills->queryText = [this] { return search; };
     bills->billChanged = [this](qint64 id) {
         events << QStringLiteral("bill %1").arg(id);
         features->LoadBillSpec(id);

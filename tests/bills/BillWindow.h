@@ -16,8 +16,7 @@ public:
     BillPane* bills;
     FeaturePane* features;
     QString chapter = QStringLiteral("010101");
-    QString search;
-    /// What happened, in order: "bill <id>", "emptied", "deselected".
+    /// What happened, in order: "bill <id>", "emptied".
     QStringList events;
 
     KeyedGrid* list() const { return bills->grdBillList(); }

@@ -108,20 +108,3 @@ TEST_F(Features, WhatCannotBeWrittenDoesNotStay) {
     EXPECT_EQ(window.library.rowsInFile("SELECT Name,Type FROM tblBillSpec WHERE ID>12"),
               (QStringList{u"新建项目特征|0"_s, u"新建项目特征(1)|0"_s}));
 }
-
-TEST_F(Features, OfABillThatIsGoneTakeNoCommands) {
-    window.library.run("DELETE FROM tblBill WHERE ID=1");
-    window.features->setLocked(true);
-    const QStringList before = window.library.contents();
-    window.features->mnuAddFeature_Click();
-    window.features->mnuDeleteFeature_Click();
-    window.features->mnuAddFeatureVal_Click();
-    window.features->mnuDeleteFeatureVal_Click();
-    window.click(values(), 0, "isUse");
-    EXPECT_EQ(window.library.contents(), before);
-    // No bill at all is not locked, but has nothing to add to.
-    window.bills->LoadBill(u"999999"_s);
-    EXPECT_FALSE(window.features->isLocked());
-    window.features->mnuAddFeature_Click();
-    EXPECT_EQ(window.library.contents(), before);
-}
