@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include "app/base/Error.h"
@@ -139,24 +138,4 @@ TEST_F(KeyedTreeTest, RemovingSelectsTheNextThenThePreviousThenTheParent) {
     EXPECT_EQ(tree.nodeCount(), 0);
     EXPECT_EQ(node(u"0201"_s), nullptr);
     EXPECT_EQ(takeClicks(), QString());
-}
-
-TEST_F(KeyedTreeTest, TwoThousandNodesBuildInMilliseconds) {
-    qint64 best = std::numeric_limits<qint64>::max();
-    for (int round = 0; round < 5; ++round) {
-        QElapsedTimer timer;
-        timer.start();
-        tree.clearNodes();
-        for (int i = 10; i < 30; ++i)
-            add(QString::number(i));
-        for (int i = 1000; i < 3000; i += 10)
-            add(QString::number(i));
-        for (int i = 100000; i < 300000; i += 110)
-            add(QString::number(i - i % 1000 + i / 10 % 100));
-        for (auto* each : tree.nodes())
-            each->setExpanded(KeyedTree::key(each).size() < 4);
-        best = qMin(best, timer.nsecsElapsed());
-    }
-    RecordProperty("microseconds", static_cast<int>(best / 1000));
-    EXPECT_LT(best, 100'000'000);
 }
