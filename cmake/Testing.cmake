@@ -14,6 +14,7 @@ function(tessel_add_test name)
     endif()
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
+        NO_PRETTY_VALUES
         PROPERTIES TIMEOUT 600
         # One variable each: gtest_discover_tests takes a list of two apart.
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen"

@@ -1,4 +1,3 @@
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSplitter>
@@ -54,8 +53,11 @@ void frmEditor::InitFormView() {
 
 void frmEditor::SetVsGridStyle() {
     Grid_MergeFix(m_features->grdSpecEnum());
-    // Values are texts of any length: the room beside them is theirs.
-    m_features->grdSpecEnum()->horizontalHeader()->setStretchLastSection(true);
+    // Texts of any length take the room that is left beside them.
+    m_features->grdSpecEnum()->setGrowingColumn(QStringLiteral("eigenValue"));
+    m_features->grdSpec()->setGrowingColumn(QStringLiteral("Name"));
+    m_bills->grdBillList()->setGrowingColumn(QStringLiteral("Name"));
+    m_contents->grdConcent()->setGrowingColumn(QStringLiteral("cont"));
     for (KeyedGrid* grid :
          {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
         SetVSFlexGridStyle(grid);

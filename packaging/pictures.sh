@@ -51,5 +51,5 @@ xdotool type --delay 300 我的清单库
 picture new-library 新建文件
 keys Escape shift+Tab shift+Tab shift+Tab Menu Up Up Up Up Return
 picture chapter-name 修改清单目录
-keys Escape Tab Tab Left Tab Down Down Down Down F4 Down Right Right Down Right Down Down Tab
+keys Escape Tab Tab Left Tab Tab Down Down Down Down F4 Down Right Right Down Right Down Down Tab
 picture ration-browser 定额库浏览

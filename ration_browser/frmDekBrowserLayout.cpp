@@ -55,6 +55,7 @@ frmDekBrowser::frmDekBrowser(QWidget* owner)
     m_grdDEB->setObjectName(QStringLiteral("grdDEB"));
     m_grdDEB->setColumns(rationColumns());
     SetVSFlexGridStyle(m_grdDEB);
+    m_grdDEB->setGrowingColumn(QStringLiteral("MC"));
     CreateActions();
     layOut(CreateToolbars());
     connectControls();
@@ -93,7 +94,7 @@ QToolBar* frmDekBrowser::CreateToolbars() {
 }
 
 void frmDekBrowser::layOut(QToolBar* bar) {
-    auto* caption = new QLabel(QStringLiteral("定额库:"), this);
+    auto* caption = new QLabel(QStringLiteral("定额库："), this);
     caption->setBuddy(m_cboDek);
     m_cboDek->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_cboDek->setMinimumContentsLength(24);

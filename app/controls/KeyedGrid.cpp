@@ -54,14 +54,37 @@ void KeyedGrid::fitSizes() {
     const int height = fontMetrics().height() + 9;
     verticalHeader()->setMinimumSectionSize(height);
     verticalHeader()->setDefaultSectionSize(height);
-    constexpr int twipsPerInch = 1440;
     for (int i = 0; i < m_model->columns(); ++i) {
         const GridColumn& column = m_model->column(i);
         if (column.shown)
-            setColumnWidth(i, qMax(column.twips * logicalDpiX() / twipsPerInch, m_header->captionWidth(i)));
+            setColumnWidth(i, widthOf(i));
         if (column.key.isEmpty())
             m_header->setSectionResizeMode(i, QHeaderView::Fixed);
     }
+    growColumn();
+}
+
+/// The width that a column is laid out with.
+int KeyedGrid::widthOf(int column) const {
+    constexpr int twipsPerInch = 1440;
+    return qMax(m_model->column(column).twips * logicalDpiX() / twipsPerInch, m_header->captionWidth(column));
+}
+
+void KeyedGrid::setGrowingColumn(const QString& key) {
+    m_growingColumn = column(key);
+    growColumn();
+}
+
+void KeyedGrid::growColumn() {
+    if (m_growingColumn < 0)
+        return;
+    const int others = m_header->length() - columnWidth(m_growingColumn);
+    setColumnWidth(m_growingColumn, qMax(widthOf(m_growingColumn), viewport()->width() - others));
+}
+
+void KeyedGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    growColumn();
 }
 
 void KeyedGrid::changeEvent(QEvent* event) {

@@ -52,6 +52,9 @@ public:
     int column(const QString& key) const;
     QString key(int column) const;
 
+    /// Gives column `key` the room that the columns leave free; it never becomes narrower than its own width.
+    void setGrowingColumn(const QString& key);
+
     int rowCount() const;
     bool hasRows() const { return rowCount() > 0; }
     /// Removes all data rows; no row is current then. Emits nothing.
@@ -150,11 +153,14 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     friend class GridDelegate;
 
     void fitSizes();
+    int widthOf(int column) const;
+    void growColumn();
     int firstColumn() const;
     void announce(int row, int column);
     void makeCurrent(int row, int column);
@@ -190,6 +196,7 @@ private:
     int m_row = -1;
     int m_column = -1;
     int m_outlineColumn = -1;
+    int m_growingColumn = -1;
     bool m_silent = false;
     bool m_deciding = false;
     bool m_menuWanted = false;

@@ -75,6 +75,7 @@ bool KeyedGrid::commitEdit() {
     auto* choice = qobject_cast<CellChoice*>(m_editor.data());
     QString text = choice ? choice->value() : static_cast<QLineEdit*>(m_editor.data())->text();
     const QPersistentModelIndex cell = m_edited;
+    const bool keepsFocus = belongsTo(m_editor, QApplication::focusWidget());
     const EditVerdict verdict = decide(cell, text);
     if (verdict == EditVerdict::KeepOpen && isEditing()) {
         takeFocusBack();
@@ -84,6 +85,9 @@ bool KeyedGrid::commitEdit() {
         m_model->setText(cell.row(), cell.column(), text);
     if (m_editor && m_edited == cell)
         closeEditor(m_editor, QAbstractItemDelegate::NoHint);
+    // A message box of the decision has taken the focus away, and would give it back to no one.
+    if (keepsFocus)
+        setFocus();
     if (verdict == EditVerdict::Accept && cell.isValid())
         Q_EMIT afterEdit(cell.row(), key(cell.column()));
     return true;

@@ -21,7 +21,7 @@ frmNewBillDBDialog::frmNewBillDBDialog(QWidget* mainWindow) : QDialog(mainWindow
     auto* label = new QLabel(QStringLiteral("请输入文件名："), this);
     label->setBuddy(txtFileName);
     txtFileName->setObjectName(QStringLiteral("txtFileName"));
-    txtFileName->setMinimumWidth(txtFileName->fontMetrics().averageCharWidth() * 44);
+    txtFileName->setMinimumWidth(txtFileName->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 44);
 
     auto* buttons = new QDialogButtonBox(this);
     auto* ok = buttons->addButton(QStringLiteral("确定"), QDialogButtonBox::ActionRole);

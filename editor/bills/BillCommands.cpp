@@ -50,7 +50,9 @@ void BillPane::mnuAddBill_Click() {
             return;
         showCodes(at, shifted);
         m_grdBillList->insertRow(at, {{"id", QString::number(*id)}, {"Code", newCode}});
-        m_grdBillList->setRow(at);
+        // First, so that a text box which had the focus is left while its bill is still the current one.
+        m_grdBillList->setFocus();
+        m_grdBillList->setCell(at, QStringLiteral("Name"));
     });
 }
 

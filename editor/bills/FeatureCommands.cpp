@@ -24,8 +24,10 @@ void FeaturePane::mnuAddFeature_Click() {
         const std::optional<qint64> added = addFeature(m_ormConn, billId, name);
         if (!added)
             return;
-        m_grdSpec->setRow(
-            m_grdSpec->appendRow({{"id", QString::number(*added)}, {"Name", name}, {"type", QStringLiteral("0")}}));
+        const int row =
+            m_grdSpec->appendRow({{"id", QString::number(*added)}, {"Name", name}, {"type", QStringLiteral("0")}});
+        m_grdSpec->setCell(row, QStringLiteral("Name"));
+        m_grdSpec->setFocus();
     });
 }
 
@@ -49,8 +51,10 @@ void FeaturePane::mnuAddFeatureVal_Click() {
         const std::optional<qint64> added = addFeatureVal(m_ormConn, m_grdSpec->value(row, id));
         if (!added)
             return;
-        m_grdSpecEnum->setRow(
-            m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", QStringLiteral("2")}}));
+        m_grdSpecEnum->setCell(
+            m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", QStringLiteral("2")}}),
+            QStringLiteral("eigenValue"));
+        m_grdSpecEnum->setFocus();
     });
 }
 

@@ -20,7 +20,7 @@ frmEditContent::frmEditContent(QWidget* mainWindow) : QDialog(mainWindow), m_txt
     setWindowIcon(mainWindow->windowIcon());
     // Tahoma has no Chinese characters; those come from the family that all windows use.
     QFont tahoma = font();
-    tahoma.setFamilies({QStringLiteral("Tahoma"), font().family()});
+    tahoma.setFamilies(QStringList{QStringLiteral("Tahoma")} + font().families());
     setFont(tahoma);
 
     auto* lblTitle = new QLabel(QStringLiteral("请输入目录名称："), this);

@@ -26,6 +26,7 @@ void ContentPane::insertNode(int at, KeyedGrid::Cells cells, int level) {
     m_grdConcent->insertRow(at, cells, level);
     m_grdConcent->setText(at, contType, QString::number(level));
     m_grdConcent->setCell(at, cont);
+    m_grdConcent->setFocus();
 }
 
 /// Removes a row with everything below it in the outline; the row that takes its place becomes current.

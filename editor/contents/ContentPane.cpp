@@ -33,6 +33,7 @@ ContentPane::ContentPane(QWidget* parent)
     layout->addLayout(choice);
     layout->addWidget(m_grdConcent);
     setUpGrid();
+    setTabOrder(m_cboProfession, m_grdConcent);
 }
 
 void ContentPane::setUpGrid() {
