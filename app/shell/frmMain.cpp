@@ -33,7 +33,10 @@ frmMain::frmMain()
         setWindowState(Qt::WindowMaximized);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+    // The area tells of windows that go with it, to one who is gone already.
+    m_windows->disconnect(this);
+}
 
 void frmMain::MDIForm_Load() {
     guarded({"frmMain", "MDIForm_Load"}, [this] {
