@@ -32,7 +32,7 @@ void RandomUser::chooseInBrowser(frmDekBrowser* browser) {
 
 void RandomUser::useBrowser() {
     auto* browser = frmDekBrowser::shared(m_driver.window());
-    if (contentLevel() == 2 && chance(60)) {
+    if (chance(60) && goToRation()) {
         const QString library = contentLine()[DekName];
         say(QStringLiteral("browse rations of ") + library);
         m_driver.showPage(m_driver.contents());
@@ -49,7 +49,7 @@ void RandomUser::useBrowser() {
     }
     if (!browser->isVisible())
         return;
-    browser->activateWindow();
+    EditorDriver::activate(browser);
     chooseInBrowser(browser);
     KeyedGrid* list = browser->grdDEB();
     const int level = contentLevel();

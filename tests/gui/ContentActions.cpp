@@ -38,14 +38,28 @@ void RandomUser::walkContents() {
         walk(grid, {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Left, Qt::Key_Right});
         return;
     }
-    QList<int> rows;
-    for (int row = 0; row < grid->rowCount(); ++row)
-        if (!grid->isRowHidden(row))
-            rows << row;
+    const QList<int> rows = visibleContentRows(0);
     const int row = rows[upTo(static_cast<int>(rows.size()))];
     say(QStringLiteral("click content row %1").arg(row));
     m_driver.click(grid, row, oneOf({contKey, QStringLiteral("Unit"), dekKey}));
     EXPECT_EQ(grid->row(), row);
+}
+
+QList<int> RandomUser::visibleContentRows(int level) const {
+    const KeyedGrid* grid = m_driver.contents();
+    QList<int> rows;
+    for (int row = 0; row < grid->rowCount(); ++row)
+        if (!grid->isRowHidden(row) && grid->level(row) >= level)
+            rows << row;
+    return rows;
+}
+
+/// Clicks a ration when the current row is none; false when there is none to click.
+bool RandomUser::goToRation() {
+    const QList<int> rations = visibleContentRows(2);
+    if (contentLevel() != 2 && !rations.isEmpty())
+        m_driver.click(m_driver.contents(), rations[upTo(static_cast<int>(rations.size()))], contKey);
+    return contentLevel() == 2;
 }
 
 void RandomUser::addContent() {
@@ -178,7 +192,7 @@ void RandomUser::rationWritten(const QString& contDeID) {
 }
 
 void RandomUser::typeCode() {
-    if (contentLevel() != 2)
+    if (!goToRation())
         return;
     const QStringList line = contentLine();
     const QStringList codes = m_rations.library(line[DekName]).codes;
@@ -222,7 +236,7 @@ void RandomUser::typeCode() {
 }
 
 void RandomUser::chooseLibrary() {
-    if (contentLevel() != 2)
+    if (!goToRation())
         return;
     const QStringList ids = m_rations.ids();
     const QString library = ids[upTo(static_cast<int>(ids.size()))];

@@ -10,6 +10,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QWindow>
 
 #include "app/base/UserEvent.h"
 #include "editor/bills/BillPane.h"
@@ -137,9 +138,16 @@ bool EditorDriver::closeMenu() {
     return true;
 }
 
-void EditorDriver::activate() {
-    m_main.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&m_main));
+void EditorDriver::activate(QWidget* window) {
+    // What a closed box or list has still to tell comes first.
+    QCoreApplication::processEvents();
+    // A window counts as active while a window that it owns is; that is not enough to type into it.
+    const auto isActive = [window] {
+        return QApplication::activeWindow() == window && QGuiApplication::focusWindow() == window->windowHandle();
+    };
+    if (!isActive())
+        window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor(isActive));
 }
 
 void EditorDriver::settle() {

@@ -60,7 +60,8 @@ public:
 
     /// Closes the context menu that is open with Esc; false when none is.
     bool closeMenu();
-    void activate();
+    void activate() { activate(&m_main); }
+    static void activate(QWidget* window);
     /// Lets the event that is going on end: what it posted is dealt with.
     static void settle();
 

@@ -20,21 +20,66 @@ const QRegularExpression errorPlace(QStringLiteral("错误位置: (\\S+)"));
 }  // namespace
 
 const std::vector<RandomUser::Choice>& RandomUser::choices() {
+    using enum Room;
     static const std::vector<Choice> all{
-        {22, &RandomUser::clickChapter},    {6, &RandomUser::walkTree},         {4, &RandomUser::addChapter},
-        {4, &RandomUser::addSubChapter},    {4, &RandomUser::renameChapter},    {3, &RandomUser::deleteChapter},
-        {8, &RandomUser::moveChapter},      {2, &RandomUser::openOrCloseNodes}, {12, &RandomUser::clickBill},
-        {6, &RandomUser::walkBills},        {10, &RandomUser::editBill},        {9, &RandomUser::addBill},
-        {6, &RandomUser::deleteBill},       {9, &RandomUser::moveBill},         {4, &RandomUser::query},
-        {6, &RandomUser::typeIntoBox},      {4, &RandomUser::clickFeature},     {7, &RandomUser::editFeature},
-        {5, &RandomUser::chooseType},       {6, &RandomUser::addFeature},       {3, &RandomUser::deleteFeature},
-        {6, &RandomUser::tickValue},        {7, &RandomUser::editValue},        {7, &RandomUser::addValue},
-        {3, &RandomUser::deleteValue},      {14, &RandomUser::walkContents},    {4, &RandomUser::addContent},
-        {6, &RandomUser::addSubContent},    {9, &RandomUser::addRation},        {7, &RandomUser::deleteContentRow},
-        {6, &RandomUser::renameContent},    {14, &RandomUser::typeCode},        {4, &RandomUser::chooseLibrary},
-        {3, &RandomUser::changeProfession}, {8, &RandomUser::useBrowser},       {1, &RandomUser::reopen},
+        {Chapters, 22, &RandomUser::clickChapter},
+        {Chapters, 8, &RandomUser::walkTree},
+        {Chapters, 6, &RandomUser::addChapter},
+        {Chapters, 6, &RandomUser::addSubChapter},
+        {Chapters, 5, &RandomUser::renameChapter},
+        {Chapters, 4, &RandomUser::deleteChapter},
+        {Chapters, 9, &RandomUser::moveChapter},
+        {Chapters, 2, &RandomUser::openOrCloseNodes},
+        {Chapters, 1, &RandomUser::reopen},
+        {Bills, 12, &RandomUser::clickBill},
+        {Bills, 6, &RandomUser::walkBills},
+        {Bills, 10, &RandomUser::editBill},
+        {Bills, 9, &RandomUser::addBill},
+        {Bills, 6, &RandomUser::deleteBill},
+        {Bills, 9, &RandomUser::moveBill},
+        {Bills, 4, &RandomUser::query},
+        {Bills, 7, &RandomUser::typeIntoBox},
+        {Features, 8, &RandomUser::clickFeature},
+        {Features, 8, &RandomUser::editFeature},
+        {Features, 8, &RandomUser::chooseType},
+        {Features, 6, &RandomUser::addFeature},
+        {Features, 4, &RandomUser::deleteFeature},
+        {Features, 8, &RandomUser::tickValue},
+        {Features, 10, &RandomUser::editValue},
+        {Features, 9, &RandomUser::addValue},
+        {Features, 4, &RandomUser::deleteValue},
+        {Contents, 16, &RandomUser::walkContents},
+        {Contents, 4, &RandomUser::addContent},
+        {Contents, 6, &RandomUser::addSubContent},
+        {Contents, 9, &RandomUser::addRation},
+        {Contents, 7, &RandomUser::deleteContentRow},
+        {Contents, 7, &RandomUser::renameContent},
+        {Contents, 20, &RandomUser::typeCode},
+        {Contents, 5, &RandomUser::chooseLibrary},
+        {Contents, 2, &RandomUser::changeProfession},
+        {Contents, 9, &RandomUser::useBrowser},
     };
     return all;
+}
+
+const RandomUser::Choice& RandomUser::choose() {
+    if (chance(4))
+        m_room = oneOf({Room::Chapters, Room::Bills, Room::Features, Room::Contents, Room::Contents});
+    // An empty list is soon left.
+    if (!m_driver.bills()->hasRows() && chance(40))
+        return choices().front();
+    constexpr int moreOften = 8;
+    const auto weight = [this](const Choice& choice) {
+        return choice.weight * (choice.room == m_room ? moreOften : 1);
+    };
+    int total = 0;
+    for (const Choice& choice : choices())
+        total += weight(choice);
+    int drawn = upTo(total);
+    auto choice = choices().begin();
+    while (drawn >= weight(*choice))
+        drawn -= weight(*choice++);
+    return *choice;
 }
 
 RandomUser::RandomUser(const QString& library, unsigned seed)
@@ -57,17 +102,7 @@ void RandomUser::watch() {
 }
 
 void RandomUser::step() {
-    int total = 0;
-    for (const Choice& choice : choices())
-        total += choice.weight;
-    int drawn = upTo(total);
-    auto choice = choices().begin();
-    while (drawn >= choice->weight)
-        drawn -= (choice++)->weight;
-
-    // An empty list is soon left.
-    if (!m_driver.bills()->hasRows() && chance(40))
-        choice = choices().begin();
+    const Choice& choice = choose();
     // Without a window manager nobody gives the focus back when a list or a box has closed.
     m_driver.activate();
     m_expected.clear();
@@ -77,7 +112,7 @@ void RandomUser::step() {
         answers.closeAnything();
         m_answers = &answers;
         auto disturbance = disturb();
-        (this->*choice->act)();
+        (this->*choice.act)();
         EditorDriver::settle();
         disturbance.reset();
         EditorDriver::settle();
@@ -143,7 +178,7 @@ void RandomUser::reopen() {
     const bool unknown = m_after == After::Reopen;
     m_driver.close();
     // Codes that have overflowed cut every tree short from now on; somebody puts that right.
-    const bool tidied = chance(50) && inFile(overflowedChapters);
+    const bool tidied = chance(50) && !m_disturbed && inFile(overflowedChapters);
     if (tidied)
         GetOrmConn(m_driver.path())->Execute("DELETE FROM tblSYB WHERE length(Code)%2=1 OR length(Code)>6");
     m_driver.open();

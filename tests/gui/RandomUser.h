@@ -23,11 +23,14 @@ public:
     QString story() const;
 
 private:
+    enum class Room { Chapters, Bills, Features, Contents };
     struct Choice {
+        Room room;
         int weight;
         void (RandomUser::*act)();
     };
     static const std::vector<Choice>& choices();
+    const Choice& choose();
 
     // RandomUser.cpp
     int upTo(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
@@ -103,6 +106,8 @@ private:
     void chooseLibrary();
     void changeProfession();
     int contentLevel() const;
+    QList<int> visibleContentRows(int level) const;
+    bool goToRation();
     QStringList contentLine() const;
     bool cannotBeWritten(const QStringList& line, const QString& code, const QString& library) const;
     void rationWritten(const QString& contDeID);
@@ -119,6 +124,8 @@ private:
     CodeModel m_codes;
     QString m_query;
 
+    /// Where the user is at work; most of what is done belongs there.
+    Room m_room = Room::Chapters;
     ModalAnswers* m_answers = nullptr;
     QStringList m_expected;
     std::optional<Disturbance::Kind> m_disturbed;

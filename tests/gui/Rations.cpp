@@ -30,7 +30,8 @@ void addAwkwardLibrary() {
     const auto system = openSystemDatabase();
     system->Execute(
         "INSERT INTO SysBaseData(DekId,DekName,DekFilename,rgnName,Prof,QdkFileName) VALUES"
-        "('AWKWARD','特殊定额','awkward.db','广东省','99',''),('GONE','丢失的定额','gone.db','广东省','99','')");
+        "('AWKWARD','特殊定额','awkward.db','广东省','99',''),('GONE','丢失的定额','gone.db','广东省','99',''),('"
+        "GD2018ZHDE99','默认定额','gone.db','广东省','99','awkward.bdb')");
 }
 
 }  // namespace
