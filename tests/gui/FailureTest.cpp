@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QFile>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -283,14 +285,13 @@ TEST_F(Failures, AFullDiskLosesNothing) {
     const QString pages = rowsInFile(user.path(), "PRAGMA page_count").value(0);
     user.pragma(sql("PRAGMA max_page_count=", pages));
     const QString stored = user.rule()->toPlainText();
-    EXPECT_EQ(
-        messagesOf([&](ModalAnswers&) {
-            user.showPage(user.rule());
-            user.rule()->setFocus();
-            user.rule()->setPlainText(QString(1000, QLatin1Char('\n')) + QString(1000, QLatin1Char('w')).repeated(20));
-            user.key(user.rule(), Qt::Key_Tab);
-        }),
-        one("ModDBOperator.ExecuteDDL"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("long\n").repeated(20'000));
+    EXPECT_EQ(messagesOf([&](ModalAnswers&) {
+                  user.typeInto(user.rule(), QString());
+                  user.key(user.rule(), Qt::Key_V, Qt::ControlModifier);
+                  user.key(user.rule(), Qt::Key_Tab);
+              }),
+              one("ModDBOperator.ExecuteDDL"));
     EXPECT_EQ(user.rule()->toPlainText(), stored);
     expectWindowIsFile();
 

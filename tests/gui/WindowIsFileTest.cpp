@@ -17,7 +17,7 @@ struct Sequence {
     unsigned seed;
 };
 
-constexpr int ordinarySteps = 400;
+constexpr int ordinarySteps = 600;
 
 class WindowIsFile : public ::testing::TestWithParam<Sequence> {};
 
