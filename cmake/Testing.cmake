@@ -4,6 +4,8 @@ include(GoogleTest)
 # precompiled header.
 set_property(TARGET Qt6::Test PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
 
+set(TESSEL_TEST_TIMEOUT 600 CACHE STRING "Seconds after which one test counts as hanging")
+
 # tessel_add_test(<name> SOURCES … LIBS …): one test program, run case by case by CTest without a display.
 function(tessel_add_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;LIBS" ${ARGN})
@@ -15,7 +17,7 @@ function(tessel_add_test name)
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
         NO_PRETTY_VALUES
-        PROPERTIES TIMEOUT 600
+        PROPERTIES TIMEOUT ${TESSEL_TEST_TIMEOUT}
         # One variable each: gtest_discover_tests takes a list of two apart.
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
         ENVIRONMENT_MODIFICATION "TESSEL_BUILT=set:${TESSEL_PROGRAM_FOLDER}")

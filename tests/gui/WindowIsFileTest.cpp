@@ -1,12 +1,13 @@
 // Long random sequences of everything that can be done in an editor window. After every step the window shows what a
 // fresh load of its file shows, apart from the differences that Prescribed knows by name.
 //
-// TESSEL_TEST_STEPS sets the number of steps of each sequence, TESSEL_TEST_SEED another seed for all of them.
+// TESSEL_TEST_SEED sets another seed for all sequences.
 
 #include <gtest/gtest.h>
 
 #include "tests/gui/Libraries.h"
 #include "tests/gui/RandomUser.h"
+#include "tests/support/Extent.h"
 #include "tests/support/TemporaryLibrary.h"
 
 namespace {
@@ -17,15 +18,12 @@ struct Sequence {
     unsigned seed;
 };
 
-constexpr int ordinarySteps = 600;
-
 class WindowIsFile : public ::testing::TestWithParam<Sequence> {};
 
 }  // namespace
 
 TEST_P(WindowIsFile, AfterEveryStep) {
-    const int wanted = qEnvironmentVariableIntValue("TESSEL_TEST_STEPS");
-    const int steps = wanted > 0 ? wanted : ordinarySteps;
+    const int steps = extent(600, 20'000);
     const unsigned seed = qEnvironmentVariableIsSet("TESSEL_TEST_SEED")
                               ? static_cast<unsigned>(qEnvironmentVariableIntValue("TESSEL_TEST_SEED"))
                               : GetParam().seed;
@@ -38,6 +36,7 @@ TEST_P(WindowIsFile, AfterEveryStep) {
                                        << qPrintable(user.story());
         }
     }
+    reportFigures(QStringLiteral("random user, %1: %2 steps compared").arg(QLatin1String(GetParam().name)).arg(steps));
     EXPECT_EQ(rowsInFile(library, "PRAGMA integrity_check"), QStringList{QStringLiteral("ok")});
     EXPECT_EQ(rowsInFile(library, "SELECT name FROM sqlite_schema WHERE type<>'table'"), QStringList());
 }
