@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+
+struct sqlite3_vfs;
+
+/// The disk under every database file that is opened while it lives: it counts what happens to files and fails, or
+/// ends the process, at an operation chosen beforehand. All connections opened on it must be closed before it goes.
+/// There is one at a time.
+class FaultyDisk {
+public:
+    /// Kinds of operation, to be joined by |. All but reading change a file and are counted.
+    enum Kind : unsigned { Write = 1, Truncate = 2, Sync = 4, Delete = 8, Changes = 15, Read = 16 };
+
+    FaultyDisk();
+    ~FaultyDisk();
+    FaultyDisk(const FaultyDisk&) = delete;
+    FaultyDisk& operator=(const FaultyDisk&) = delete;
+
+    /// Operations that changed a file, or tried to, since the disk was made or last set to a fault: those on libraries,
+    /// journals and temporary files alike.
+    std::int64_t operations() const;
+    /// Reads, counted by themselves.
+    std::int64_t reads() const;
+    /// Operations that a fault has failed since it was set.
+    std::int64_t failures() const;
+
+    // Each starts the counts anew and replaces what was set before. `at` is 1 for the next operation.
+
+    /// From the change `at` on there is no room: writes fail that make a file longer, or, where old blocks are not
+    /// used again, all writes.
+    void becomeFullAt(std::int64_t at, bool oldBlocksToo);
+    /// Operations of `kinds` fail with an input/output error: the first one at or after `at`, or all from there on.
+    /// `at` counts changes, or reads when `kinds` is Read alone.
+    void failAt(std::int64_t at, unsigned kinds, bool fromThenOn);
+    /// The process is killed before the change `at`; `halfWritten`: after the first half of it, if it is a write.
+    void endProcessAt(std::int64_t at, bool halfWritten = false);
+    /// Everything works from now on.
+    void relieve();
+
+private:
+    sqlite3_vfs* m_previous;
+};
