@@ -13,7 +13,7 @@
 
 #include "app/base/Guarded.h"
 #include "app/base/Paths.h"
-#include "tests/support/TestMain.h"
+#include "tests/support/SampleProgram.h"
 
 using namespace Qt::StringLiterals;
 

@@ -66,6 +66,8 @@ void Comparison::check(const QString& query) {
     m_last = shown;
 }
 
+void Comparison::look() { m_last = snapshotOf(*m_driver.editor()); }
+
 void Comparison::compareTree(const Snapshot& shown) {
     const Rows expected = m_prescribed.tree.value_or(rowsOf(m_fresh->chapterPane()->tvSYB()));
     EXPECT_EQ(textOf(shown.tree), textOf(expected)) << "the tree";

@@ -15,7 +15,10 @@ public:
     /// is what was searched for when the list shows results.
     void check(const QString& query);
 
-    /// What the window showed when it was compared last.
+    /// Only takes down what the window shows.
+    void look();
+
+    /// What the window showed at the last check() or look().
     const Snapshot& last() const { return m_last; }
 
 private:

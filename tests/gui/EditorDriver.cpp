@@ -19,27 +19,30 @@
 #include "editor/contents/ContentPane.h"
 #include "tests/support/Typing.h"
 
-EditorDriver::EditorDriver(const QString& path) : m_path(path) {
-    m_main.MDIForm_Load();
-    m_main.resize(1366, 768);
-    m_main.show();
+EditorDriver::EditorDriver(const QString& path)
+    : m_path(path), m_own(std::make_unique<frmMain>()), m_main(m_own.get()) {
+    m_main->MDIForm_Load();
+    m_main->resize(1366, 768);
+    m_main->show();
     activate();
     open();
 }
 
+EditorDriver::EditorDriver(frmMain* window, const QString& path) : m_path(path), m_main(window) {}
+
 void EditorDriver::open() {
-    m_main.LoadBillDB(m_path);
+    m_main->LoadBillDB(m_path);
     settle();
     ASSERT_TRUE(editor());
-    // Safe on paper, slow in a test of thousands of edits.
-    pragma("PRAGMA synchronous=OFF");
+    if (m_own)
+        pragma("PRAGMA synchronous=OFF");
 }
 
 void EditorDriver::close() {
-    m_main.commandBars()->execute(260);
+    m_main->commandBars()->execute(260);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     settle();
-    EXPECT_TRUE(m_main.editors().isEmpty());
+    EXPECT_TRUE(m_main->editors().isEmpty());
 }
 
 KeyedTree* EditorDriver::tree() const { return editor()->chapterPane()->tvSYB(); }

@@ -14,14 +14,19 @@ class QPlainTextEdit;
 /// The real main window with one library open, and the gestures of its user. Every gesture is made of real events.
 class EditorDriver {
 public:
+    /// Makes a main window of its own, for which a file is as good as written when the system has it: thousands of
+    /// edits need not wait for the disk.
     explicit EditorDriver(const QString& path);
+
+    /// Takes `window` over as it is, with the library at `path` open in it.
+    EditorDriver(frmMain* window, const QString& path);
 
     /// Closes the library by its command.
     void close();
     void open();
 
-    frmMain* window() { return &m_main; }
-    frmEditor* editor() const { return m_main.activeEditor(); }
+    frmMain* window() const { return m_main; }
+    frmEditor* editor() const { return m_main->activeEditor(); }
     const QString& path() const { return m_path; }
 
     KeyedTree* tree() const;
@@ -60,7 +65,7 @@ public:
 
     /// Closes the context menu that is open with Esc; false when none is.
     bool closeMenu();
-    void activate() { activate(&m_main); }
+    void activate() { activate(m_main); }
     static void activate(QWidget* window);
     /// Lets the event that is going on end: what it posted is dealt with.
     static void settle();
@@ -70,5 +75,6 @@ public:
 
 private:
     QString m_path;
-    frmMain m_main;
+    std::unique_ptr<frmMain> m_own;
+    frmMain* m_main;
 };

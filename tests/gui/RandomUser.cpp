@@ -82,9 +82,11 @@ const RandomUser::Choice& RandomUser::choose() {
     return *choice;
 }
 
-RandomUser::RandomUser(const QString& library, unsigned seed)
-    : m_random(seed), m_driver(library), m_comparison(m_driver, m_prescribed), m_codes(library) {
+RandomUser::RandomUser(EditorDriver& driver, unsigned seed, Check check)
+    : m_random(seed), m_driver(driver), m_check(check), m_comparison(driver, m_prescribed), m_codes(driver.path()) {
     watch();
+    if (m_check == Check::EveryStep)
+        m_comparison.check(m_query);
 }
 
 /// Learns from the panes' own calls when a part of the window is loaded anew.
@@ -124,8 +126,12 @@ void RandomUser::step() {
     else if (m_after == After::Reopen)
         reopen();
     EditorDriver::settle();
-    m_codes.check();
-    m_comparison.check(m_query);
+    if (m_check == Check::EveryStep) {
+        m_codes.check();
+        m_comparison.check(m_query);
+    } else {
+        m_comparison.look();
+    }
 }
 
 std::unique_ptr<Disturbance> RandomUser::disturb() {

@@ -11,11 +11,14 @@
 
 class ModalAnswers;
 
-/// Does at random what an estimator does in an editor window, one action a step. After every step the messages, the
-/// codes in the file and everything the window shows are what they have to be, or the test fails.
+/// Does at random what an estimator does in an editor window, one action a step. The messages are what they have to be,
+/// or the test fails; if every step is checked, the codes in the file and everything the window shows, too.
 class RandomUser {
 public:
-    RandomUser(const QString& library, unsigned seed);
+    enum class Check { Nothing, EveryStep };
+
+    /// Whether steps are checked makes no difference to what is done.
+    RandomUser(EditorDriver& driver, unsigned seed, Check check = Check::EveryStep);
 
     void step();
 
@@ -118,7 +121,8 @@ private:
 
     std::mt19937 m_random;
     Rations m_rations;
-    EditorDriver m_driver;
+    EditorDriver& m_driver;
+    Check m_check;
     Prescribed m_prescribed;
     Comparison m_comparison;
     CodeModel m_codes;

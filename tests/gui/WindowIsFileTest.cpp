@@ -29,7 +29,8 @@ TEST_P(WindowIsFile, AfterEveryStep) {
                               : GetParam().seed;
     const QString library = GetParam().library();
     {
-        RandomUser user(library, seed);
+        EditorDriver driver(library);
+        RandomUser user(driver, seed);
         for (int step = 1; step <= steps; ++step) {
             user.step();
             ASSERT_FALSE(HasFailure()) << "at step " << step << " of seed " << seed << ":\n  "

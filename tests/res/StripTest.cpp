@@ -5,7 +5,7 @@
 #include <QList>
 
 #include "app/base/Paths.h"
-#include "tests/support/TestMain.h"
+#include "tests/support/SampleProgram.h"
 
 namespace {
 constexpr int kPositions = 15;

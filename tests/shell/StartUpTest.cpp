@@ -8,6 +8,7 @@
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "app/shell/modMain.h"
+#include "tests/support/SampleProgram.h"
 #include "tests/support/TestMain.h"
 
 namespace {

@@ -9,7 +9,8 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "tests/support/TestMain.h"
+
+QString builtProgramFolder() { return qEnvironmentVariable("TESSEL_BUILT"); }
 
 void installSamples() {
     static bool done = false;
@@ -17,13 +18,13 @@ void installSamples() {
         return;
     done = true;
     const QDir from(builtProgramFolder());
-    const QDir to(testProgramFolder());
+    const QDir to(programFolder());
     QDirIterator files(from.path(), {QStringLiteral("*")}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString name = from.relativeFilePath(files.next());
         const bool wanted = name == QLatin1String("tessel.dat") || name.startsWith(QLatin1String("Data/")) ||
                             name.startsWith(QLatin1String("Res/"));
-        if (!wanted)
+        if (!wanted || to.exists(name))
             continue;
         to.mkpath(QFileInfo(name).path());
         EXPECT_TRUE(QFile::copy(from.filePath(name), to.filePath(name))) << qPrintable(name);

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+/// The program folder that the build made, with its samples and icons.
+QString builtProgramFolder();
+
 /// Puts what the build made (icons, system database, ration libraries, sample library) into the test's program folder,
 /// once.
 void installSamples();

@@ -18,8 +18,6 @@ std::unique_ptr<QTemporaryDir> folder;
 
 QString testProgramFolder() { return folder->path(); }
 
-QString builtProgramFolder() { return qEnvironmentVariable("TESSEL_BUILT"); }
-
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     // The list of cases is asked for during the build, where no display may be needed.

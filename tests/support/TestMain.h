@@ -5,6 +5,3 @@
 /// The program folder that this test program runs in: a fresh temporary one, removed when the program ends.
 /// appPath and dataPath point there; it holds no tessel.dat unless a test puts one there.
 QString testProgramFolder();
-
-/// The program folder that the build made, with its samples and icons.
-QString builtProgramFolder();
