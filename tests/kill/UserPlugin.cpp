@@ -1,0 +1,117 @@
+#include "tests/kill/UserPlugin.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCursor>
+#include <QFile>
+#include <QMessageBox>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/base/UserEvent.h"
+#include "tests/gui/RandomUser.h"
+#include "tests/kill/Content.h"
+#include "tests/kill/Orders.h"
+#include "tests/support/FaultyDisk.h"
+#include "tests/support/ModalAnswers.h"
+
+namespace {
+
+/// Waits for the main window with its library, does what was ordered, one step each time the program is idle, and
+/// closes the program.
+class User : public QObject {
+public:
+    explicit User(Orders orders) : m_orders(std::move(orders)), m_journal(m_orders.journal) {
+        disk();
+        m_journal.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
+        if (m_orders.checked)
+            connect(&UserEvent::instance(), &UserEvent::over, this, &User::noteContent, Qt::QueuedConnection);
+        next(&User::begin);
+    }
+
+private:
+    /// Below every file that is opened, to the end of the process.
+    static FaultyDisk& disk() {
+        static auto* const one = new FaultyDisk;
+        return *one;
+    }
+
+    void next(void (User::*act)()) { QTimer::singleShot(0, this, act); }
+
+    void note(const QString& line) { m_journal.write(line.toUtf8() + '\n'); }
+
+    void noteContent() {
+        // While something is uncommitted the file holds what it held before.
+        if (QFile::exists(m_orders.library + QStringLiteral("-journal")))
+            return;
+        const QString content = contentOf(m_orders.library);
+        if (content != m_content && !content.isEmpty())
+            note(QStringLiteral("content ") + content);
+        m_content = content;
+    }
+
+    void begin() {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            auto* main = qobject_cast<frmMain*>(window);
+            if (main && main->isVisible() && main->activeEditor())
+                m_driver = std::make_unique<EditorDriver>(main, m_orders.library);
+        }
+        if (!m_driver) {
+            QTimer::singleShot(5, this, &User::begin);
+            return;
+        }
+        // Nothing under the mouse takes part.
+        QCursor::setPos(QPoint(0, 0));
+        m_user = std::make_unique<RandomUser>(
+            *m_driver, m_orders.seed, m_orders.checked ? RandomUser::Check::EveryStep : RandomUser::Check::Nothing);
+        if (m_orders.checked)
+            noteContent();
+        if (m_orders.endAt > 0)
+            disk().endProcessAt(m_orders.endAt, m_orders.endAt % 2 == 0);
+        else
+            disk().relieve();
+        next(&User::step);
+    }
+
+    void step() {
+        if (m_done == m_orders.steps) {
+            next(&User::leave);
+            return;
+        }
+        note(QStringLiteral("begin %1").arg(++m_done));
+        m_user->step();
+        if (m_orders.checked)
+            noteContent();
+        if (::testing::UnitTest::GetInstance()->Failed()) {
+            note(QStringLiteral("wrong at step %1: %2").arg(m_done).arg(m_user->story().replace(u'\n', u';')));
+            std::fflush(nullptr);
+            std::_Exit(1);
+        }
+        note(QStringLiteral("end %1").arg(m_done));
+        next(&User::step);
+    }
+
+    void leave() {
+        note(QStringLiteral("changes %1").arg(disk().operations()));
+        m_user.reset();
+        ModalAnswers answers;
+        answers.press(QMessageBox::Yes);
+        m_driver->window()->commandBars()->execute(262);
+        note(QStringLiteral("done"));
+    }
+
+    const Orders m_orders;
+    QFile m_journal;
+    QString m_content;
+    int m_done = 0;
+    std::unique_ptr<EditorDriver> m_driver;
+    std::unique_ptr<RandomUser> m_user;
+};
+
+}  // namespace
+
+QObject* UserPlugin::create(const QString&, const QString& specification) {
+    return new User(Orders::fromText(specification));
+}
