@@ -1,3 +1,5 @@
+#include <QLineEdit>
+
 #include "app/controls/CommandBars.h"
 #include "app/controls/KeyedGrid.h"
 #include "benchmarks/Changes.h"
@@ -112,7 +114,7 @@ void deleteFirstInFile(benchmark::State& state) {
 void deleteFirst(benchmark::State& state) {
     Change change = deletingFirst(lastOf(state));
     change.ours = inEditor([](EditorWindow& window) {
-        return window.timedAfterYes([&] { window->commandBars(2)->execute(deleteBillCommand); });
+        return window.timedAfterAnswer([&] { window->commandBars(2)->execute(deleteBillCommand); });
     });
     change.shown = [](PlainDatabase& library) { PlainDetails(library).read(2); };
     compareChange(state, change, Limit::times(3));
@@ -133,9 +135,29 @@ void moveDown(benchmark::State& state) {
     compareChange(state, change, Limit::times(3));
 }
 
+void editName(benchmark::State& state) {
+    Change change;
+    change.ours = inEditor([](EditorWindow& window) {
+        KeyedGrid* list = window->billPane()->grdBillList();
+        list->setCell(0, QStringLiteral("Name"));
+        return window.timed([&] {
+            pressKey(list, Qt::Key_F2);
+            auto* editor = list->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+            editor->setText(QLatin1String(givenName));
+            pressKey(editor, Qt::Key_Return);
+        });
+    });
+    change.plain = [](PlainDatabase& library) {
+        library.prepare("UPDATE tblBill SET Name=?,LastUpdate='2024-01-01 08:00:00' WHERE ID=1")
+            .run(QString::fromLatin1(givenName));
+    };
+    compareChange(state, change, Limit::ms(noticeable));
+}
+
 }  // namespace
 
 void registerBills() {
+    forEverySize("Edit a bill's name", editName, Runs::Many);
     forEverySize("Add a bill at the top (statements)", addAtTopInFile);
     forEverySize("Add a bill at the top", addAtTop);
     forEverySize("Delete the first bill (statements)", deleteFirstInFile);

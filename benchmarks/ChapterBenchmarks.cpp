@@ -2,7 +2,7 @@
 #include "benchmarks/Changes.h"
 #include "benchmarks/EditorWindow.h"
 #include "benchmarks/Libraries.h"
-#include "benchmarks/PlainDatabase.h"
+#include "benchmarks/PlainDetails.h"
 #include "benchmarks/Subjects.h"
 #include "editor/chapters/ChapterData.h"
 #include "editor/chapters/ChapterPane.h"
@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr int addCommand = 100;
+constexpr int deleteCommand = 103;
 constexpr int moveDownCommand = 105;
 constexpr char allChapters[] = "SELECT * FROM tblSYB WHERE IFNULL(Code,'')<>'' ORDER BY length(code),code;";
 
@@ -59,10 +61,60 @@ void swapChapters(benchmark::State& state) {
     compareChange(state, change, Limit::times(3));
 }
 
+/// Behind the last chapter beside the full one.
+void addChapter(benchmark::State& state) {
+    Change change;
+    change.ours = inEditor([](EditorWindow& window) {
+        return window.timedAfterAnswer([&] { window->commandBars(1)->execute(addCommand); });
+    });
+    change.plain = [](PlainDatabase& library) {
+        const QString code = QStringLiteral("010111");
+        PlainStatement taken = library.prepare("SELECT ID FROM tblSYB WHERE Code=?");
+        taken.bindAll(code);
+        taken.readAll();
+        library.prepare("INSERT INTO tblSYB (Code,Name,LastUpdate,IsDel) VALUES (?,?,'2024-01-01 08:00:00',0)")
+            .run(code, QString::fromLatin1(givenName));
+    };
+    // The new chapter is listed, empty as it is.
+    change.shown = [](PlainDatabase& library) {
+        library.prepare("SELECT * FROM tblBill WHERE Code LIKE '010111___' ORDER BY Code").readAll();
+        PlainDetails(library).readNew(0);
+    };
+    compareChange(state, change, Limit::ms(noticeable));
+}
+
+/// The full chapter, with all that belongs to its bills.
+void deleteChapter(benchmark::State& state) {
+    Change change;
+    change.ours = inEditor([](EditorWindow& window) {
+        return window.timedAfterAnswer([&] { window->commandBars(1)->execute(deleteCommand); });
+    });
+    change.plain = [](PlainDatabase& library) {
+        library.run(
+            "BEGIN;"
+            "CREATE TEMP TABLE gone AS SELECT ID FROM tblBill WHERE Code BETWEEN '010101' AND '010101999';"
+            "DELETE FROM tblParm WHERE BillID IN gone;"
+            "DELETE FROM tblContDe WHERE ContID IN (SELECT ID FROM tblCont WHERE BillID IN gone);"
+            "DELETE FROM tblCont WHERE BillID IN gone;"
+            "DELETE FROM tblSpecEnum WHERE SpecID IN (SELECT ID FROM tblBillSpec WHERE BillID IN gone);"
+            "DELETE FROM tblBillSpec WHERE BillID IN gone;"
+            "DELETE FROM tblBill WHERE ID IN gone;"
+            "DELETE FROM tblSYB WHERE Code='010101';"
+            "COMMIT");
+    };
+    change.shown = [](PlainDatabase& library) {
+        library.prepare("SELECT * FROM tblBill WHERE Code LIKE '010102___' ORDER BY Code").readAll();
+        PlainDetails(library).readNew(0);
+    };
+    compareChange(state, change, Limit::times(3));
+}
+
 }  // namespace
 
 void registerChapters() {
     forEverySize("Build the chapter tree", buildTree, Runs::Many);
     forEverySize("Swap two level-1 chapters (statements)", swapChaptersInFile);
     forEverySize("Swap two level-1 chapters", swapChapters);
+    forEverySize("Add a chapter", addChapter, Runs::Many);
+    forEverySize("Delete a chapter of 999 bills", deleteChapter);
 }

@@ -21,18 +21,20 @@ std::string sizeOf(const benchmark::BenchmarkReporter::Run& run) {
     return arguments.empty() ? "-" : arguments;
 }
 
-void printRow(const std::string& action, const std::string& bills, const std::string& ours, const std::string& plain,
-              const std::string& ratio, const std::string& limit, const std::string& ok) {
-    std::printf("%-44s | %6s | %9s | %9s | %6s | %-22s | %s\n", action.c_str(), bills.c_str(), ours.c_str(),
-                plain.c_str(), ratio.c_str(), limit.c_str(), ok.c_str());
+void printRow(const std::vector<std::string>& cells) {
+    constexpr int widths[] = {-40, 6, 8, 8, 6, 6, -20, -3};
+    const int* width = widths;
+    for (const std::string& cell : cells)
+        std::printf("| %*s ", *width++, cell.c_str());
+    std::printf("|\n");
     std::fflush(stdout);
 }
 
 }  // namespace
 
-Limit Limit::times(double factor) { return {factor, 0, "<= " + rounded(factor, "%g") + " x plain"}; }
+Limit Limit::times(double factor) { return {factor, 0, rounded(factor, "%g") + " x plain, 100 ms"}; }
 
-Limit Limit::ms(double milliseconds) { return {0, milliseconds, "<= " + rounded(milliseconds, "%g") + " ms"}; }
+Limit Limit::ms(double milliseconds) { return {0, milliseconds, rounded(milliseconds, "%g") + " ms"}; }
 
 void compare(benchmark::State& state, const Side& ours, const Side& plain, const Limit& limit) {
     double bestOfOurs = std::numeric_limits<double>::max();
@@ -47,7 +49,7 @@ void compare(benchmark::State& state, const Side& ours, const Side& plain, const
     state.counters["ours"] = bestOfOurs;
     if (plain)
         state.counters["plain"] = bestOfPlain;
-    state.counters["allowed"] = (plain ? limit.factor * bestOfPlain : 0) + limit.extra;
+    state.counters["allowed"] = std::min(limit.longest, (plain ? limit.factor * bestOfPlain : 0) + limit.extra);
     state.SetLabel(limit.text);
 }
 
@@ -71,37 +73,42 @@ bool TableReporter::ReportContext(const Context& context) {
     if (!context.cpu_info.load_avg.empty())
         std::printf(", load %.1f when it began", context.cpu_info.load_avg.front());
     std::printf(".\n\n");
-    printRow("action", "bills", "ours ms", "plain ms", "ratio", "limit", "ok");
-    printRow("---", "---", "---", "---", "---", "---", "---");
+    printRow({"action", "bills", "ours ms", "plain ms", "ratio", "growth", "limit at 6000", "ok"});
+    printRow({"---", "---:", "---:", "---:", "---:", "---:", "---", "---"});
     return true;
 }
 
 void TableReporter::ReportRuns(const std::vector<Run>& report) {
     for (const Run& run : report) {
-        if (run.run_type != Run::RT_Iteration)
-            continue;
-        if (run.error_occurred) {
-            printRow(run.run_name.function_name, sizeOf(run), "-", "-", "-", run.error_message, "NO");
-            ++m_missed;
-            continue;
-        }
-        const auto counter = [&](const char* name) {
-            const auto found = run.counters.find(name);
-            return found == run.counters.end() ? std::nan("") : found->second.value;
-        };
-        const auto shown = [](double value, const char* format) {
-            return std::isnan(value) ? std::string("-") : rounded(value, format);
-        };
-        const double ours = counter("ours");
-        const double plain = counter("plain");
-        const std::string size = sizeOf(run);
-        const bool limited = size == "-" || size == std::to_string(nationalSize);
-        const bool kept = !limited || ours <= counter("allowed");
-        m_missed += kept ? 0 : 1;
-        printRow(run.run_name.function_name, size, shown(ours, "%.2f"), shown(plain, "%.2f"),
-                 shown(ours / plain, "%.2f"), limited ? run.report_label : "-",
-                 !limited ? "-"
-                 : kept   ? "yes"
-                          : "NO");
+        if (run.run_type == Run::RT_Iteration)
+            printAction(run);
     }
+}
+
+void TableReporter::printAction(const Run& run) {
+    const std::string& action = run.run_name.function_name;
+    const std::string size = sizeOf(run);
+    if (run.error_occurred) {
+        printRow({action, size, "-", "-", "-", "-", run.error_message, "NO"});
+        ++m_missed;
+        return;
+    }
+    const auto counter = [&](const char* name) {
+        const auto found = run.counters.find(name);
+        return found == run.counters.end() ? std::nan("") : found->second.value;
+    };
+    const auto shown = [](double value) { return std::isnan(value) ? std::string("-") : rounded(value, "%.2f"); };
+    const double ours = counter("ours");
+    const double plain = counter("plain");
+    const double growth = action == m_lastAction ? ours / m_last : std::nan("");
+    m_lastAction = action;
+    m_last = ours;
+    const bool limited = size == "-" || size == std::to_string(nationalSize);
+    const bool kept = ours <= counter("allowed");
+    m_missed += limited && !kept ? 1 : 0;
+    printRow({action, size, shown(ours), shown(plain), shown(ours / plain), shown(growth),
+              limited ? run.report_label : "-",
+              !limited ? "-"
+              : kept   ? "yes"
+                       : "NO"});
 }

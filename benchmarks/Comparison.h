@@ -19,12 +19,16 @@ double milliseconds(Action&& action) {
 /// One side of a comparison: prepares what it needs, does its work once and gives the milliseconds of the work alone.
 using Side = std::function<double()>;
 
+/// Milliseconds after which a user notices that the window does not answer.
+inline constexpr double noticeable = 100;
+
 /// What an action may cost on a library of national size (6,000 bills): `factor` times the plain side and `extra`
-/// milliseconds. Other sizes are measured to see growth.
+/// milliseconds, and never more than `longest`. Other sizes are measured to see growth.
 struct Limit {
     double factor = 0;
     double extra = 0;
     std::string text;
+    double longest = noticeable;
 
     static Limit times(double factor);
     static Limit ms(double milliseconds);
@@ -43,7 +47,7 @@ void forEverySize(const char* action, void (*function)(benchmark::State&), Runs 
 /// Registers an action that does not depend on the library's size.
 benchmark::internal::Benchmark* forOneSize(const char* action, void (*function)(benchmark::State&));
 
-/// Prints one row an action as it is done.
+/// Prints one row an action and size as it is done, as a Markdown table.
 class TableReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context& context) override;
@@ -53,5 +57,9 @@ public:
     int missed() const { return m_missed; }
 
 private:
+    void printAction(const Run& run);
+
     int m_missed = 0;
+    std::string m_lastAction;
+    double m_last = 0;
 };

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr double noticeable = 100;
 constexpr int addContentCommand = 400;
 constexpr int addSubContentCommand = 401;
 constexpr int deleteCommand = 403;
@@ -93,7 +92,7 @@ void deleteContent(benchmark::State& state) {
     Change change;
     change.ours = inEditor([](EditorWindow& window) {
         window->contentPane()->grdConcent()->setRow(contentRow);
-        return window.timedAfterYes([&] { window->commandBars(2)->execute(deleteCommand); });
+        return window.timedAfterAnswer([&] { window->commandBars(2)->execute(deleteCommand); });
     });
     change.plain = [](PlainDatabase& library) {
         library.run(

@@ -2,7 +2,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -10,10 +11,11 @@
 #include "benchmarks/generator/LibraryGenerator.h"
 #include "editor/chapters/ChapterPane.h"
 #include "editor/chapters/ChapterTree.h"
+#include "editor/chapters/frmEditContent.h"
 
 namespace {
 
-/// Answers questions with Yes while `clock` is set, and starts it then.
+/// Answers questions with Yes, and gives the name that is asked for, while `clock` is set, and starts it then.
 class MessageWatch : public QObject {
 public:
     using QObject::QObject;
@@ -21,16 +23,24 @@ public:
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        auto* box = event->type() == QEvent::Show ? qobject_cast<QMessageBox*>(watched) : nullptr;
-        if (!box)
+        if (event->type() != QEvent::Show)
             return false;
-        QTimer::singleShot(0, box, [this, box] {
-            QAbstractButton* yes = box->button(QMessageBox::Yes);
-            if (!clock || !yes)
-                qFatal("%s", qPrintable(box->text()));
-            clock->start();
-            yes->click();
-        });
+        if (auto* box = qobject_cast<QMessageBox*>(watched)) {
+            QTimer::singleShot(0, box, [this, box] {
+                QAbstractButton* yes = box->button(QMessageBox::Yes);
+                if (!clock || !yes)
+                    qFatal("%s", qPrintable(box->text()));
+                clock->start();
+                yes->click();
+            });
+        } else if (auto* dialog = qobject_cast<frmEditContent*>(watched)) {
+            QTimer::singleShot(0, dialog, [this, dialog] {
+                auto* name = dialog->findChild<QLineEdit*>();
+                name->setText(QLatin1String(givenName));
+                clock->start();
+                pressKey(name, Qt::Key_Return);
+            });
+        }
         return false;
     }
 };
@@ -65,13 +75,18 @@ double EditorWindow::timed(const std::function<void()>& act) {
     });
 }
 
-double EditorWindow::timedAfterYes(const std::function<void()>& act) {
+double EditorWindow::timedAfterAnswer(const std::function<void()>& act) {
     QElapsedTimer clock;
     messageWatch().clock = &clock;
     act();
     QCoreApplication::processEvents();
     messageWatch().clock = nullptr;
     return clock.isValid() ? elapsedMs(clock) : 0;
+}
+
+void pressKey(QWidget* widget, int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &press);
 }
 
 void failOnMessages() { qApp->installEventFilter(&messageWatch()); }

@@ -8,6 +8,7 @@
 #include "benchmarks/EditorWindow.h"
 #include "benchmarks/Libraries.h"
 #include "benchmarks/Subjects.h"
+#include "benchmarks/start/Starts.h"
 
 /// Prints the table of all actions; Google Benchmark's options choose among them (--benchmark_filter=REGEX). Gives 1
 /// when an action costs more than it may.
@@ -22,6 +23,11 @@ int main(int argc, char** argv) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, appPath);
 
     failOnMessages();
+    if (argc == 3 && QLatin1String(argv[1]) == QLatin1String(useOption)) {
+        useLibrary(QString::fromLocal8Bit(argv[2]));
+        return 0;
+    }
+    registerStart();
     registerStorage();
     registerViews();
     registerChapters();
@@ -32,5 +38,7 @@ int main(int argc, char** argv) {
 
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
+    if (benchmark::GetBenchmarkFilter() == "all")
+        printMemory();
     return reporter.missed() == 0 ? 0 : 1;
 }
