@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QHash>
 #include <array>
+#include <future>
 
 #include "key_derivation.h"
 
@@ -19,19 +20,36 @@ QByteArray derive(const QByteArray& password, const QByteArray& salt) {
     return {reinterpret_cast<const char*>(key.data()), static_cast<qsizetype>(key.size())};
 }
 
+using Key = std::shared_future<QByteArray>;
+
+/// The salt of the file; empty when it has none yet.
+QByteArray saltOf(const QString& path) {
+    QFile file(path);
+    const QByteArray salt = file.open(QIODevice::ReadOnly) ? file.read(saltSize) : QByteArray();
+    return salt.size() < saltSize ? QByteArray() : salt;
+}
+
+/// Known or being derived; derived by whoever asks first when `policy` is deferred.
+const Key& keyOf(const QByteArray& passphrase, const QByteArray& salt, std::launch policy) {
+    static QHash<QByteArray, Key> remembered;
+    Key& key = remembered[salt + passphrase];
+    if (!key.valid())
+        key = std::async(policy, derive, passphrase, salt).share();
+    return key;
+}
+
 }  // namespace
 
 QByteArray keyForFile(const QString& path, const QString& password) {
     const QByteArray passphrase = password.toUtf8();
-    QByteArray salt;
-    if (QFile file(path); file.open(QIODevice::ReadOnly))
-        salt = file.read(saltSize);
-    if (salt.size() < saltSize)
+    const QByteArray salt = saltOf(path);
+    if (salt.isEmpty())
         return passphrase;
+    return "x'" + keyOf(passphrase, salt, std::launch::deferred).get().toHex() + salt.toHex() + "'";
+}
 
-    static QHash<QByteArray, QByteArray> remembered;
-    QByteArray& key = remembered[salt + passphrase];
-    if (key.isEmpty())
-        key = derive(passphrase, salt);
-    return "x'" + key.toHex() + salt.toHex() + "'";
+void deriveKeyAhead(const QString& path, const QString& password) {
+    const QByteArray salt = saltOf(path);
+    if (!salt.isEmpty())
+        keyOf(password.toUtf8(), salt, std::launch::async);
 }

@@ -2,13 +2,22 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/FileSystem.h"
+#include "storage/KeyedAccess.h"
 #include "storage/SqliteError.h"
 
+namespace {
+
+QString systemDatabasePath() { return appPath + QLatin1String("tessel.dat"); }
+
+}  // namespace
+
 std::unique_ptr<Connection> openSystemDatabase() {
-    const QString path = appPath + QLatin1String("tessel.dat");
+    const QString path = systemDatabasePath();
     if (!fso().FileExists(path))
         throw cannotOpenError(path);
     auto connection = std::make_unique<Connection>();
     connection->Open(path, QString::fromLatin1(systemKey), Connection::readWriteCreate);
     return connection;
 }
+
+void prepareSystemDatabase() { deriveKeyAhead(systemDatabasePath(), QString::fromLatin1(systemKey)); }

@@ -12,6 +12,7 @@
 #include "app/base/Text.h"
 #include "app/shell/SingleInstance.h"
 #include "app/shell/frmMain.h"
+#include "storage/SystemDatabase.h"
 
 void Main() {
     guarded({"modMain", "Main"}, [] {
@@ -21,6 +22,7 @@ void Main() {
             return;
         }
         SetBasePrm();
+        prepareSystemDatabase();
         auto* window = new frmMain;
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->MDIForm_Load();
