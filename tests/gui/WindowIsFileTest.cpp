@@ -28,6 +28,7 @@ TEST_P(WindowIsFile, AfterEveryStep) {
                               ? static_cast<unsigned>(qEnvironmentVariableIntValue("TESSEL_TEST_SEED"))
                               : GetParam().seed;
     const QString library = GetParam().library();
+    const Rations installed;
     {
         EditorDriver driver(library);
         RandomUser user(driver, seed);
