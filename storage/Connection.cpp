@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include <QDir>
+#include <chrono>
 
 #include "app/base/Guarded.h"
 #include "storage/KeyedAccess.h"
@@ -11,6 +11,9 @@
 namespace {
 
 constexpr int busyTimeoutMs = 2000;
+
+/// Far more than any text of a library. One row that claims to be longer would take all memory.
+constexpr int longestRow = 64 << 20;
 
 struct StatementCloser {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -56,6 +59,33 @@ void run(sqlite3* database, const char* text) {
 
 }  // namespace
 
+/// Stops a statement that would never end. What this program asks costs a few passes over a table, even in a library of
+/// national size far less than is granted here; only a hostile file (a trigger, pages that lead back to themselves)
+/// asks for more.
+class Connection::Watch {
+public:
+    explicit Watch(sqlite3* database) { sqlite3_progress_handler(database, instructionsPerCall, isTooLong, this); }
+
+    void statementBegins() {
+        m_calls = 0;
+        m_begin = Clock::now();
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    static constexpr int instructionsPerCall = 1000;
+    static constexpr int mostCalls = 100'000;
+    static constexpr std::chrono::minutes longest{1};
+
+    static int isTooLong(void* watch) {
+        auto* self = static_cast<Watch*>(watch);
+        return ++self->m_calls > mostCalls || Clock::now() - self->m_begin > longest;
+    }
+
+    int m_calls = 0;
+    Clock::time_point m_begin = Clock::now();
+};
+
 /// Commits at the end of the user's event whatever is still open then.
 class Connection::Leftovers {
 public:
@@ -85,8 +115,12 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
     if (code != SQLITE_OK)
         throw sqliteError(database, code);
     sqlite3_busy_timeout(database, busyTimeoutMs);
-    // A library is data: whatever else a foreign file holds must not act.
+    // A library is data: whatever else a foreign file holds must not act. A view in place of a table could be endless.
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_limit(database, SQLITE_LIMIT_LENGTH, longestRow);
+    run(database, "PRAGMA cell_size_check=ON");
     // Both, before any key: the format that other tools read. It also holds for files attached later.
     run(database, "PRAGMA cipher='sqlcipher'");
     run(database, "PRAGMA legacy=4");
@@ -101,6 +135,7 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
     run(database, "PRAGMA cache_size=-65536");
     m_database = opened.release();
     m_path = path;
+    m_watch = std::make_unique<Watch>(m_database);
     m_leftovers = std::make_unique<Leftovers>(this);
 }
 
@@ -114,11 +149,14 @@ void Connection::Close() {
 }
 
 Recordset Connection::OpenRecordset(const SqlText& statement) {
-    return Recordset(m_database, prepareOne(m_database, statement).release());
+    StatementPointer prepared = prepareOne(m_database, statement);
+    m_watch->statementBegins();
+    return Recordset(m_database, prepared.release());
 }
 
 qint64 Connection::Execute(const SqlText& statement) {
     const StatementPointer prepared = prepareOne(m_database, statement);
+    m_watch->statementBegins();
     const sqlite3_int64 before = sqlite3_total_changes64(m_database);
     int code = SQLITE_ROW;
     while (code == SQLITE_ROW)

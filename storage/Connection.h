@@ -13,6 +13,9 @@ struct sqlite3;
 /// Owned by whoever opened it; closes itself when it goes. Used on one thread only. Every failure throws Error with
 /// SQLite's number and words, and every call is checked.
 ///
+/// A file is only data: views in it are not read, rows of more than 64 MB neither, and a statement that would never end
+/// on a damaged or hostile file is stopped and fails.
+///
 /// What a failed command has left uncommitted is committed when the user's event is over and when the connection
 /// closes; a commit that fails is recorded and tried again at the next event.
 class Connection {
@@ -60,6 +63,8 @@ private:
     QString m_path;
     sqlite3* m_database = nullptr;
     bool m_commitFailed = false;
+    class Watch;
+    std::unique_ptr<Watch> m_watch;
     class Leftovers;
     std::unique_ptr<Leftovers> m_leftovers;
 };

@@ -3,6 +3,8 @@
 #include <sqlite3.h>
 
 Error sqliteError(sqlite3* database, int code) {
+    if (code == SQLITE_INTERRUPT)
+        return {SQLITE_INTERRUPT, QStringLiteral("数据量异常, 语句已中止, 文件可能已损坏")};
     const bool known = database && (sqlite3_errcode(database) & 0xff) == (code & 0xff);
     return {code & 0xff, QString::fromUtf8(known ? sqlite3_errmsg(database) : sqlite3_errstr(code))};
 }

@@ -122,6 +122,20 @@ TEST_F(ConnectionTest, LeavesNoSideFilesBehind) {
     EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 2);
 }
 
+TEST_F(ConnectionTest, AFileIsOnlyData) {
+    connection.Execute("CREATE VIEW v AS SELECT * FROM t");
+    EXPECT_EQ(errorNumber([&] { connection.OpenRecordset("SELECT * FROM v"); }), 1);
+    connection.Execute("CREATE TABLE l(a, b AS (hex(zeroblob(40000000))))");
+    EXPECT_EQ(errorNumber([&] { connection.Execute("INSERT INTO l(a) VALUES(1)"); }), 18);
+    // A trigger that would count for ever; what comes after it works.
+    connection.Execute(
+        "INSERT INTO t(b) WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM r LIMIT 99) "
+        "SELECT n FROM r");
+    connection.Execute("CREATE TRIGGER e AFTER DELETE ON t BEGIN SELECT count(*) FROM t a,t b,t c,t d,t e,t f; END");
+    EXPECT_EQ(errorNumber([&] { connection.Execute("DELETE FROM t WHERE a=1"); }), 9);
+    EXPECT_EQ(connection.Execute("UPDATE t SET b='y' WHERE a=1"), 1);
+}
+
 TEST_F(ConnectionTest, ADamagedFileIsAnErrorNotACrash) {
     connection.Execute("BEGIN");
     for (int i = 0; i < 2000; ++i)
