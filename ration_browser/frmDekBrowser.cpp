@@ -11,6 +11,7 @@
 #include "app/controls/CommandBars.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
+#include "app/controls/Marks.h"
 #include "ration_browser/BrowserPlacement.h"
 #include "ration_browser/RationLibraryList.h"
 #include "ration_browser/RationReceiver.h"
@@ -82,7 +83,7 @@ void frmDekBrowser::LoadDekCom2boList() {
     guarded(here("LoadDekCom2boList"), [this] {
         m_cboDek->clear();
         for (const RationLibrary& library : readRationLibraries())
-            m_cboDek->addItem(library.name, library.dekId);
+            m_cboDek->addItem(Theme::oneLine(library.name), library.dekId);
         m_cboDek->setCurrentIndex(-1);
     });
 }

@@ -22,8 +22,12 @@ QMessageBox::Icon toolkitIcon(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-QMessageBox::StandardButton ask(const QString& text, const QString& title, MessageIcon icon,
+/// Names from a library may be of any length; a box is not.
+constexpr qsizetype longestText = 2000;
+
+QMessageBox::StandardButton ask(const QString& whole, const QString& title, MessageIcon icon,
                                 QMessageBox::StandardButtons buttons) {
+    const QString text = whole.size() <= longestText ? whole : whole.left(longestText) + QChar(0x2026);
     // A program without windows says it on its error stream; nobody answers there.
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {
         QTextStream(stderr) << title << ": " << text << '\n';

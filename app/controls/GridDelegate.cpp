@@ -17,10 +17,7 @@ constexpr int indent = 18;
 
 const GridModel* modelOf(const QModelIndex& index) { return static_cast<const GridModel*>(index.model()); }
 
-/// One line, whatever the cell holds.
-QString shownText(const QModelIndex& index) {
-    return index.data().toString().replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
-}
+QString shownText(const QModelIndex& index) { return Theme::oneLine(index.data().toString()); }
 
 /// Filled strips: a drawn rectangle loses sides at fractional scales.
 void drawFrame(QPainter* painter, const QRect& rect, const QColor& colour) {
@@ -35,7 +32,7 @@ void drawFrame(QPainter* painter, const QRect& rect, const QColor& colour) {
 GridDelegate::GridDelegate(KeyedGrid* grid) : QStyledItemDelegate(grid), m_grid(grid) {}
 
 QRect GridDelegate::arrowRect(const QRect& cell, const QModelIndex& index) const {
-    if (index.column() != m_grid->outlineColumn() || !modelOf(index)->hasChildren(index.row()))
+    if (index.column() != m_grid->outlineColumn() || !modelOf(index)->isParent(index.row()))
         return {};
     return {cell.left() + 2 + modelOf(index)->row(index.row()).level * indent, cell.top(), indent, cell.height()};
 }

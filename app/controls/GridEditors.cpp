@@ -66,7 +66,7 @@ CellChoice::CellChoice(QWidget* parent, const ComboList& list, const QString& va
     : QComboBox(parent), m_value(value) {
     setObjectName(QStringLiteral("cellEditor"));
     for (const auto& [stored, text] : list.items)
-        addItem(text, stored);
+        addItem(Theme::oneLine(text), stored);
     setCurrentIndex(list.find(value));
     connect(this, &QComboBox::activated, this, [this] {
         m_open = false;

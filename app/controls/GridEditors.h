@@ -12,6 +12,9 @@ class CellEdit : public QLineEdit {
     Q_OBJECT
 
 public:
+    /// The toolkit's own limit.
+    static constexpr qsizetype longestText = 32767;
+
     CellEdit(QWidget* parent, bool hasButton);
 
     /// Lets no more than `limit` characters be typed or pasted. A text that is longer already stays whole until then.

@@ -43,7 +43,7 @@ public:
     void remove(int first, int count);
     void setCollapsed(int row, bool collapsed) { m_rows[static_cast<std::size_t>(row)].collapsed = collapsed; }
     /// Whether the row after `row` is below it in the outline.
-    bool hasChildren(int row) const { return row + 1 < rows() && this->row(row + 1).level > this->row(row).level; }
+    bool isParent(int row) const { return row + 1 < rows() && this->row(row + 1).level > this->row(row).level; }
 
     QString text(int row, int column) const;
     void setText(int row, int column, const QString& text);

@@ -157,7 +157,7 @@ void KeyedGrid::removeRows(int first, int count) {
         showCurrent();
     m_model->remove(first, end - first);
     // A node that lost its last row below has nothing left to open.
-    if (first > 0 && m_model->row(first - 1).collapsed && !m_model->hasChildren(first - 1))
+    if (first > 0 && m_model->row(first - 1).collapsed && !m_model->isParent(first - 1))
         m_model->setCollapsed(first - 1, false);
 }
 

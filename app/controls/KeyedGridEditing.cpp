@@ -22,7 +22,9 @@ bool belongsTo(const QWidget* editor, const QObject* widget) {
 }  // namespace
 
 bool KeyedGrid::mayEdit(const QModelIndex& index) const {
-    return index.isValid() && !key(index.column()).isEmpty() && !m_deciding && startEdit &&
+    // A longer text than the editor takes would come back shortened.
+    const bool fits = m_model->text(index.row(), index.column()).size() <= CellEdit::longestText;
+    return index.isValid() && fits && !key(index.column()).isEmpty() && !m_deciding && startEdit &&
            startEdit(index.row(), key(index.column()));
 }
 

@@ -25,7 +25,7 @@ int KeyedGrid::nextSibling(int row) const {
 bool KeyedGrid::isCollapsed(int row) const { return m_model->contains(row) && m_model->row(row).collapsed; }
 
 void KeyedGrid::setCollapsed(int row, bool collapsed) {
-    if (!m_model->contains(row) || !m_model->hasChildren(row) || isCollapsed(row) == collapsed)
+    if (!m_model->contains(row) || !m_model->isParent(row) || isCollapsed(row) == collapsed)
         return;
     const int end = nodeEnd(row);
     m_model->setCollapsed(row, collapsed);
@@ -63,7 +63,7 @@ void KeyedGrid::expandAbove(int row) {
 }
 
 bool KeyedGrid::toggleByKey(int key) {
-    if (m_outlineColumn < 0 || m_column != m_outlineColumn || m_row < 0 || !m_model->hasChildren(m_row))
+    if (m_outlineColumn < 0 || m_column != m_outlineColumn || m_row < 0 || !m_model->isParent(m_row))
         return false;
     const bool closes = key == Qt::Key_Minus || key == Qt::Key_Left;
     const bool opens = key == Qt::Key_Plus || key == Qt::Key_Right;

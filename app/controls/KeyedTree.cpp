@@ -25,6 +25,10 @@ public:
         return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + 6};
     }
 
+    QString displayText(const QVariant& value, const QLocale&) const override {
+        return Theme::oneLine(value.toString());
+    }
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
@@ -244,7 +248,8 @@ bool KeyedTree::viewportEvent(QEvent* event) {
     // Only a text that does not fit needs to be told in full.
     const auto* help = static_cast<QHelpEvent*>(event);
     const Node* node = itemAt(help->pos());
-    const bool cut = node && fontMetrics().horizontalAdvance(node->text(0)) + 8 > visualItemRect(node).width();
+    const bool cut =
+        node && fontMetrics().horizontalAdvance(Theme::oneLine(node->text(0))) + 8 > visualItemRect(node).width();
     QToolTip::showText(help->globalPos(), cut ? Theme::plainToolTip(node->text(0)) : QString(), this);
     return true;
 }

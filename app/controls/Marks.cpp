@@ -5,6 +5,10 @@
 
 #include "app/controls/Style.h"
 
+namespace {
+constexpr qsizetype mostShown = 2000;
+}
+
 void Theme::drawArrow(QPainter* painter, const QRect& rect, bool open) {
     const QPointF centre = QRectF(rect).center();
     QPainterPath path;
@@ -63,6 +67,10 @@ void Theme::drawRowMarker(QPainter* painter, const QRect& rect) {
     painter->restore();
 }
 
-QString Theme::plainToolTip(const QString& text) {
-    return QStringLiteral("<div style='white-space: pre-wrap'>%1</div>").arg(text.toHtmlEscaped());
+QString Theme::oneLine(const QString& whole) {
+    return whole.left(mostShown).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
+}
+
+QString Theme::plainToolTip(const QString& whole) {
+    return QStringLiteral("<div style='white-space: pre-wrap'>%1</div>").arg(whole.left(mostShown).toHtmlEscaped());
 }

@@ -19,7 +19,11 @@ void drawButton(QPainter* painter, const QRect& rect);
 /// The mark of the current row, in the middle of `rect`.
 void drawRowMarker(QPainter* painter, const QRect& rect);
 
-/// A tool tip that shows `text` literally and breaks long lines.
+/// The beginning of `text` in one line: as much as the widest window could show. Laying out a text of megabytes takes
+/// seconds.
+QString oneLine(const QString& text);
+
+/// A tool tip that shows the beginning of `text` literally and breaks long lines.
 QString plainToolTip(const QString& text);
 
 }  // namespace Theme

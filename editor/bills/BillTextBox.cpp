@@ -7,6 +7,9 @@
 
 namespace {
 
+/// More than anybody writes for a bill. The box would lay a text of megabytes out for seconds.
+constexpr qsizetype longestEdited = 200'000;
+
 QString lineEndOf(const QString& stored) {
     const bool onlyLineFeeds = stored.contains(QLatin1Char('\n')) && !stored.contains(QLatin1String("\r\n"));
     return onlyLineFeeds ? QStringLiteral("\n") : QStringLiteral("\r\n");
@@ -21,8 +24,8 @@ BillTextBox::BillTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 void BillTextBox::showText(qint64 billId, const QString& stored) {
     m_billId = billId;
-    setReadOnly(billId == 0);
-    setPlainText(billId == 0 ? QString() : stored);
+    setReadOnly(billId == 0 || stored.size() > longestEdited);
+    setPlainText(billId == 0 ? QString() : stored.left(longestEdited));
     setStored(billId == 0 ? QString() : stored);
 }
 

@@ -13,7 +13,8 @@ class BillTextBox : public QPlainTextEdit {
 public:
     explicit BillTextBox(QWidget* parent = nullptr);
 
-    /// Shows `stored`, a text of the bill `billId`; 0 empties the box and locks it.
+    /// Shows `stored`, a text of the bill `billId`; 0 empties the box and locks it. Of a monstrous text only the
+    /// beginning is shown, and it cannot be edited.
     void showText(qint64 billId, const QString& stored);
     qint64 billId() const { return m_billId; }
 
