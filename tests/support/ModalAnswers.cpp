@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -35,9 +36,20 @@ ModalAnswers& ModalAnswers::then(std::function<void(QWidget*)> act) {
     return *this;
 }
 
-ModalAnswers& ModalAnswers::closeAnything() {
-    m_closeAnything = true;
+ModalAnswers& ModalAnswers::otherwise(std::function<void(QWidget*)> act) {
+    m_otherwise = std::move(act);
     return *this;
+}
+
+QStringList ModalAnswers::takePlaces() {
+    static const QRegularExpression place(QStringLiteral("错误位置: (\\S+)"));
+    QStringList seen = takeSeen();
+    for (QString& text : seen) {
+        const QRegularExpressionMatch record = place.match(text);
+        if (record.hasMatch())
+            text = record.captured(1);
+    }
+    return seen;
 }
 
 bool ModalAnswers::eventFilter(QObject* watched, QEvent* event) {
@@ -57,9 +69,10 @@ void ModalAnswers::answer(QWidget* window) {
     m_seen << (box ? box->windowTitle() + QLatin1String(": ") + box->text() : window->windowTitle());
     if (m_next < m_answers.size()) {
         m_answers[m_next++](window);
+    } else if (m_otherwise) {
+        m_otherwise(window);
     } else {
-        if (!m_closeAnything)
-            ADD_FAILURE() << "unforeseen: " << qPrintable(m_seen.last());
+        ADD_FAILURE() << "unforeseen: " << qPrintable(m_seen.last());
         window->close();
     }
     // Without a window manager nobody else gives the focus back.

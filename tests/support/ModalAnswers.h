@@ -23,12 +23,15 @@ public:
     /// Does `act` with the next modal window, which it must bring to close.
     ModalAnswers& then(std::function<void(QWidget*)> act);
 
-    /// From now on unforeseen message boxes are closed and only remembered.
-    ModalAnswers& closeAnything();
+    /// From now on unforeseen modal windows are remembered and left to `act`, which must bring them to close.
+    ModalAnswers& otherwise(std::function<void(QWidget*)> act);
+    ModalAnswers& closeAnything() { return otherwise(&QWidget::close); }
 
     /// "title: text" of every message box seen; the window title of other dialogs.
     const QStringList& seen() const { return m_seen; }
     QStringList takeSeen() { return std::exchange(m_seen, {}); }
+    /// The same, of a shown error record only its place ("frmEditor.LoadBill").
+    QStringList takePlaces();
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -36,6 +39,6 @@ private:
 
     std::vector<std::function<void(QWidget*)>> m_answers;
     std::size_t m_next = 0;
-    bool m_closeAnything = false;
+    std::function<void(QWidget*)> m_otherwise;
     QStringList m_seen;
 };

@@ -32,11 +32,13 @@ void RationLibraries::list(const std::vector<Listed>& libraries) const {
     QFile::remove(systemDatabasePath());
     Connection system;
     system.Open(systemDatabasePath(), QString::fromLatin1(systemKey), Connection::readWriteCreate);
-    system.Execute("CREATE TABLE SysBaseData (DekId text,DekName text,DekFilename text,rgnName text,Prof text)");
+    system.Execute(
+        "CREATE TABLE SysBaseData (DekId text,DekName text,DekFilename text,rgnName text,Prof text,"
+        "QdkFileName text)");
     for (const Listed& library : libraries)
         system.Execute(sql("INSERT INTO SysBaseData VALUES('", Doubled{utf8(library.dekId)}, "','", utf8(library.name),
-                           "','", utf8(library.fileName), "','", utf8(library.region), "','", utf8(library.prof),
-                           "')"));
+                           "','", utf8(library.fileName), "','", utf8(library.region), "','", utf8(library.prof), "','",
+                           utf8(library.billLibrary), "')"));
 }
 
 QString RationLibraries::make(const char* fileName, const std::vector<SqlText>& rations,

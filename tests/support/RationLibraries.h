@@ -19,6 +19,7 @@ public:
         const char* fileName;
         const char* prof = "";
         const char* region = "广东省";
+        const char* billLibrary = "";  ///< file name of the bill library whose default it is
     };
     /// Writes tessel.dat anew with these libraries; their files need not exist.
     void list(const std::vector<Listed>& libraries) const;
