@@ -8,29 +8,24 @@
 #include "app/base/Error.h"
 #include "app/base/Paths.h"
 
-TEST(FileSystem, NamesAndExtensions) {
-    const FileSystem files;
-    const QString path = joinPath(QStringLiteral("lib"), QStringLiteral("a.b.BDB"));
-    EXPECT_EQ(files.GetFileName(path), QStringLiteral("a.b.BDB"));
-    EXPECT_EQ(files.GetExtensionName(path), QStringLiteral("BDB"));
-    EXPECT_EQ(files.GetExtensionName(QStringLiteral("none")), QString());
-}
+using namespace Qt::StringLiterals;
 
-TEST(FileSystem, CreatesOneLevelAndDeletesOnlyWhatItMay) {
+TEST(FileSystem, NamesMakesOneLevelAndDeletesOnlyWhatItMay) {
     const FileSystem files;
+    EXPECT_EQ(files.GetFileName(joinPath(u"lib"_s, u"a.b.BDB"_s)), u"a.b.BDB"_s);
+    EXPECT_EQ(files.GetExtensionName(u"a.b.BDB"_s), u"BDB"_s);
+    EXPECT_EQ(files.GetExtensionName(u"none"_s), QString());
+
     const QTemporaryDir folder;
-    const QString made = joinPath(folder.path(), QStringLiteral("Data"));
+    const QString made = joinPath(folder.path(), u"Data"_s);
     files.CreateFolder(made);
-    EXPECT_TRUE(files.FolderExists(made));
-    EXPECT_FALSE(files.FileExists(made));
-    EXPECT_THROW(files.CreateFolder(joinPath(folder.path(), QStringLiteral("x/y"))), Error);
-
-    const QString name = joinPath(made, QStringLiteral("清单.bdb"));
-    QFile file(name);
+    EXPECT_TRUE(files.FolderExists(made) && !files.FileExists(made));
+    EXPECT_THROW(files.CreateFolder(joinPath(folder.path(), u"x/y"_s)), Error);
+    QFile file(joinPath(made, u"清单.bdb"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();
     file.setPermissions(QFileDevice::ReadOwner);
-    files.DeleteFile(name, true);
-    EXPECT_FALSE(files.FileExists(name));
-    EXPECT_THROW(files.DeleteFile(name, true), Error);
+    files.DeleteFile(file.fileName(), true);
+    EXPECT_FALSE(files.FileExists(file.fileName()));
+    EXPECT_THROW(files.DeleteFile(file.fileName(), true), Error);
 }
