@@ -13,86 +13,76 @@
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 
-TEST(LibraryConnection, AttachesTheCompanionWhenThereIsOne) {
+using namespace Qt::StringLiterals;
+
+TEST(LibraryConnection, AttachesTheCompanionWhenThereIsOneAndKeepsOneFile) {
     const QTemporaryDir folder;
-    const QString path = joinPath(folder.path(), QStringLiteral("a.bdb"));
+    const QString path = joinPath(folder.path(), u"a.bdb"_s);
+    {
+        Connection foreign;
+        foreign.Open(path, QString(), 6);
+        foreign.OpenRecordset("PRAGMA journal_mode=WAL");
+        foreign.Execute("CREATE TABLE t (a)");
+    }
     {
         const auto alone = GetOrmConn(path);
         ASSERT_TRUE(alone);
+        alone->Execute("INSERT INTO t VALUES(1)");
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"a.bdb"_s});
         EXPECT_THROW(alone->OpenRecordset("SELECT * FROM dbext.sqlite_master"), Error);
     }
     {
         Connection companion;
-        companion.Open(path + QLatin1Char('x'), QString::fromLatin1(systemKey), 6);
+        companion.Open(path + u'x', QString::fromLatin1(systemKey), 6);
         companion.Execute("CREATE TABLE extra (a)");
     }
     const auto both = GetOrmConn(path);
     ASSERT_TRUE(both);
-    EXPECT_EQ(both->OpenRecordset("SELECT name FROM dbext.sqlite_master").text("name"), QStringLiteral("extra"));
+    EXPECT_EQ(both->OpenRecordset("SELECT name FROM dbext.sqlite_master").text("name"), u"extra"_s);
     both->Execute("detach database dbext;");
-}
 
-TEST(LibraryConnection, WhatCannotBeOpenedOrAttachedGivesNone) {
-    const QTemporaryDir folder;
-    ModalAnswers answers;
-    answers.closeAnything();
-    EXPECT_FALSE(GetOrmConn(joinPath(folder.path(), QStringLiteral("none/a.bdb"))));
-    const QString path = joinPath(folder.path(), QStringLiteral("a.bdb"));
-    QFile companion(path + QLatin1Char('x'));
+    QFile companion(path + u'x');
     ASSERT_TRUE(companion.open(QIODevice::WriteOnly));
     companion.write(QByteArray(4096, 'x'));
     companion.close();
+    ModalAnswers answers;
+    answers.closeAnything();
     EXPECT_FALSE(GetOrmConn(path));
-    EXPECT_EQ(answers.seen().size(), 2);
-    EXPECT_TRUE(answers.seen().last().contains(QStringLiteral("错误位置: ModDBOperator.GetOrmConn")));
-}
-
-TEST(LibraryConnection, AWriteAheadLibraryBecomesOneFileAgain) {
-    const QTemporaryDir folder;
-    const QString path = joinPath(folder.path(), QStringLiteral("a.bdb"));
-    {
-        Connection connection;
-        connection.Open(path, QString(), 6);
-        connection.OpenRecordset("PRAGMA journal_mode=WAL");
-        connection.Execute("CREATE TABLE t (a)");
-    }
-    const auto connection = GetOrmConn(path);
-    ASSERT_TRUE(connection);
-    connection->Execute("INSERT INTO t VALUES(1)");
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("a.bdb")});
+    EXPECT_FALSE(GetOrmConn(joinPath(folder.path(), u"none/a.bdb"_s)));
+    EXPECT_EQ(answers.takePlaces(), QStringList(2, u"ModDBOperator.GetOrmConn"_s));
 }
 
 TEST(ExistSybCode, IgnoresLetterCaseAndRefusesWithoutConnection) {
     const TemporaryLibrary library;
     library.run("INSERT INTO tblSYB(code,name) VALUES('01A','x')");
-    EXPECT_TRUE(ExistSybCode(library.connection(), QStringLiteral("01a")));
-    EXPECT_FALSE(ExistSybCode(library.connection(), QStringLiteral("02")));
-    EXPECT_TRUE(ExistSybCode(nullptr, QStringLiteral("02")));
+    EXPECT_TRUE(ExistSybCode(library.connection(), u"01a"_s));
+    EXPECT_FALSE(ExistSybCode(library.connection(), u"02"_s));
+    EXPECT_TRUE(ExistSybCode(nullptr, u"02"_s));
     ModalAnswers answers;
     answers.closeAnything();
-    EXPECT_TRUE(ExistSybCode(library.connection(), QStringLiteral("0'2")));
+    EXPECT_TRUE(ExistSybCode(library.connection(), u"0'2"_s));
 }
 
 TEST(Savepoint, RunsOnlyWhatWasStarted) {
     const TemporaryLibrary library;
     Connection* connection = library.connection();
     EXPECT_FALSE(SetSP(QString(), connection));
-    EXPECT_FALSE(ReleaseSP(QStringLiteral("a"), connection, false));
-    EXPECT_FALSE(RollBackSP(QStringLiteral("a"), connection, false));
+    EXPECT_FALSE(ReleaseSP(u"a"_s, connection, false));
+    EXPECT_FALSE(RollBackSP(u"a"_s, connection, false));
 
-    const bool started = SetSP(QStringLiteral("a"), connection);
+    const bool started = SetSP(u"a"_s, connection);
     ASSERT_TRUE(started);
     library.run("INSERT INTO tblSYB(code,name) VALUES('01','x')");
-    EXPECT_TRUE(RollBackSP(QStringLiteral("a"), connection, started));
+    EXPECT_TRUE(RollBackSP(u"a"_s, connection, started));
     library.run("INSERT INTO tblSYB(code,name) VALUES('02','x')");
     EXPECT_TRUE(library.rowsInFile("SELECT code FROM tblSYB").isEmpty()) << "the savepoint is still open";
-    EXPECT_TRUE(ReleaseSP(QStringLiteral("a"), connection, started));
-    EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{QStringLiteral("02")});
+    EXPECT_TRUE(ReleaseSP(u"a"_s, connection, started));
+    EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{u"02"_s});
 
     ModalAnswers answers;
     answers.closeAnything();
-    EXPECT_FALSE(ReleaseSP(QStringLiteral("a"), connection, true));
-    EXPECT_FALSE(SetSP(QStringLiteral("a"), nullptr));
+    EXPECT_FALSE(ReleaseSP(u"a"_s, connection, true));
+    EXPECT_FALSE(SetSP(u"a"_s, nullptr));
     EXPECT_FALSE(ExecuteDDL(connection, "nonsense"));
     EXPECT_FALSE(ExecuteDDL(nullptr, "SELECT 1"));
     EXPECT_FALSE(ExecuteDDL(connection, ""));
