@@ -5,7 +5,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
@@ -32,36 +31,13 @@ protected:
         window.takeTold();
     }
 
-    /// A validation that says no in a message box, which takes the focus.
-    void refuseWithMessage() {
-        grid.validateEdit = [this](int, const QString&, QString& text) {
-            window.asked << text;
-            EXPECT_FALSE(grid.commitEdit());
-            showMessage(u"不存在"_s);
-            return EditVerdict::KeepOpen;
-        };
-    }
-
-    void expectStillEditing() {
-        window.activate();
-        ASSERT_TRUE(grid.isEditing());
-        ASSERT_TRUE(window.lineEditor());
-        EXPECT_TRUE(window.lineEditor()->hasFocus());
-        EXPECT_EQ(window.lineEditor()->selectedText(), typed);
-        EXPECT_EQ(window.asked.first(), typed);
-        EXPECT_EQ(grid.row(), 1);
-        EXPECT_EQ(grid.columnKey(), name);
-        EXPECT_EQ(grid.currentIndex().row(), 1);
-        EXPECT_EQ(grid.text(1, name), u"平整场地1"_s);
-    }
-
     GridWindow window;
     KeyedGrid& grid = window.grid;
 };
 
 }  // namespace
 
-TEST_F(GridEditing, StartsByF2DoubleClickAndTyping) {
+TEST_F(GridEditing, StartsByF2DoubleClickAndTypingWhereItMay) {
     window.key(Qt::Key_F2);
     ASSERT_TRUE(window.lineEditor());
     EXPECT_EQ(window.lineEditor()->text(), u"平整场地1"_s);
@@ -73,24 +49,20 @@ TEST_F(GridEditing, StartsByF2DoubleClickAndTyping) {
     EXPECT_TRUE(grid.isEditing());
     EXPECT_TRUE(window.told.contains(u"double 2"_s));
     window.key(Qt::Key_Escape);
-
-    window.type(u"x"_s);
-    window.type(u"y"_s);
+    window.type(u"xy"_s);
     ASSERT_TRUE(window.lineEditor());
     EXPECT_EQ(window.lineEditor()->text(), u"xy"_s);
     window.key(Qt::Key_Escape);
     EXPECT_EQ(grid.text(2, unit), u"m2"_s);
     EXPECT_TRUE(window.asked.isEmpty());
 
-    grid.setCell(1, code);
-    for (const Qt::Key key : {Qt::Key_F2, Qt::Key_A}) {
-        window.key(key);
-        EXPECT_FALSE(grid.isEditing());
-    }
-    grid.setCell(1, unit);
-    for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Escape, Qt::Key_Return}) {
-        window.key(key);
-        EXPECT_FALSE(grid.isEditing()) << key;
+    for (const auto& [column, keys] : {std::pair(code, QList{Qt::Key_F2, Qt::Key_A}),
+                                       {unit, {Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Escape, Qt::Key_Return}}}) {
+        grid.setCell(1, column);
+        for (const Qt::Key key : keys) {
+            window.key(key);
+            EXPECT_FALSE(grid.isEditing()) << key;
+        }
     }
 }
 
@@ -112,22 +84,6 @@ TEST_F(GridEditing, StartsByAnInputMethod) {
     window.other.setFocus();
     EXPECT_FALSE(grid.isEditing());
     EXPECT_EQ(window.asked.size(), 2);
-}
-
-TEST_F(GridEditing, EnterCommitsAndStaysUnlessTheHookRestores) {
-    grid.validateEdit = [](int, const QString&, QString& text) {
-        text = text.toUpper();
-        return text == u"NO"_s ? EditVerdict::Restore : EditVerdict::Accept;
-    };
-    for (const auto& [text, told] : {std::pair(u"a1"_s, u"edited 1 Name"_s), {u"no"_s, QString()}}) {
-        window.type(text);
-        window.key(Qt::Key_Return);
-        EXPECT_FALSE(grid.isEditing());
-        EXPECT_TRUE(grid.hasFocus());
-        EXPECT_EQ(grid.text(1, name), u"A1"_s);
-        EXPECT_EQ(grid.row(), 1);
-        EXPECT_EQ(window.takeTold(), told);
-    }
 }
 
 TEST_F(GridEditing, TabGoesOnToTheNextCellThatMayBeEdited) {
@@ -153,35 +109,7 @@ TEST_F(GridEditing, TabGoesOnToTheNextCellThatMayBeEdited) {
     EXPECT_TRUE(grid.hasFocus());
 }
 
-TEST_F(GridEditing, LeavingTheEditorCommits) {
-    window.type(typed);
-    QTest::mouseClick(&window.other, Qt::LeftButton);
-    window.other.setFocus();
-    EXPECT_EQ(grid.text(1, name), typed);
-    EXPECT_EQ(window.asked.size(), 1);
-    EXPECT_TRUE(window.other.hasFocus());
-
-    grid.setFocus();
-    window.type(u"b"_s);
-    grid.setFocus(Qt::MouseFocusReason);
-    window.click(3, unit);
-    EXPECT_EQ(grid.text(1, name), u"b"_s);
-    EXPECT_EQ(grid.row(), 3);
-    EXPECT_EQ(window.asked.size(), 2);
-
-    window.type(u"c"_s);
-    window.click(0, unit, Qt::RightButton);
-    EXPECT_EQ(grid.text(3, unit), u"c"_s);
-    EXPECT_EQ(grid.row(), 0);
-
-    window.type(u"d"_s);
-    grid.setRow(2);
-    EXPECT_EQ(grid.text(0, unit), u"d"_s);
-    EXPECT_EQ(grid.row(), 2);
-    EXPECT_FALSE(grid.isEditing());
-}
-
-TEST_F(GridEditing, NeitherArrowsNorAMenuEndIt) {
+TEST_F(GridEditing, LeavingTheEditorCommitsButNeitherArrowsNorAMenu) {
     window.type(typed);
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home})
         window.key(key);
@@ -190,67 +118,78 @@ TEST_F(GridEditing, NeitherArrowsNorAMenuEndIt) {
     menu.addAction(u"命令"_s);
     menu.popup(QPoint(50, 50));
     QApplication::processEvents();
-    EXPECT_TRUE(grid.isEditing());
+    EXPECT_TRUE(grid.isEditing() && window.asked.isEmpty());
     menu.close();
-    EXPECT_TRUE(window.asked.isEmpty());
+    window.activate();
+    window.other.setFocus();
+    EXPECT_TRUE(window.other.hasFocus());
+    EXPECT_EQ(window.asked, QStringList{u"1 Name "_s + typed});
+
+    grid.setFocus();
+    window.type(u"b"_s);
+    window.click(3, unit);
+    window.type(u"c"_s);
+    window.click(0, unit, Qt::RightButton);
+    window.type(u"d"_s);
+    grid.setRow(2);
+    EXPECT_FALSE(grid.isEditing());
+    EXPECT_EQ(grid.text(1, name) + grid.text(3, unit) + grid.text(0, unit), u"bcd"_s);
+    EXPECT_EQ(grid.row(), 2);
+    window.type(u"e"_s);
     EXPECT_TRUE(grid.commitEdit());
-    EXPECT_EQ(grid.text(1, name), typed);
     EXPECT_TRUE(grid.commitEdit());
-    EXPECT_EQ(window.asked.size(), 1);
+    EXPECT_EQ(window.asked.size(), 5);
 }
 
-TEST_F(GridEditing, ARefusedEditStaysOpenWhateverEndedIt) {
-    const std::vector<std::pair<const char*, std::function<void()>>> ends{
+TEST_F(GridEditing, ARefusedEditStaysOpenWhateverEndedItAndNothingElseHappens) {
+    QPushButton button(&window);
+    button.setFocusPolicy(Qt::StrongFocus);
+    button.show();
+    QObject::connect(&button, &QPushButton::clicked, &button, [this] { window.told << u"button"_s; });
+    const auto menuKey = [this] {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
+        QApplication::sendEvent(grid.viewport(), &event);
+    };
+    const std::pair<const char*, std::function<void()>> ends[] = {
         {"Enter", [this] { window.key(Qt::Key_Return); }},
         {"Tab", [this] { window.key(Qt::Key_Tab); }},
         {"program", [this] { EXPECT_FALSE(grid.commitEdit()); }},
         {"focus", [this] { window.other.setFocus(Qt::OtherFocusReason); }},
-        {"menu key",
-         [this] {
-             QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
-             QApplication::sendEvent(grid.viewport(), &event);
-         }},
+        {"menu key", menuKey},
         {"click in the grid", [this] { window.click(3, unit); }},
         {"check box", [this] { window.click(1, use); }},
         {"right click", [this] { window.click(3, unit, Qt::RightButton); }},
         {"double click", [this] { window.doubleClick(3, unit); }},
+        {"click elsewhere", [&] { QTest::mouseClick(&button, Qt::LeftButton); }},
+    };
+    // The validation says no in a message box, which takes the focus.
+    grid.validateEdit = [this](int, const QString&, QString& text) {
+        window.asked << text;
+        EXPECT_FALSE(grid.commitEdit());
+        showMessage(u"不存在"_s);
+        return EditVerdict::KeepOpen;
     };
     for (const auto& [how, end] : ends) {
         SCOPED_TRACE(how);
         ModalAnswers answers;
+        answers.closeAnything();
         window.asked.clear();
-        refuseWithMessage();
         window.type(typed);
-        // A double click is two clicks: it is told twice.
-        for (int clicks = qstrcmp(how, "double click") == 0 ? 2 : 1; clicks > 0; --clicks)
-            answers.press(QMessageBox::Ok);
         end();
+        // A double click is two clicks: it is told twice.
+        EXPECT_EQ(answers.seen().size(), qstrcmp(how, "double click") == 0 ? 2 : 1);
         EXPECT_EQ(window.asked.size(), answers.seen().size());
-        expectStillEditing();
+        EXPECT_EQ(window.asked.first(), typed);
+        window.activate();
+        ASSERT_TRUE(window.lineEditor());
+        EXPECT_TRUE(window.lineEditor()->hasFocus());
+        EXPECT_EQ(window.lineEditor()->selectedText(), typed);
+        EXPECT_TRUE(grid.row() == 1 && grid.columnKey() == name && grid.currentIndex().row() == 1);
+        EXPECT_EQ(grid.text(1, name) + grid.text(1, use), u"平整场地12"_s);
         EXPECT_EQ(window.takeTold(), QString());
-        EXPECT_EQ(grid.text(1, use), u"2"_s);
         grid.cancelEdit();
         grid.setFocus();
     }
-}
-
-TEST_F(GridEditing, TheClickThatRefusesDoesNothingElsewhere) {
-    ModalAnswers answers;
-    refuseWithMessage();
-    QPushButton button(&window);
-    button.setFocusPolicy(Qt::StrongFocus);
-    button.show();
-    int clicks = 0;
-    QObject::connect(&button, &QPushButton::clicked, &button, [&] { ++clicks; });
-    window.type(typed);
-    answers.press(QMessageBox::Ok);
-    QTest::mouseClick(&button, Qt::LeftButton);
-    expectStillEditing();
-    EXPECT_EQ(clicks, 0);
-    EXPECT_EQ(window.asked.size(), 1);
-    window.key(Qt::Key_Escape);
-    QTest::mouseClick(&button, Qt::LeftButton);
-    EXPECT_EQ(clicks, 1);
 }
 
 TEST_F(GridEditing, TheLimitHoldsForTypingAndPasting) {
@@ -260,11 +199,10 @@ TEST_F(GridEditing, TheLimitHoldsForTypingAndPasting) {
     QApplication::clipboard()->setText(u"甲乙丙丁戊己"_s);
     window.lineEditor()->selectAll();
     window.lineEditor()->paste();
-    EXPECT_EQ(window.lineEditor()->text(), u"甲乙丙丁"_s);
     window.key(Qt::Key_Return);
     EXPECT_EQ(grid.text(1, name), u"甲乙丙丁"_s);
     // A text of before that is longer is not cut by looking at it.
-    window.key(Qt::Key_Down);
+    grid.setRow(2);
     window.key(Qt::Key_F2);
     window.key(Qt::Key_Return);
     EXPECT_EQ(grid.text(2, name), u"平整场地2"_s);
@@ -276,7 +214,6 @@ TEST_F(GridEditing, TheLimitHoldsForTypingAndPasting) {
     grid.setCell(2, unit);
     window.type(u"0123456789"_s);
     EXPECT_EQ(window.lineEditor()->text().size(), 10);
-    window.key(Qt::Key_Escape);
 }
 
 TEST_F(GridEditing, ADropDownListShowsTextsAndStoresValues) {
@@ -286,14 +223,14 @@ TEST_F(GridEditing, ADropDownListShowsTextsAndStoresValues) {
     grid.setText(1, type, u"9"_s);
     EXPECT_EQ(shown(), u"9"_s);
 
+    // Esc closes the list, and with it the edit.
     grid.setCell(1, type);
+    window.takeTold();
     for (const QKeyCombination key : {QKeyCombination(Qt::Key_F4), Qt::ALT | Qt::Key_Down, {Qt::Key_F2}}) {
         grid.setFocus();
         window.key(key.key(), key.keyboardModifiers());
         auto* choice = qobject_cast<QComboBox*>(window.editor());
-        ASSERT_TRUE(choice);
-        ASSERT_TRUE(choice->view()->isVisible());
-        // Esc closes the list, and with it the edit.
+        ASSERT_TRUE(choice && choice->view()->isVisible());
         QTest::keyClick(choice->view(), Qt::Key_Escape);
         QTest::qWait(20);
         EXPECT_FALSE(grid.isEditing());
@@ -302,23 +239,18 @@ TEST_F(GridEditing, ADropDownListShowsTextsAndStoresValues) {
     EXPECT_TRUE(window.asked.isEmpty());
 
     grid.setText(1, type, u"1"_s);
-    window.takeTold();
     window.key(Qt::Key_F4);
     const auto* choice = qobject_cast<QComboBox*>(window.editor());
     ASSERT_TRUE(choice);
     EXPECT_EQ(choice->currentText(), u"数值"_s);
     QTest::qWait(300);
-    const QRect entry = choice->view()->visualRect(choice->model()->index(2, 0));
-    QTest::mouseMove(choice->view()->viewport(), entry.center());
-    QTest::mouseClick(choice->view()->viewport(), Qt::LeftButton, {}, entry.center());
+    const QPoint entry = choice->view()->visualRect(choice->model()->index(2, 0)).center();
+    QTest::mouseMove(choice->view()->viewport(), entry);
+    QTest::mouseClick(choice->view()->viewport(), Qt::LeftButton, {}, entry);
     EXPECT_FALSE(grid.isEditing());
     EXPECT_EQ(window.asked, QStringList{u"1 Type 2"_s});
-    EXPECT_EQ(grid.text(1, type), u"2"_s);
-    EXPECT_EQ(shown(), u"枚举"_s);
+    EXPECT_EQ(grid.text(1, type) + shown(), u"2枚举"_s);
     EXPECT_EQ(window.takeTold(), u"edited 1 Type"_s);
-
-    grid.setComboList(type, QString());
-    EXPECT_EQ(shown(), u"2"_s);
 }
 
 TEST_F(GridEditing, TheEllipsisButtonWorksInTheCellAndInItsEditor) {
@@ -351,15 +283,11 @@ TEST_F(GridEditing, TheEllipsisButtonWorksInTheCellAndInItsEditor) {
     grid.cancelEdit();
 }
 
-TEST_F(GridEditing, CheckBoxesToggleByMouseAndSpaceWhenTheHooksAgree) {
+TEST_F(GridEditing, CheckBoxesToggleWhenTheHooksAgree) {
     window.click(1, use);
-    EXPECT_EQ(grid.text(1, use), u"1"_s);
-    EXPECT_EQ(window.takeTold(), u"cell 1 Use, edited 1 Use"_s);
     window.key(Qt::Key_Space);
-    EXPECT_EQ(grid.text(1, use), u"2"_s);
+    EXPECT_EQ(window.takeTold(), u"cell 1 Use, edited 1 Use, edited 1 Use"_s);
     EXPECT_EQ(window.asked, (QStringList{u"1 Use 1"_s, u"1 Use 2"_s}));
-    window.takeTold();
-
     for (const EditVerdict verdict : {EditVerdict::Restore, EditVerdict::KeepOpen}) {
         window.verdict = verdict;
         window.key(Qt::Key_Space);
@@ -367,8 +295,7 @@ TEST_F(GridEditing, CheckBoxesToggleByMouseAndSpaceWhenTheHooksAgree) {
     window.verdict = EditVerdict::Accept;
     grid.startEdit = [](int, const QString&) { return false; };
     window.click(1, use);
-    EXPECT_EQ(grid.text(1, use), u"2"_s);
-    EXPECT_EQ(window.takeTold(), QString());
+    EXPECT_EQ(grid.text(1, use) + window.takeTold(), u"2"_s);
 }
 
 TEST_F(GridEditing, AnEditEndsWithItsRow) {

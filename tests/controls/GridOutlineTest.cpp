@@ -30,15 +30,10 @@ protected:
 
 }  // namespace
 
-TEST_F(GridOutline, KnowsItsNodes) {
-    const std::vector<int> ends = {5, 4, 3, 4, 5, 7, 7}, siblings = {5, 4, 3, -1, -1, -1, -1};
-    for (int row = 0; row < 7; ++row) {
-        EXPECT_EQ(grid.nodeEnd(row), ends[row]) << row;
-        EXPECT_EQ(grid.nextSibling(row), siblings[row]) << row;
-    }
-}
-
 TEST_F(GridOutline, ClosedNodesHideWhatIsBelowThemAndOpenAsTheyWere) {
+    const std::vector<int> ends = {5, 4, 3, 4, 5, 7, 7}, siblings = {5, 4, 3, -1, -1, -1, -1};
+    for (int row = 0; row < 7; ++row)
+        EXPECT_TRUE(grid.nodeEnd(row) == ends[row] && grid.nextSibling(row) == siblings[row]) << row;
     grid.setCollapsed(1, true);
     grid.setCollapsed(0, true);
     EXPECT_EQ(shown(), u"x----xx"_s);
@@ -104,8 +99,7 @@ TEST_F(GridOutline, TheArrowAndKeysToggleAndMakeNothingCurrent) {
     EXPECT_FALSE(grid.isEditing());
     // In other columns they are what they are anywhere.
     window.key(Qt::Key_Right);
-    EXPECT_EQ(grid.columnKey(), u"Name"_s);
     window.key(Qt::Key_Minus);
     EXPECT_TRUE(grid.isEditing());
-    window.key(Qt::Key_Escape);
+    EXPECT_EQ(grid.columnKey(), u"Name"_s);
 }

@@ -41,37 +41,10 @@ protected:
 
 }  // namespace
 
-TEST_F(KeyedTreeTest, FindsNodesAndTheirNeighbours) {
-    EXPECT_EQ(KeyedTree::key(node(u"0102"_s)), u"K0102"_s);
-    EXPECT_EQ(node(u"09"_s), nullptr);
-    EXPECT_THROW(add(u"0101"_s), Error);
-    EXPECT_EQ(tree.nodeCount(), 8);
-    struct {
-        QString of, next, previous, last;
-    } const neighbours[] = {{u"01"_s, u"02"_s, {}, u"03"_s},
-                            {u"03"_s, {}, u"02"_s, u"03"_s},
-                            {u"0102"_s, {}, u"0101"_s, u"0102"_s},
-                            {u"010101"_s, u"010102"_s, {}, u"010102"_s}};
-    for (const auto& [of, next, previous, last] : neighbours) {
-        EXPECT_EQ(KeyedTree::tag(tree.nextSibling(node(of))), next);
-        EXPECT_EQ(KeyedTree::tag(tree.previousSibling(node(of))), previous);
-        EXPECT_EQ(KeyedTree::tag(tree.lastSibling(node(of))), last);
-    }
-    tree.addNodeAfter(node(u"0101"_s), u"K0101b"_s, u"新"_s, u"0101b"_s);
-    QStringList order;
-    for (const auto* each : tree.nodes())
-        order << KeyedTree::tag(each);
-    EXPECT_EQ(order.join(u' '), u"01 0101 010101 010102 0101b 0102 02 0201 03"_s);
-}
-
 TEST_F(KeyedTreeTest, AClickIsToldEachTimeAndOnlyByTheLeftButtonOnTheNode) {
     click(u"0101"_s);
     click(u"0101"_s);
     EXPECT_EQ(takeClicks(), u"0101 0101"_s);
-    click(u"0101"_s, Qt::LeftButton, Qt::ControlModifier);
-    EXPECT_EQ(selected(), u"0101"_s);
-    takeClicks();
-
     click(u"02"_s, Qt::RightButton);
     EXPECT_EQ(menus, 1);
     click(u"02"_s, Qt::MiddleButton);
@@ -80,32 +53,27 @@ TEST_F(KeyedTreeTest, AClickIsToldEachTimeAndOnlyByTheLeftButtonOnTheNode) {
     EXPECT_FALSE(node(u"01"_s)->isExpanded());
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(150, tree.viewport()->height() - 4));
     EXPECT_EQ(takeClicks(), QString());
+    click(u"0101"_s, Qt::LeftButton, Qt::ControlModifier);
     EXPECT_EQ(selected(), u"0101"_s);
+    takeClicks();
 
     // Dragging tells where it began.
-    const QPoint to = at(u"03"_s);
+    const QPoint to = at(u"0102"_s);
     QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, at(u"02"_s));
     QMouseEvent move(QEvent::MouseMove, to, tree.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
     QApplication::sendEvent(tree.viewport(), &move);
     QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, to);
-    EXPECT_EQ(selected(), u"02"_s);
-    EXPECT_EQ(takeClicks(), u"02"_s);
+    EXPECT_EQ(selected() + takeClicks(), u"0202"_s);
 }
 
-TEST_F(KeyedTreeTest, KeysThatMoveTheSelectionTellIt) {
+TEST_F(KeyedTreeTest, KeysThatMoveTheSelectionTellItAndTheProgramTellsNothing) {
     tree.selectNode(node(u"01"_s));
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Down, Qt::Key_Home, Qt::Key_PageDown})
         QTest::keyClick(&tree, key);
     EXPECT_EQ(takeClicks(), u"0101 03 01 03"_s);
     QTest::keyClicks(&tree, u"02"_s);
     EXPECT_EQ(selected(), u"02"_s);
-    EXPECT_TRUE(takeClicks().endsWith(u"02"_s));
-    QTest::keyClick(&tree, Qt::Key_Left);
-    EXPECT_FALSE(node(u"02"_s)->isExpanded());
-    EXPECT_EQ(takeClicks(), QString());
-}
-
-TEST_F(KeyedTreeTest, SelectingByProgramOpensTheParentsAndTellsNothing) {
+    takeClicks();
     tree.setAllExpanded(false);
     tree.selectNode(node(u"010102"_s));
     EXPECT_TRUE(node(u"01"_s)->isExpanded() && node(u"0101"_s)->isExpanded());
@@ -125,6 +93,7 @@ TEST_F(KeyedTreeTest, SelectingByProgramOpensTheParentsAndTellsNothing) {
 
 TEST_F(KeyedTreeTest, RemovingSelectsTheNextThenThePreviousThenTheParent) {
     add(u"010103"_s);
+    EXPECT_THROW(add(u"0101"_s), Error);
     tree.selectNode(node(u"010102"_s));
     for (const auto& [removed, next] : {std::pair(u"010102"_s, u"010103"_s),
                                         {u"010103"_s, u"010101"_s},
