@@ -6,20 +6,15 @@
 
 #include "app/base/Paths.h"
 #include "tests/support/SampleProgram.h"
+#include "tests/support/TestMain.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int kPositions = 15;
 
 QImage load(const char* name) {
     const QString icons = joinPath(joinPath(builtProgramFolder(), QStringLiteral("Res")), QStringLiteral("Icons"));
     return QImage(joinPath(icons, QLatin1String(name)));
-}
-
-QList<QImage> positionsOf(const QImage& strip) {
-    QList<QImage> images;
-    for (int left = 0; left < strip.width(); left += strip.height())
-        images << strip.copy(left, 0, strip.height(), strip.height());
-    return images;
 }
 
 int visiblePixels(const QImage& image) {
@@ -31,10 +26,8 @@ int visiblePixels(const QImage& image) {
     return count;
 }
 
-enum class Sign { None, Plus, Minus };
-
 /// What the lower right quarter says: mostly green adds, mostly red deletes.
-Sign signOf(const QImage& image) {
+QChar signOf(const QImage& image) {
     int green = 0;
     int red = 0;
     for (int y = image.height() / 2; y < image.height(); ++y) {
@@ -47,51 +40,31 @@ Sign signOf(const QImage& image) {
         }
     }
     const int enough = image.width() * image.height() / 16;
-    return green > enough ? Sign::Plus : red > enough ? Sign::Minus : Sign::None;
+    return green > enough ? u'+' : red > enough ? u'-' : u'.';
 }
 
-/// The parameter is the edge of one image in pixels.
-class StripTest : public ::testing::TestWithParam<int> {
-protected:
-    static QImage strip() { return load(GetParam() == 20 ? "ToolBar.bmp" : "ToolBar@2x.bmp"); }
-};
-
-TEST_P(StripTest, holdsFifteenTransparentDistinctImages) {
-    const int size = GetParam();
-    const QImage strip = StripTest::strip();
-    ASSERT_EQ(strip.size(), QSize(kPositions * size, size));
-    ASSERT_TRUE(strip.hasAlphaChannel());
-
-    const QList<QImage> images = positionsOf(strip);
-    ASSERT_EQ(images.size(), kPositions);
-    for (int position = 0; position < kPositions; ++position) {
-        SCOPED_TRACE(position);
-        const QImage& image = images[position];
-        EXPECT_GT(visiblePixels(image), size * size / 5);
-        EXPECT_LT(visiblePixels(image), size * size * 4 / 5);
-        for (const QPoint corner : {QPoint(0, 0), QPoint(size - 1, 0), QPoint(0, size - 1), QPoint(size - 1, size - 1)})
-            EXPECT_EQ(image.pixelColor(corner).alpha(), 0);
-        for (int other = 0; other < position; ++other)
-            EXPECT_NE(image, images[other]) << "same as " << other;
+TEST(StripTest, holdsFifteenTransparentDistinctImagesThatTellAddingFromDeletingByColour) {
+    const QString expected = u"++-.....+-.+-++"_s;
+    for (const int size : {20, 40}) {
+        const QImage strip = load(size == 20 ? "ToolBar.bmp" : "ToolBar@2x.bmp");
+        ASSERT_EQ(strip.size(), QSize(int(expected.size()) * size, size));
+        ASSERT_TRUE(strip.hasAlphaChannel());
+        QList<QImage> images;
+        QString signs;
+        for (int position = 0; position < expected.size(); ++position) {
+            SCOPED_TRACE(position);
+            const QImage image = strip.copy(position * size, 0, size, size);
+            EXPECT_GT(visiblePixels(image), size * size / 5);
+            EXPECT_LT(visiblePixels(image), size * size * 4 / 5);
+            for (const QPoint corner :
+                 {QPoint(0, 0), QPoint(size - 1, 0), QPoint(0, size - 1), QPoint(size - 1, size - 1)})
+                EXPECT_EQ(image.pixelColor(corner).alpha(), 0);
+            EXPECT_FALSE(images.contains(image));
+            images << image;
+            signs += signOf(image);
+        }
+        EXPECT_EQ(signs, expected);
     }
-}
-
-TEST_P(StripTest, tellsAddingFromDeletingByColour) {
-    const QList<QImage> images = positionsOf(strip());
-    ASSERT_EQ(images.size(), kPositions);
-    for (int position = 0; position < kPositions; ++position) {
-        Sign expected = Sign::None;
-        if (QList{0, 1, 8, 11, 13, 14}.contains(position))
-            expected = Sign::Plus;
-        if (QList{2, 9, 12}.contains(position))
-            expected = Sign::Minus;
-        EXPECT_EQ(signOf(images[position]), expected) << position;
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(, StripTest, ::testing::Values(20, 40), ::testing::PrintToStringParamName());
-
-TEST(ApplicationIconTest, isLargeAndRoundedOnTransparency) {
     const QImage icon = load("Tessel.png");
     ASSERT_EQ(icon.size(), QSize(256, 256));
     EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0);
