@@ -1,140 +1,84 @@
-#include "app/shell/frmMain.h"
-
-#include <gtest/gtest.h>
-
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QSignalSpy>
 #include <QStatusBar>
-#include <QTest>
 #include <QToolBar>
 
 #include "app/base/Definitions.h"
-#include "editor/frmEditor.h"
+#include "tests/shell/ShellFixture.h"
 #include "tests/support/ModalAnswers.h"
-#include "tests/support/SampleProgram.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-class MainWindow : public ::testing::Test {
+class MainWindow : public ShellFixture {
 protected:
-    MainWindow() {
-        installSamples();
-        window.MDIForm_Load();
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-    }
-
     QStringList shownMenus() const {
         QStringList shown;
-        for (QAction* action : window.menuBar()->actions()) {
-            if (action->isVisible())
-                shown << menuLine(action);
+        for (const QAction* menu : window.menuBar()->actions()) {
+            if (!menu->isVisible())
+                continue;
+            Q_EMIT menu->menu()->aboutToShow();
+            QStringList entries;
+            for (const QAction* entry : menu->menu()->actions())
+                if (entry->isVisible())
+                    entries << entry->text() + (entry->isEnabled() ? u""_s : u"-"_s);
+            shown << menu->text() + u": "_s + entries.join(u' ');
         }
         return shown;
     }
-
-    static QString menuLine(QAction* action) {
-        Q_EMIT action->menu()->aboutToShow();
-        QStringList entries;
-        for (const QAction* entry : action->menu()->actions()) {
-            if (entry->isVisible())
-                entries << entry->text() + (entry->isEnabled() ? QString() : QStringLiteral("-"));
-        }
-        return action->text() + QLatin1String(": ") + entries.join(QLatin1Char(' '));
-    }
-
-    frmMain window;
 };
 
 }  // namespace
 
-TEST_F(MainWindow, HasTheDefaultMenusUntilALibraryIsOpen) {
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("清单库编辑器"));
-    EXPECT_EQ(shownMenus(), QStringList({QStringLiteral("文件(&F): 新建(&N) 打开(&O) &Window List 退出(&E)"),
-                                         QStringLiteral("帮助(&H): 帮助 关于")}));
-    EXPECT_FALSE(window.commandBars()->isEnabled(260));
-    EXPECT_FALSE(window.commandBars()->isEnabled(261));
+TEST_F(MainWindow, HasItsMenusToolbarAndStatus) {
+    EXPECT_EQ(window.windowTitle(), u"清单库编辑器"_s);
+    const QStringList ordinary = {u"文件(&F): 新建(&N) 打开(&O) &Window List 退出(&E)"_s, u"帮助(&H): 帮助 关于"_s};
+    EXPECT_EQ(shownMenus(), ordinary);
+    EXPECT_FALSE(window.commandBars()->isEnabled(260) || window.commandBars()->isEnabled(261));
+    EXPECT_EQ(window.findChild<QToolBar*>()->windowTitle(), u"Standard"_s);
+    EXPECT_EQ(window.statusBar()->findChild<QLabel*>()->text(), u"Ready"_s);
+    for (const int id : {256, 257, 260, 769})
+        EXPECT_EQ(window.commandBars()->action(id)->icon().isNull(), id == 260) << id;
 
-    window.LoadBillDB(copyOfSampleLibrary(QStringLiteral("a&b.bdb")));
-    window.LoadBillDB(copyOfSampleLibrary(QStringLiteral("c.bdb")));
+    window.LoadBillDB(copyOfSampleLibrary(u"a&b.bdb"_s));
+    window.LoadBillDB(copyOfSampleLibrary(u"c.bdb"_s));
     QCoreApplication::processEvents();
-    EXPECT_EQ(shownMenus(), QStringList({QStringLiteral("文件(&F): 新建(&N) 打开(&O) 关闭(&C) 关闭全部(&L) 退出(&E)"),
-                                         QStringLiteral("窗口(&W): 层叠窗口 横排窗口 竖排窗口 &1 a&&b.bdb &2 c.bdb"),
-                                         QStringLiteral("帮助(&H): 帮助 关于")}));
-
-    window.commandBars()->execute(261);
-    QCoreApplication::processEvents();
+    EXPECT_EQ(shownMenus(),
+              QStringList({u"文件(&F): 新建(&N) 打开(&O) 关闭(&C) 关闭全部(&L) 退出(&E)"_s,
+                           u"窗口(&W): 层叠窗口 横排窗口 竖排窗口 &1 a&&b.bdb &2 c.bdb"_s, u"帮助(&H): 帮助 关于"_s}));
+    run(261);
     EXPECT_TRUE(window.editors().isEmpty());
-    EXPECT_TRUE(shownMenus()[0].contains(QStringLiteral("&Window List")));
-    window.commandBars()->execute(261);
+    EXPECT_EQ(shownMenus(), ordinary);
 }
 
-TEST_F(MainWindow, PlaceholdersAnnounceThemselves) {
+TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
+    window.LoadBillDB(copyOfSampleLibrary());
     ModalAnswers answers;
     answers.closeAnything();
-    for (const int id : {258, 259, 768, 769})
-        window.commandBars()->execute(id);
-    window.commandBars()->action(35003)->setProperty("parameter", QStringLiteral("x.bdb"));
-    window.commandBars()->execute(35003);
-    EXPECT_EQ(answers.seen(),
-              QStringList(
-                  {QStringLiteral("Button Clicked: 保存(&S) clicked"),
-                   QStringLiteral("Button Clicked: 另存为(&A) clicked"), QStringLiteral("Button Clicked: 关于 clicked"),
-                   QStringLiteral("Button Clicked: 帮助 clicked"), QStringLiteral("清单库编辑器: Open x.bdb")}));
-}
-
-TEST_F(MainWindow, ToolbarIconsAndStatusBar) {
-    const auto* bar = window.findChild<QToolBar*>();
-    ASSERT_TRUE(bar);
-    EXPECT_EQ(bar->windowTitle(), QStringLiteral("Standard"));
-    EXPECT_FALSE(window.commandBars()->action(256)->icon().isNull());
-    EXPECT_FALSE(window.commandBars()->action(257)->icon().isNull());
-    EXPECT_FALSE(window.commandBars()->action(769)->icon().isNull());
-    EXPECT_TRUE(window.commandBars()->action(260)->icon().isNull());
-    EXPECT_EQ(window.statusBar()->findChild<QLabel*>()->text(), QStringLiteral("Ready"));
-}
-
-TEST_F(MainWindow, OnlyExitAsks) {
-    window.LoadBillDB(copyOfSampleLibrary());
-    {
-        ModalAnswers answers;
-        answers.press(QMessageBox::No);
-        QTest::keyClick(&window, Qt::Key_Q, Qt::AltModifier);
-        EXPECT_EQ(answers.seen(), QStringList{QStringLiteral("退出程序: 确认要关闭窗体吗？")});
-        EXPECT_TRUE(window.isVisible());
-        EXPECT_EQ(window.editors().size(), 1);
-    }
-    ModalAnswers answers;
+    window.commandBars()->action(35003)->setProperty("parameter", u"x.bdb"_s);
+    for (const int id : {258, 259, 768, 769, 35003})
+        run(id);
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &window; }));
+    QTest::keyClick(&window, Qt::Key_Q, Qt::AltModifier);
+    EXPECT_EQ(answers.takeSeen(),
+              QStringList({u"Button Clicked: 保存(&S) clicked"_s, u"Button Clicked: 另存为(&A) clicked"_s,
+                           u"Button Clicked: 关于 clicked"_s, u"Button Clicked: 帮助 clicked"_s,
+                           u"清单库编辑器: Open x.bdb"_s, u"打开"_s, u"退出程序: 确认要关闭窗体吗？"_s}));
+    EXPECT_TRUE(window.isVisible() && window.editors().size() == 1);
     EXPECT_TRUE(window.close());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(window.editors().isEmpty());
-}
-
-TEST_F(MainWindow, TheKeysOfNewAndOpenWork) {
-    ModalAnswers answers;
-    answers.then([](QWidget* dialog) { dialog->close(); }).then([](QWidget* dialog) { dialog->close(); });
-    const auto activated = [this] { return QApplication::activeWindow() == &window; };
-    QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
-    EXPECT_TRUE(QTest::qWaitFor(activated));
-    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
-    EXPECT_TRUE(QTest::qWaitFor(activated));
-    EXPECT_EQ(answers.seen(), QStringList({QStringLiteral("新建文件"), QStringLiteral("打开")}));
-    window.LoadBillDB(copyOfSampleLibrary());
-    QTest::qWait(20);
-    QTest::keyClick(&window, Qt::Key_E, Qt::ControlModifier);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(window.editors().isEmpty());
+    EXPECT_TRUE(window.editors().isEmpty() && answers.seen().isEmpty());
 }
 
 TEST_F(MainWindow, OpensTheLibraryOfTheCommandLine) {
-    const QString path = copyOfSampleLibrary(QStringLiteral("named.BDB"));
-    for (const QString& named : {path, path + QLatin1Char(' '), dataPath + QStringLiteral("none.bdb"), dataPath}) {
+    const QString path = copyOfSampleLibrary(u"named.BDB"_s);
+    for (const QString& named : {path, path + u' ', dataPath + u"none.bdb"_s, dataPath}) {
         cmdFile = named;
         frmMain started;
         started.MDIForm_Load();

@@ -5,58 +5,38 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
-namespace {
-
-class WindowArrangement : public ::testing::Test {
-protected:
-    WindowArrangement() {
+TEST(WindowArrangement, TilesCoverTheAreaInStripsThatStayWideEnoughToWorkIn) {
+    for (const auto& [count, orientation] :
+         {std::pair(3, Qt::Horizontal), {3, Qt::Vertical}, {11, Qt::Horizontal}, {11, Qt::Vertical}}) {
+        SCOPED_TRACE(testing::Message() << count << " windows, " << orientation);
+        QMdiArea area;
         area.resize(1200, 800);
         area.show();
-    }
-
-    QList<QRect> tiled(int count, Qt::Orientation orientation) {
+        QMdiSubWindow* minimised = area.addSubWindow(new QWidget);
+        minimised->showMinimized();
         for (int i = 0; i < count; ++i)
             area.addSubWindow(new QWidget)->show();
-        QMdiSubWindow* active = area.currentSubWindow();
+        const QMdiSubWindow* active = area.currentSubWindow();
         tileSubWindows(&area, orientation);
         EXPECT_EQ(area.currentSubWindow(), active);
+        EXPECT_EQ(active->pos(), QPoint(0, 0));
+        EXPECT_TRUE(minimised->isMinimized());
+        const QSize whole = area.viewport()->size();
         QList<QRect> places;
         int covered = 0;
         for (const QMdiSubWindow* window : area.subWindowList()) {
+            if (window == minimised)
+                continue;
             for (const QRect& other : places)
                 EXPECT_FALSE(other.intersects(window->geometry()));
             places << window->geometry();
             covered += window->width() * window->height();
+            EXPECT_GE(window->height(), 220);
+            if (count == 3) {
+                EXPECT_EQ(orientation == Qt::Horizontal ? window->width() : window->height(),
+                          orientation == Qt::Horizontal ? whole.width() : whole.height());
+            }
         }
-        EXPECT_EQ(covered, area.viewport()->width() * area.viewport()->height());
-        return places;
+        EXPECT_EQ(covered, whole.width() * whole.height());
     }
-
-    QMdiArea area;
-};
-
-}  // namespace
-
-TEST_F(WindowArrangement, HorizontalStripsSpanTheWidth) {
-    for (const QRect& place : tiled(3, Qt::Horizontal))
-        EXPECT_EQ(place.width(), area.viewport()->width());
-}
-
-TEST_F(WindowArrangement, VerticalStripsSpanTheHeight) {
-    for (const QRect& place : tiled(3, Qt::Vertical))
-        EXPECT_EQ(place.height(), area.viewport()->height());
-}
-
-TEST_F(WindowArrangement, ManyWindowsStayWideEnoughToWorkIn) {
-    for (const QRect& place : tiled(11, Qt::Horizontal))
-        EXPECT_GE(place.height(), 220);
-}
-
-TEST_F(WindowArrangement, MinimisedWindowsStayWhereTheyAre) {
-    QMdiSubWindow* minimised = area.addSubWindow(new QWidget);
-    minimised->showMinimized();
-    area.addSubWindow(new QWidget)->show();
-    tileSubWindows(&area, Qt::Vertical);
-    EXPECT_TRUE(minimised->isMinimized());
-    EXPECT_EQ(area.currentSubWindow()->geometry(), area.viewport()->rect());
 }
