@@ -4,23 +4,16 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QFile>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTabBar>
 #include <QTest>
 
 #include "app/base/Definitions.h"
-#include "app/shell/frmMain.h"
-#include "editor/bills/BillPane.h"
-#include "editor/bills/FeaturePane.h"
-#include "editor/chapters/ChapterPane.h"
-#include "editor/contents/ContentPane.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "tests/gui/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
@@ -28,11 +21,16 @@
 #include "tests/support/TemporaryLibrary.h"
 #include "tests/support/Typing.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-QString objectName(const QObject* object) { return object ? object->objectName() : QStringLiteral("nothing"); }
+QString focusName() {
+    const QWidget* focus = QApplication::focusWidget();
+    return focus ? focus->objectName() : QString();
+}
 
-void press(int key, Qt::KeyboardModifiers modifiers = {}) {
+void press(const QString& keys) {
     QWidget* focus = QApplication::activePopupWidget();
     if (focus && focus->focusWidget())
         focus = focus->focusWidget();
@@ -42,11 +40,18 @@ void press(int key, Qt::KeyboardModifiers modifiers = {}) {
     if (!focus)
         focus = QApplication::activeWindow();
     ASSERT_TRUE(focus);
-    QTest::keyClick(focus, static_cast<Qt::Key>(key), modifiers);
+    const QKeyCombination key = QKeySequence(keys)[0];
+    QTest::keyClick(focus, key.key(), key.keyboardModifiers());
+}
+
+/// Presses `key` until `there`.
+void pressUntil(const QString& key, const std::function<bool()>& there) {
+    for (int i = 0; i < 40 && !there(); ++i)
+        press(key);
+    EXPECT_TRUE(there()) << qPrintable(key) << " has led to " << qPrintable(focusName());
 }
 
 void type(const QString& text) {
-    ASSERT_TRUE(QApplication::focusWidget());
     // The first character may open an editor, which takes the rest.
     for (const QChar character : text)
         typeText(QApplication::focusWidget(), character);
@@ -63,286 +68,185 @@ protected:
         EditorDriver::activate(&main);
     }
 
-    static QString path() { return dataPath + QStringLiteral("键盘.bdb"); }
-    static QStringList file(const SqlText& query) { return rowsInFile(path(), query); }
-
-    frmEditor* editor() { return main.activeEditor(); }
-    KeyedTree* tree() { return editor()->chapterPane()->tvSYB(); }
-    KeyedGrid* bills() { return editor()->billPane()->grdBillList(); }
-    KeyedGrid* contents() { return editor()->contentPane()->grdConcent(); }
-    KeyedGrid* features() { return editor()->featurePane()->grdSpec(); }
-    KeyedGrid* values() { return editor()->featurePane()->grdSpecEnum(); }
-
-    /// Goes on by Tab until `widget` has the focus.
-    void tabTo(const QWidget* widget) {
-        EditorDriver::activate(QApplication::activeWindow() ? QApplication::activeWindow() : &main);
-        QStringList passed;
-        for (int i = 0; i < 40 && QApplication::focusWidget() != widget; ++i) {
-            press(Qt::Key_Tab);
-            passed << objectName(QApplication::focusWidget());
+    /// Does one step after the other: a gesture, what it is done to, and after " = " what is typed or found.
+    void does(const char* steps) {
+        static const QRegularExpression separator(u"\n|; "_s);
+        for (const QString& step : QString::fromUtf8(steps).split(separator, Qt::SkipEmptyParts)) {
+            SCOPED_TRACE(step.toStdString());
+            const QString gesture = step.section(u' ', 0, 0), rest = step.section(u' ', 1);
+            const auto found = gestures.find(gesture);
+            ASSERT_NE(found, gestures.end());
+            found->second(rest.section(u" = "_s, 0, 0), rest.section(u" = "_s, 1));
+            ASSERT_FALSE(HasFailure());
         }
-        EXPECT_EQ(QApplication::focusWidget(), widget) << qPrintable(passed.join(QLatin1Char(' ')));
+    }
+
+    static QString path() { return dataPath + u"键盘.bdb"_s; }
+    static QString file(const QString& query) { return rowsInFile(path(), sql("SELECT ", query)).join(u", "_s); }
+    static KeyedGrid* grid() { return qobject_cast<KeyedGrid*>(QApplication::focusWidget()); }
+
+    void tabTo(const QString& name) {
+        EditorDriver::activate(QApplication::activeWindow() ? QApplication::activeWindow() : &main);
+        pressUntil(u"Tab"_s, [&] { return focusName() == name; });
     }
 
     /// Brings a page of the details to the front by the arrow keys of the tab bar.
     void turnTo(int page) {
-        auto* bar = editor()->findChild<QTabBar*>();
-        tabTo(bar);
-        for (int i = 0; i < bar->count() && bar->currentIndex() != page; ++i)
-            press(bar->currentIndex() < page ? Qt::Key_Right : Qt::Key_Left);
-        EXPECT_EQ(bar->currentIndex(), page);
+        auto* bar = main.activeEditor()->findChild<QTabBar*>();
+        pressUntil(u"Tab"_s, [&] { return bar->hasFocus(); });
+        pressUntil(bar->currentIndex() < page ? u"Right"_s : u"Left"_s, [&] { return bar->currentIndex() == page; });
     }
 
-    /// Opens the context menu of what has the focus by the menu key and chooses an entry by arrows and Enter.
-    void choose(const char* caption) {
-        SCOPED_TRACE(caption);
+    void goToColumn(const QString& key) {
+        const int wanted = grid()->column(key);
+        pressUntil(grid()->currentIndex().column() < wanted ? u"Right"_s : u"Left"_s,
+                   [&] { return grid()->currentIndex().column() == wanted; });
+    }
+
+    /// Opens the context menu of what has the focus by the menu key and chooses an entry by arrows and Enter; `answer`
+    /// is given to what it asks.
+    void choose(const QString& caption, const std::function<void(QWidget*)>& answer = {}) {
+        ModalAnswers answers;
+        if (answer)
+            answers.then(answer);
         QWidget* focus = QApplication::focusWidget();
-        ASSERT_TRUE(focus);
         // The menu key, as every platform hands it over.
         const QPoint position = focus->rect().center();
         QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, position, focus->mapToGlobal(position));
         QApplication::sendEvent(focus, &menuKey);
         QCoreApplication::processEvents();
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_TRUE(menu);
-        const QString wanted = QString::fromUtf8(caption);
-        for (int i = 0; i < 20 && !(menu->activeAction() && menu->activeAction()->text() == wanted); ++i)
-            press(Qt::Key_Down);
-        ASSERT_TRUE(menu->activeAction());
-        ASSERT_EQ(menu->activeAction()->text(), wanted);
+        pressUntil(u"Down"_s, [&] { return menu->activeAction() && menu->activeAction()->text() == caption; });
         EXPECT_TRUE(menu->activeAction()->isEnabled());
-        press(Qt::Key_Return);
+        press(u"Return"_s);
         EXPECT_FALSE(menu->isVisible());
-        QCoreApplication::processEvents();
         EditorDriver::activate(&main);
-        EXPECT_EQ(QApplication::focusWidget(), focus) << qPrintable(objectName(QApplication::focusWidget()));
+        EXPECT_EQ(QApplication::focusWidget(), focus) << qPrintable(focusName());
     }
 
-    /// Chooses a command that asks for a name, and gives one with Enter.
-    void chooseAndName(const char* caption, const QString& name) {
-        ModalAnswers answers;
-        answers.then([&](QWidget*) {
-            type(name);
-            press(Qt::Key_Return);
-        });
-        choose(caption);
+    static void giveName(const QString& name) {
+        type(name);
+        press(name.isEmpty() ? u"Esc"_s : u"Return"_s);
     }
 
-    /// Chooses a command that asks a question, and goes to Yes.
-    void chooseAndConfirm(const char* caption) {
-        ModalAnswers answers;
-        answers.then([&](QWidget* box) {
-            const auto* yes = qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes);
-            for (int i = 0; i < 4 && QApplication::focusWidget() != yes; ++i)
-                press(Qt::Key_Tab);
-            EXPECT_EQ(QApplication::focusWidget(), yes);
-            press(Qt::Key_Space);
-        });
-        choose(caption);
+    static void confirm(QWidget* box) {
+        const auto* yes = qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes);
+        pressUntil(u"Tab"_s, [&] { return QApplication::focusWidget() == yes; });
+        press(u"Space"_s);
     }
 
-    void goToColumn(const KeyedGrid* grid, const char* key) {
-        const int wanted = grid->column(QString::fromLatin1(key));
-        for (int i = 0; i < 8 && grid->currentIndex().column() != wanted; ++i)
-            press(grid->currentIndex().column() < wanted ? Qt::Key_Right : Qt::Key_Left);
-        EXPECT_EQ(grid->currentIndex().column(), wanted);
+    /// Opens the drop-down list of a cell and goes `steps` entries down.
+    void pick(int steps) {
+        press(u"F4"_s);
+        for (; steps > 0; --steps)
+            press(u"Down"_s);
+        press(u"Return"_s);
+        EditorDriver::activate(&main);
     }
 
-    /// Ctrl+N, a name, Enter.
+    /// The browser: opened, a chapter chosen, a ration inserted, closed.
+    void browse() {
+        press(u"F4"_s);
+        auto* browser = frmDekBrowser::shared(&main);
+        EditorDriver::activate(browser);
+        tabTo(u"tvRationContent"_s);
+        bool open = false;
+        for (int i = 0; i < 40 && !browser->grdDEB()->hasRows(); ++i)
+            press((open = !open) ? u"Right"_s : u"Down"_s);
+        tabTo(u"grdDEB"_s);
+        press(u"Down"_s);
+        code = browser->grdDEB()->text(browser->grdDEB()->row(), u"DEH"_s);
+        other = browser->grdDEB()->text(0, u"DEH"_s);
+        press(u"Return"_s);
+        press(u"Esc"_s);
+        EXPECT_FALSE(browser->isVisible());
+        EditorDriver::activate(&main);
+        EXPECT_EQ(file(u"Deh FROM tblContDe"_s), code);
+    }
+
+    using Gesture = std::function<void(const QString& what, const QString& text)>;
+    const std::map<QString, Gesture> gestures{
+        {u"key"_s, [](auto& keys, auto&) { press(keys); }},
+        {u"type"_s, [](auto& text, auto&) { type(text); }},
+        {u"tab"_s, [this](auto& name, auto&) { tabTo(name); }},
+        {u"page"_s, [this](auto& page, auto&) { turnTo(page.toInt()); }},
+        {u"column"_s, [this](auto& key, auto&) { goToColumn(key); }},
+        {u"pick"_s, [this](auto& steps, auto&) { pick(steps.toInt()); }},
+        {u"choose"_s, [this](auto& caption, auto&) { choose(caption); }},
+        {u"confirm"_s, [this](auto& caption, auto&) { choose(caption, confirm); }},
+        {u"name"_s, [this](auto& caption, auto& name) { choose(caption, [&](QWidget*) { giveName(name); }); }},
+        {u"cell"_s, [this](auto& key, auto& text) { EXPECT_EQ(grid()->text(grid()->row(), key), text); }},
+        {u"file"_s, [](auto& query, auto& rows) { EXPECT_EQ(file(query), rows); }},
+    };
+
+    /// Ctrl+N, a name, Enter; then three chapters, each below the one before.
     void makeLibrary() {
-        ModalAnswers answers;
-        answers.then([&](QWidget*) {
-            type(QStringLiteral("键盘"));
-            press(Qt::Key_Return);
-        });
-        press(Qt::Key_N, Qt::ControlModifier);
-        ASSERT_TRUE(editor());
+        {
+            ModalAnswers answers;
+            answers.then([](QWidget*) { giveName(u"键盘"_s); });
+            press(u"Ctrl+N"_s);
+        }
+        ASSERT_TRUE(main.activeEditor());
         EditorDriver::activate(&main);
-        EXPECT_EQ(QApplication::focusWidget(), tree());
-    }
-
-    void makeChapters() {
-        chooseAndName("添加目录", QStringLiteral("土建"));
-        chooseAndName("添加子目录", QStringLiteral("土石方"));
-        chooseAndName("添加子目录", QStringLiteral("土方"));
+        EXPECT_EQ(focusName(), u"tvSYB"_s);
+        does("name 添加目录 = 土建; name 添加子目录 = 土石方; name 添加子目录 = 土方");
     }
 
     frmMain main;
+    QString code, other;
 };
 
 }  // namespace
 
 TEST_F(Keyboard, MakesAndChangesChapters) {
     makeLibrary();
-    makeChapters();
-    EXPECT_EQ(file("SELECT Code,Name FROM tblSYB ORDER BY Code"),
-              QStringList({QStringLiteral("01|土建"), QStringLiteral("0101|土石方"), QStringLiteral("010101|土方")}));
-    chooseAndName("添加目录", QStringLiteral("石方"));
-    choose("上移目录");
-    EXPECT_EQ(file("SELECT Name FROM tblSYB WHERE Code='010101'"), QStringList{QStringLiteral("石方")});
-    choose("下移目录");
-    chooseAndName("修改目录", QStringLiteral("岩石"));
-    EXPECT_EQ(file("SELECT Name FROM tblSYB WHERE Code='010102'"), QStringList{QStringLiteral("岩石")});
-    {
-        ModalAnswers answers;
-        answers.then([](QWidget*) { press(Qt::Key_Escape); });
-        choose("修改目录");
-    }
-    chooseAndConfirm("删除目录");
-    EXPECT_EQ(file("SELECT Code FROM tblSYB").size(), 3);
-    press(Qt::Key_Home);
-    EXPECT_EQ(KeyedTree::tag(tree()->selectedNode()), QStringLiteral("01"));
-    choose("展开所有节点");
-    press(Qt::Key_Left);
-    EXPECT_FALSE(tree()->firstNode()->isExpanded());
-    press(Qt::Key_E, Qt::ControlModifier);
+    does(R"(
+file Code,Name FROM tblSYB ORDER BY Code = 01|土建, 0101|土石方, 010101|土方; name 添加目录 = 石方
+choose 上移目录; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 石方, 土方; choose 下移目录
+name 修改目录 = 岩石; name 修改目录; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方, 岩石
+confirm 删除目录; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方; key Home; choose 展开所有节点
+key Left)");
+    EXPECT_FALSE(main.activeEditor()->findChild<KeyedTree*>()->firstNode()->isExpanded());
+    press(u"Ctrl+E"_s);
     EXPECT_TRUE(main.editors().isEmpty());
 }
 
 TEST_F(Keyboard, MakesChangesAndFindsBills) {
     makeLibrary();
-    makeChapters();
-    tabTo(bills());
-    choose("添加清单");
-    goToColumn(bills(), "Name");
-    // Typing begins an edit; Enter ends it.
-    type(QStringLiteral("平整场地"));
-    press(Qt::Key_Return);
-    EXPECT_EQ(QApplication::focusWidget(), bills());
-    // F2 too; Tab goes on to the next cell, Esc leaves it as it was.
-    press(Qt::Key_F2);
-    type(QStringLiteral("2"));
-    press(Qt::Key_Tab);
-    type(QStringLiteral("m2"));
-    press(Qt::Key_Escape);
-    EXPECT_EQ(file("SELECT Name,IFNULL(Unit,'') FROM tblBill"),
-              QStringList{bills()->text(0, QStringLiteral("Name")) + QLatin1Char('|')});
-    press(Qt::Key_F2);
-    type(QStringLiteral("m2"));
-    press(Qt::Key_Return);
-    EXPECT_EQ(file("SELECT Unit FROM tblBill"), QStringList{QStringLiteral("m2")});
-
-    choose("添加清单");
-    EXPECT_EQ(bills()->row(), 1);
-    choose("上移清单");
-    EXPECT_EQ(file("SELECT ID FROM tblBill ORDER BY Code"), QStringList({QStringLiteral("2"), QStringLiteral("1")}));
-    choose("下移清单");
-    press(Qt::Key_Up);
-    EXPECT_EQ(bills()->row(), 0);
-
-    turnTo(2);
-    tabTo(editor()->billPane()->txtRule());
-    type(QStringLiteral("按面积"));
-    press(Qt::Key_Tab);
-    turnTo(3);
-    tabTo(editor()->billPane()->txtContent());
-    type(QStringLiteral("平整"));
-    press(Qt::Key_Tab);
-    EXPECT_EQ(file("SELECT Rule,Cont FROM tblBill WHERE ID=1"), QStringList{QStringLiteral("按面积|平整")});
-
-    tabTo(editor()->findChild<QLineEdit*>(QStringLiteral("CommandBars2.203")));
-    type(QStringLiteral("002"));
-    press(Qt::Key_Return);
-    EXPECT_EQ(bills()->rowCount(), 1);
-    EXPECT_EQ(bills()->tag(), QStringLiteral("1"));
-    tabTo(bills());
-    chooseAndConfirm("删除清单");
-    EXPECT_EQ(file("SELECT ID FROM tblBill"), QStringList{QStringLiteral("1")});
+    // Typing or F2 begins an edit; Enter ends it, Tab goes on to the next cell, Esc leaves a cell as it was.
+    does(R"(
+tab grdBillList; choose 添加清单; column Name; type 平整场地; key Return; key F2; type 2; key Tab; type m2
+key Esc; file Name,Unit FROM tblBill = 2|NULL; key F2; type m2; key Return; file Unit FROM tblBill = m2
+choose 添加清单; cell id = 2; choose 上移清单; file ID FROM tblBill ORDER BY Code = 2, 1; choose 下移清单
+key Up; cell id = 1; page 2; tab txtRule; type 按面积; key Tab; page 3; tab txtContent; type 平整; key Tab
+file Rule,Cont FROM tblBill ORDER BY ID = 按面积|平整, NULL|NULL; tab CommandBars2.203; type 002; key Return
+tab grdBillList; cell id = 2; confirm 删除清单; file ID FROM tblBill = 1)");
 }
 
 TEST_F(Keyboard, MakesFeaturesAndValues) {
     makeLibrary();
-    makeChapters();
-    tabTo(bills());
-    choose("添加清单");
-    turnTo(1);
-    tabTo(features());
-    choose("添加项目特征");
-    goToColumn(features(), "Name");
-    type(QStringLiteral("土壤类别"));
-    press(Qt::Key_Return);
-    goToColumn(features(), "type");
-    press(Qt::Key_F4);
-    QCoreApplication::processEvents();
-    press(Qt::Key_Down);
-    press(Qt::Key_Down);
-    press(Qt::Key_Return);
-    QCoreApplication::processEvents();
-    EditorDriver::activate(&main);
-    EXPECT_EQ(file("SELECT Name,Type FROM tblBillSpec"), QStringList{QStringLiteral("土壤类别|2")});
-    tabTo(values());
-    choose("添加特征值");
-    goToColumn(values(), "eigenValue");
-    type(QStringLiteral("三类土"));
-    press(Qt::Key_Return);
-    goToColumn(values(), "isUse");
-    press(Qt::Key_Space);
-    EXPECT_EQ(file("SELECT DefVal FROM tblBillSpec"), QStringList{QStringLiteral("三类土")});
-    choose("添加特征值");
-    choose("删除特征值");
-    EXPECT_EQ(file("SELECT EigenValue,IsUse FROM tblSpecEnum"), QStringList{QStringLiteral("三类土|1")});
-    tabTo(features());
-    choose("删除项目特征");
-    EXPECT_EQ(file("SELECT ID FROM tblBillSpec"), QStringList());
+    does(R"(
+tab grdBillList; choose 添加清单; page 1; tab grdSpec; choose 添加项目特征; column Name; type 土壤类别
+key Return; column type; pick 2; file Name,Type FROM tblBillSpec = 土壤类别|2; tab grdSpecEnum
+choose 添加特征值; column eigenValue; type 三类土; key Return; column isUse; key Space
+file DefVal FROM tblBillSpec = 三类土; choose 添加特征值; choose 删除特征值
+file EigenValue,IsUse FROM tblSpecEnum = 三类土|1; tab grdSpec; choose 删除项目特征; file ID FROM tblBillSpec = )");
 }
 
 TEST_F(Keyboard, MakesContentsAndChoosesRations) {
     makeLibrary();
-    makeChapters();
-    tabTo(bills());
-    choose("添加清单");
-    turnTo(0);
-    const auto* profession = editor()->contentPane()->cboProfession();
-    tabTo(profession);
-    press(Qt::Key_Down);
-    EXPECT_EQ(profession->currentText(), QStringLiteral("装饰"));
-    press(Qt::Key_Up);
-    tabTo(contents());
-    choose("添加工程内容");
-    type(QStringLiteral("土方开挖"));
-    press(Qt::Key_Return);
-    choose("添加工程细节");
-    type(QStringLiteral("人工挖土方"));
-    press(Qt::Key_Return);
-    EXPECT_EQ(file("SELECT cont,subCont FROM tblCont JOIN tblContDe ON tblCont.ID=ContID"),
-              QStringList{QStringLiteral("土方开挖|人工挖土方")});
-    choose("添加定额");
-    goToColumn(contents(), "dekName");
-    press(Qt::Key_F4);
-    QCoreApplication::processEvents();
-    press(Qt::Key_Down);
-    press(Qt::Key_Return);
-    QCoreApplication::processEvents();
-    EditorDriver::activate(&main);
-    const QString library = contents()->text(contents()->row(), QStringLiteral("dekName"));
-    EXPECT_FALSE(library.isEmpty());
-    goToColumn(contents(), "cont");
-
-    // The browser: opened, a chapter chosen, a ration inserted, closed.
-    press(Qt::Key_F4);
-    auto* browser = frmDekBrowser::shared(&main);
-    EditorDriver::activate(browser);
-    tabTo(browser->tvRationContent());
-    for (int i = 0; i < 40 && !browser->grdDEB()->hasRows(); ++i)
-        press(i % 2 == 0 ? Qt::Key_Right : Qt::Key_Down);
-    ASSERT_TRUE(browser->grdDEB()->hasRows());
-    tabTo(browser->grdDEB());
-    press(Qt::Key_Down);
-    const QString code = browser->grdDEB()->text(browser->grdDEB()->row(), QStringLiteral("DEH"));
-    press(Qt::Key_Return);
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(browser->isVisible());
-    EditorDriver::activate(&main);
-    EXPECT_EQ(file("SELECT Deh FROM tblContDe"), QStringList{code});
-
-    tabTo(contents());
-    type(browser->grdDEB()->text(0, QStringLiteral("DEH")).toLower());
-    press(Qt::Key_Return);
-    EXPECT_EQ(file("SELECT Deh FROM tblContDe"), QStringList{browser->grdDEB()->text(0, QStringLiteral("DEH"))});
-    chooseAndConfirm("删除");
-    press(Qt::Key_Home, Qt::ControlModifier);
-    press(Qt::Key_Left);
-    EXPECT_TRUE(contents()->isCollapsed(0));
-    chooseAndConfirm("删除");
-    EXPECT_EQ(file("SELECT ID FROM tblCont UNION ALL SELECT ID FROM tblContDe"), QStringList());
+    does(R"(
+tab grdBillList; choose 添加清单; page 0; tab cboProfession; key Down; key Up; tab grdConcent
+choose 添加工程内容; type 土方开挖; key Return; choose 添加工程细节; type 人工挖土方; key Return
+file cont,subCont FROM tblCont JOIN tblContDe ON tblCont.ID=ContID = 土方开挖|人工挖土方; choose 添加定额
+column dekName; pick 1; column cont)");
+    browse();
+    tabTo(u"grdConcent"_s);
+    type(other.toLower());
+    press(u"Return"_s);
+    EXPECT_EQ(file(u"Deh FROM tblContDe"_s), other);
+    does("confirm 删除; key Ctrl+Home; key Left");
+    EXPECT_TRUE(grid()->isCollapsed(0));
+    does("confirm 删除; file ID FROM tblCont UNION ALL SELECT ID FROM tblContDe = ");
 }
