@@ -13,6 +13,20 @@ QString trimBlanks(const QString& text) {
     return text.mid(begin, end - begin);
 }
 
+QString wholeCharacters(const QString& text) {
+    if (text.isValidUtf16())
+        return text;
+    QString whole;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool pair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (pair)
+            whole += text[i++];
+        if (pair || !text[i].isSurrogate())
+            whole += text[i];
+    }
+    return whole;
+}
+
 qint64 numericValue(const QString& text) {
     constexpr qint64 largest = std::numeric_limits<qint64>::max();
     qint64 number = 0;

@@ -5,6 +5,7 @@
 #include <QScopedValueRollback>
 #include <QTimer>
 
+#include "app/base/Text.h"
 #include "app/controls/GridDelegate.h"
 #include "app/controls/GridEditors.h"
 #include "app/controls/GridModel.h"
@@ -75,7 +76,7 @@ bool KeyedGrid::commitEdit() {
     if (m_deciding)
         return false;
     auto* choice = qobject_cast<CellChoice*>(m_editor.data());
-    QString text = choice ? choice->value() : static_cast<QLineEdit*>(m_editor.data())->text();
+    QString text = choice ? choice->value() : wholeCharacters(static_cast<QLineEdit*>(m_editor.data())->text());
     const QPersistentModelIndex cell = m_edited;
     const bool keepsFocus = belongsTo(m_editor, QApplication::focusWidget());
     const EditVerdict verdict = decide(cell, text);

@@ -5,6 +5,8 @@
 #include <QInputMethod>
 #include <QScopedValueRollback>
 
+#include "app/base/Text.h"
+
 namespace {
 
 /// More than anybody writes for a bill. The box would lay a text of megabytes out for seconds.
@@ -55,6 +57,8 @@ void BillTextBox::write() {
     if (m_writing || m_billId == 0 || !validate)
         return;
     const QScopedValueRollback writing(m_writing, true);
+    if (const QString shown = shownText(); !shown.isValidUtf16())
+        setPlainText(wholeCharacters(shown));
     validate();
 }
 

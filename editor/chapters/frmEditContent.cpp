@@ -60,7 +60,7 @@ void frmEditContent::setContent(const QString& content) {
 
 void frmEditContent::cmdOK_Click() {
     guarded({"frmEditContent", "cmdOK_Click"}, [this] {
-        const QString name = trimBlanks(m_txtContent->text());
+        const QString name = trimBlanks(wholeCharacters(m_txtContent->text()));
         if (name.isEmpty()) {
             showMessage(QStringLiteral("目录名不能不空！"), QStringLiteral("提示"), MessageIcon::Information);
             m_txtContent->setFocus();
