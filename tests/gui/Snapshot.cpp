@@ -44,6 +44,15 @@ Rows rowsOf(const KeyedTree* tree) {
     return rows;
 }
 
+namespace {
+
+/// As it is: toPlainText() would turn no-break spaces into blanks.
+QString textIn(const QPlainTextEdit* box) {
+    return box->document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
+}  // namespace
+
 Snapshot snapshotOf(const frmEditor& editor) {
     const BillPane* bills = editor.billPane();
     return {
@@ -52,8 +61,8 @@ Snapshot snapshotOf(const frmEditor& editor) {
         .features = rowsOf(editor.featurePane()->grdSpec()),
         .values = rowsOf(editor.featurePane()->grdSpecEnum()),
         .contents = rowsOf(editor.contentPane()->grdConcent()),
-        .rule = bills->txtRule()->toPlainText(),
-        .content = bills->txtContent()->toPlainText(),
+        .rule = textIn(bills->txtRule()),
+        .content = textIn(bills->txtContent()),
         .boxesLocked = bills->txtRule()->isReadOnly() && bills->txtContent()->isReadOnly(),
     };
 }
