@@ -51,23 +51,6 @@ TEST_F(OpenLibrary, ShowsItOnceAndBringsItToTheFrontAfterwards) {
     QFile::remove(dataPath + u"FIRST.BDB"_s);
 }
 
-TEST_F(OpenLibrary, WhatCannotBeOpenedIsSaidAndLeavesAWorkingWindow) {
-    QFile file(dataPath + u"damaged.bdb"_s);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(8192, 'x'));
-    file.close();
-    ModalAnswers answers;
-    answers.closeAnything();
-    window.LoadBillDB(file.fileName());
-    EXPECT_TRUE(answers.seen().value(0).contains(u"错误号码: 26"_s));
-    EXPECT_EQ(answers.takePlaces(),
-              QStringList({u"ModDBOperator.GetOrmConn"_s, u"提示: 打开"_s + file.fileName() + u"文件失败！"_s,
-                           u"frmEditor.CreateTvwSYB"_s}));
-    EXPECT_TRUE(window.editors().isEmpty());
-    window.LoadBillDB(copyOfSampleLibrary());
-    EXPECT_EQ(window.editors().size(), 1);
-}
-
 TEST_F(OpenLibrary, ClosingFreesTheFileAndItsCompanionUnlessThatFails) {
     const QString path = copyOfSampleLibrary(u"first.bdb"_s);
     {
