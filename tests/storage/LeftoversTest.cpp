@@ -57,18 +57,9 @@ TEST(Leftovers, ThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
     EXPECT_EQ(answers.seen().size(), 1);
 }
 
-TEST(TemporaryIndex, NeverStaysInTheFile) {
+TEST(TemporaryIndex, GoesWithACommandThatFails) {
     const TemporaryLibrary library;
     const SqlText indexes = "SELECT count(*) FROM sqlite_master WHERE type='index'";
-    const bool started = SetSP(u"a"_s, library.connection());
-    {
-        TemporaryIndex first(library.connection(), "tblCont", "BillID");
-        TemporaryIndex second(library.connection(), "tblCont", "BillID");
-        first.drop();
-    }
-    ReleaseSP(u"a"_s, library.connection(), started);
-    EXPECT_EQ(library.rowsInFile(indexes), QStringList{u"0"_s});
-
     EXPECT_THROW(
         {
             SetSP(u"b"_s, library.connection());
