@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTabWidget>
@@ -42,7 +44,17 @@ void EditorDriver::close() {
     m_main->commandBars()->execute(260);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     settle();
-    EXPECT_TRUE(m_main->editors().isEmpty());
+    for (const frmEditor* left : m_main->editors())
+        EXPECT_NE(left->DBFilePath(), m_path);
+}
+
+void EditorDriver::bringToFront() const {
+    for (QMdiSubWindow* child : m_main->findChildren<QMdiSubWindow*>()) {
+        const auto* shown = qobject_cast<frmEditor*>(child->widget());
+        if (shown && shown->DBFilePath() == m_path)
+            child->mdiArea()->setActiveSubWindow(child);
+    }
+    settle();
 }
 
 KeyedTree* EditorDriver::tree() const { return editor()->chapterPane()->tvSYB(); }
@@ -148,9 +160,18 @@ void EditorDriver::activate(QWidget* window) {
     const auto isActive = [window] {
         return QApplication::activeWindow() == window && QGuiApplication::focusWindow() == window->windowHandle();
     };
-    if (!isActive())
+    for (int tries = 0; tries < 20 && !isActive(); ++tries) {
+        // A window that closes the moment it was given the focus may leave the toolkit believing that it still has it.
+        // Changing to another window and back puts that right.
+        const std::unique_ptr<QWidget> other(tries % 4 == 3 ? new QWidget : nullptr);
+        if (other) {
+            other->show();
+            (void)QTest::qWaitForWindowActive(other.get(), 1000);
+        }
         window->activateWindow();
-    EXPECT_TRUE(QTest::qWaitFor(isActive));
+        (void)QTest::qWaitFor(isActive, 250);
+    }
+    EXPECT_TRUE(isActive());
 }
 
 void EditorDriver::settle() {

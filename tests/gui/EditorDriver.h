@@ -25,6 +25,9 @@ public:
     void close();
     void open();
 
+    /// Makes the library's child window the active one when there are several; all that follows acts on that one.
+    void bringToFront() const;
+
     frmMain* window() const { return m_main; }
     frmEditor* editor() const { return m_main->activeEditor(); }
     const QString& path() const { return m_path; }

@@ -1,24 +1,18 @@
-// Failures as the user meets them. After each one the window still shows what the file gives, and what is done next
-// works and is in the file even if the process ends there and then.
+// Commands that fail with their savepoint open, as the user meets them: afterwards everything that is done, in that
+// window and in another one, is in the file as soon as it is done, even if the process ends there and then, and stays
+// there when the window is closed. And other failures that have their own story.
 
-#include <gtest/gtest.h>
+#include <sqlite3.h>
 
-#include <QClipboard>
 #include <QFile>
-#include <QGuiApplication>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QRegularExpression>
-#include <QTest>
 
-#include "editor/bills/BillPane.h"
 #include "storage/LibraryConnection.h"
-#include "tests/gui/Comparison.h"
+#include "tests/environment/Workplace.h"
 #include "tests/gui/Disturbance.h"
-#include "tests/gui/EditorDriver.h"
 #include "tests/gui/Libraries.h"
 #include "tests/support/ModalAnswers.h"
+#include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"
 
 namespace {
@@ -27,162 +21,211 @@ const QString nameKey = QStringLiteral("Name");
 const QString idKey = QStringLiteral("id");
 const QString contKey = QStringLiteral("cont");
 
-class Failures : public ::testing::Test {
+QStringList one(const char* message) { return {QString::fromUtf8(message)}; }
+
+/// A library as it lies on the disk now: what would be left if the process ended.
+class Left {
+public:
+    explicit Left(const QString& library) : path(library + QStringLiteral(".left")) {
+        QFile::remove(path);
+        EXPECT_TRUE(QFile::copy(library, path));
+        EXPECT_FALSE(QFile::exists(library + QStringLiteral("-journal")));
+        EXPECT_EQ(integrityOf(path), QStringLiteral("ok"));
+    }
+    ~Left() { QFile::remove(path); }
+    Left(const Left&) = delete;
+    Left& operator=(const Left&) = delete;
+
+    const QString path;
+};
+
+class Failures : public Workplace {
 protected:
-    Failures() : user(awkwardLibrary()), comparison(user, prescribed) {
-        watch();
-        click("010101");
-        user.pragma("PRAGMA busy_timeout=0");
+    Failures() : Workplace(awkwardLibrary()) { user.pragma("PRAGMA busy_timeout=0"); }
+
+    static QStringList rowsAfterKill(const QString& library, const SqlText& query) {
+        return rowsInFile(Left(library).path, query);
     }
 
-    void watch() {
-        BillPane* bills = user.editor()->billPane();
-        bills->billChanged = [this, load = bills->billChanged](qint64 id) {
-            prescribed.detailsLoaded(QString::number(id));
-            load(id);
-        };
-    }
-
-    void reopen() {
-        user.close();
-        user.open();
-        prescribed.everythingLoaded();
-        watch();
-    }
-
-    void click(const char* code) {
-        KeyedTree::Node* node = user.tree()->node(QLatin1Char('K') + QString::fromLatin1(code));
-        ASSERT_TRUE(node) << code;
-        user.click(node);
-        EditorDriver::settle();
-    }
-
-    /// Does `act` and gives the places of the errors that were recorded, and all other messages as they are.
-    QStringList messagesOf(const std::function<void(ModalAnswers&)>& act) {
-        static const QRegularExpression place(QStringLiteral("错误位置: (\\S+)"));
-        ModalAnswers answers;
-        answers.closeAnything();
-        act(answers);
-        EditorDriver::settle();
-        QStringList seen = answers.takeSeen();
-        for (QString& text : seen) {
-            const auto record = place.match(text);
-            if (record.hasMatch())
-                text = record.captured(1);
-        }
-        user.activate();
-        return seen;
-    }
-
-    /// Answers the name dialog by typing a name and Enter.
-    static void giveName(ModalAnswers& answers, const QString& name) {
-        answers.then([name](QWidget* dialog) {
-            auto* box = dialog->findChild<QLineEdit*>(QStringLiteral("txtContent"));
-            ASSERT_TRUE(box);
-            EditorDriver::typeOver(box, name);
-            QTest::keyClick(box, Qt::Key_Return);
-        });
-    }
-
-    void expectWindowIsFile() {
-        user.activate();
-        EditorDriver::settle();
-        comparison.check(QString());
-    }
-
-    /// The rows of a query in the file as it lies on the disk now, without any closing.
-    QStringList rowsAfterKill(const SqlText& query) const {
-        const QString left = user.path() + QStringLiteral(".left");
-        QFile::remove(left);
-        EXPECT_TRUE(QFile::copy(user.path(), left));
-        EXPECT_FALSE(QFile::exists(user.path() + QStringLiteral("-journal")));
-        EXPECT_EQ(rowsInFile(left, "PRAGMA integrity_check"), QStringList{QStringLiteral("ok")});
-        const QStringList rows = rowsInFile(left, query);
-        QFile::remove(left);
-        return rows;
-    }
-
-    /// An edit, a command without and one with a savepoint in each room.
-    void expectThatWorkGoesOn() {
+    /// Does something in each room of the window, with a savepoint and without.
+    void expectThatWorkGoesOnEverywhere() {
         SCOPED_TRACE("what is done next");
         const ModalAnswers noMessages;
         click("010101");
-        const QString name = QStringLiteral("之后%1").arg(++m_edits);
-        ASSERT_TRUE(user.edit(user.bills(), 0, nameKey, name));
-        EditorDriver::settle();
+        expectThatWorkGoesOn();
         const QString bill = user.bills()->text(0, idKey);
-        EXPECT_EQ(rowsAfterKill(sql("SELECT Name FROM tblBill WHERE ID=", bill)), QStringList{name});
-
+        const auto left = [&](const SqlText& query) {
+            EditorDriver::settle();
+            return rowsAfterKill(user.path(), query);
+        };
         const int features = user.features()->rowCount();
         user.run(3, 300);
-        EditorDriver::settle();
-        EXPECT_EQ(rowsAfterKill(sql("SELECT ID FROM tblBillSpec WHERE BillID=", bill)).size(), features + 1);
-
+        EXPECT_EQ(left(sql("SELECT ID FROM tblBillSpec WHERE BillID=", bill)).size(), features + 1);
         user.run(2, 400);
-        EditorDriver::settle();
         const QString content = user.contents()->text(user.contents()->row(), QStringLiteral("contID"));
-        EXPECT_EQ(rowsAfterKill(sql("SELECT BillID FROM tblCont WHERE ID=", content)), QStringList{bill});
-
+        EXPECT_EQ(left(sql("SELECT BillID FROM tblCont WHERE ID=", content)), QStringList{bill});
         user.run(2, 200);
-        EditorDriver::settle();
-        EXPECT_EQ(rowsAfterKill(sql("SELECT Code FROM tblBill WHERE ID=", user.bills()->text(1, idKey))),
-                  QStringList{QStringLiteral("010101002")});
-
+        EXPECT_EQ(left(sql("SELECT Code FROM tblBill WHERE ID=", user.bills()->text(1, idKey))), one("010101002"));
         user.run(1, 105);
-        EditorDriver::settle();
-        EXPECT_EQ(rowsAfterKill(sql("SELECT Code FROM tblBill WHERE ID=", bill)),
-                  QStringList{QStringLiteral("010102001")});
+        EXPECT_EQ(left(sql("SELECT Code FROM tblBill WHERE ID=", bill)), one("010102001"));
         user.run(1, 104);
         expectWindowIsFile();
     }
+};
 
-    EditorDriver user;
-    Prescribed prescribed;
-    Comparison comparison;
+// --- Savepoints that stay open -----------------------------------------------------------------------------------
+
+class OpenSavepoints : public Failures, public ::testing::WithParamInterface<Disturbance::Kind> {
+protected:
+    OpenSavepoints() : other(user.window(), copyOfSampleLibrary(QStringLiteral("other.bdb"))) {
+        user.window()->LoadBillDB(other.path());
+        const auto nodes = other.tree()->nodes();
+        const auto withBills = [](const KeyedTree::Node* node) { return KeyedTree::tag(node).size() == 6; };
+        other.click(*std::find_if(nodes.begin(), nodes.end(), withBills));
+        EXPECT_TRUE(other.bills()->hasRows());
+        user.bringToFront();
+    }
+
+    /// A bill is renamed; a second connection sees it at once, and so does who looks at what a kill would leave.
+    void expectEditIsWritten(const EditorDriver& library) {
+        library.bringToFront();
+        const ModalAnswers noMessages;
+        const QString name = QStringLiteral("以后%1").arg(++m_edits);
+        ASSERT_TRUE(library.edit(library.bills(), 0, nameKey, name));
+        EditorDriver::settle();
+        const SqlText stored = sql("SELECT Name FROM tblBill WHERE ID=", library.bills()->text(0, idKey));
+        EXPECT_EQ(rowsInFile(library.path(), stored), QStringList{name});
+        EXPECT_EQ(rowsAfterKill(library.path(), stored), QStringList{name});
+    }
+
+    void goTo(KeyedGrid* grid, int level) const {
+        int row = grid->rowCount() - 1;
+        while (row > 0 && grid->level(row) != level)
+            --row;
+        ASSERT_GE(row, 0);
+        grid->setCell(row, contKey);
+    }
+
+    EditorDriver other;
 
 private:
     int m_edits = 0;
 };
 
-class FailuresOfLocking : public Failures, public ::testing::WithParamInterface<Disturbance::Kind> {};
-
-QStringList one(const char* message) { return {QString::fromUtf8(message)}; }
-
 }  // namespace
 
-TEST_F(Failures, AnApostropheIsRefusedWhereverItIsTyped) {
-    const QString typed = QStringLiteral("x' WHERE 1=1; --");
-    const SqlText all =
-        "SELECT name FROM tblSYB UNION ALL SELECT name FROM tblBill UNION ALL SELECT Rule FROM tblBill UNION ALL "
-        "SELECT cont FROM tblCont UNION ALL SELECT subCont FROM tblContDe UNION ALL SELECT name FROM tblBillSpec "
-        "UNION ALL SELECT EigenValue FROM tblSpecEnum";
-    const QStringList before = rowsInFile(user.path(), all);
-    const auto named = [&](int command) {
-        return messagesOf([&](ModalAnswers& answers) {
-            giveName(answers, typed);
-            user.run(1, command);
-        });
+TEST_P(OpenSavepoints, KeepNothingFromTheFile) {
+    const auto run = [this](int host, int id) { return [this, host, id] { user.run(host, id); }; };
+    const auto onContent = [this](int level, int id) {
+        return [this, level, id] {
+            goTo(user.contents(), level);
+            user.run(2, id);
+        };
     };
-    EXPECT_EQ(named(100).value(1), QStringLiteral("frmEditor.AddBillSYB"));
-    EXPECT_EQ(named(102).value(1), QStringLiteral("frmEditor."));
-    const auto edited = [&](KeyedGrid* grid, int row, const QString& key) {
-        return messagesOf([&](ModalAnswers&) { user.edit(grid, row, key, typed); });
+    enum After { RolledBack, StaysAsFarAsItCame };
+    const struct {
+        const char* place;
+        const char* refused;
+        After after;
+        std::function<void()> act;
+        bool asks = false;
+        const char* chapter = "010101";
+    } commands[] = {
+        {"mnuAddBill_Click", "UPDATE ON tblCont", RolledBack, run(2, 200)},
+        {"mnuDeleteBill_Click", "DELETE ON tblBill", RolledBack, run(2, 201), true},
+        {"MoveBillRow", "UPDATE ON tblBill", RolledBack, run(2, 105)},
+        {"mnuDeleteFeature_Click", "DELETE ON tblBillSpec", RolledBack, run(3, 301)},
+        {"grdSpecEnum_AfterEdit", "UPDATE ON tblBillSpec", RolledBack,
+         [this] { user.edit(user.values(), 0, QStringLiteral("eigenValue"), QStringLiteral("x")); }},
+        {"munAddBillCont_Click", "INSERT ON tblCont", StaysAsFarAsItCame, run(2, 400)},
+        {"munAddBillSubCont_Click", "INSERT ON tblContDe", StaysAsFarAsItCame, onContent(1, 401)},
+        {"mnuDelBillCont_Click", "DELETE ON tblCont", RolledBack, onContent(0, 403), true},
+        {"munDelBillSubCont_Click", "DELETE ON tblContDe", RolledBack, onContent(1, 403), true},
+        {"munDelBillContDe_Click", "UPDATE ON tblContDe", StaysAsFarAsItCame, onContent(2, 403), true},
+        {"ExchangeSYBNode", "UPDATE ON tblCont", RolledBack, run(1, 105)},
+        {"DeleteBillSYB", "DELETE ON tblSYB", StaysAsFarAsItCame, run(1, 103), true, "030101"},
     };
-    const QStringList refused = one("ModDBOperator.ExecuteDDL");
-    EXPECT_EQ(edited(user.bills(), 1, nameKey), refused);
-    EXPECT_EQ(edited(user.features(), 0, nameKey), refused);
-    EXPECT_EQ(edited(user.values(), 1, QStringLiteral("eigenValue")), one("frmEditor.grdSpecEnum_AfterEdit"));
-    EXPECT_EQ(edited(user.contents(), 0, contKey), refused);
-    EXPECT_EQ(edited(user.contents(), 1, contKey), refused);
-    EXPECT_EQ(messagesOf([&](ModalAnswers&) {
-                  user.typeInto(user.rule(), typed);
-                  user.key(user.rule(), Qt::Key_Tab);
-              }),
-              refused);
-    EXPECT_EQ(rowsInFile(user.path(), all), before);
-    expectWindowIsFile();
-    expectThatWorkGoesOn();
+    for (const auto& command : commands) {
+        SCOPED_TRACE(command.place);
+        click(command.chapter);
+        user.pragma("PRAGMA busy_timeout=0");
+        const QStringList before = contentOf(user.path());
+        QStringList said;
+        {
+            const Disturbance disturbance(user.path(), GetParam(), QString::fromLatin1(command.refused));
+            said = messagesOf([&](ModalAnswers& answers) {
+                if (command.asks)
+                    answers.press(QMessageBox::Yes);
+                command.act();
+            });
+        }
+        const bool couldBegin = GetParam() == Disturbance::Kind::Refused || GetParam() == Disturbance::Kind::Read;
+        if (GetParam() == Disturbance::Kind::Read) {
+            EXPECT_EQ(said.value(0), QStringLiteral("ModDBOperator.ReleaseSP 5"));
+        } else if (GetParam() == Disturbance::Kind::Refused) {
+            EXPECT_EQ(said, QStringList{QStringLiteral("frmEditor.%1 19").arg(QLatin1String(command.place))});
+        } else {
+            EXPECT_FALSE(said.isEmpty());
+        }
+        expectEditIsWritten(other);
+        user.bringToFront();
+        EXPECT_EQ(contentOf(user.path()), contentOf(Left(user.path()).path));
+        if (command.after == RolledBack || !couldBegin) {
+            EXPECT_EQ(contentOf(user.path()), before);
+            expectWindowIsFile();
+        }
+        click("010101");
+        expectEditIsWritten(user);
+        if (command.after == StaysAsFarAsItCame)
+            reopen();
+    }
+    expectThatWorkGoesOnEverywhere();
+    const QStringList last = contentOf(user.path());
+    user.window()->commandBars()->execute(260);
+    EditorDriver::settle();
+    EXPECT_EQ(contentOf(user.path()), last);
+    EXPECT_EQ(contentOf(Left(user.path()).path), last);
+    expectEditIsWritten(other);
 }
+
+INSTANTIATE_TEST_SUITE_P(By, OpenSavepoints,
+                         ::testing::Values(Disturbance::Kind::Refused, Disturbance::Kind::Read,
+                                           Disturbance::Kind::Written, Disturbance::Kind::Locked));
+
+TEST_F(OpenSavepoints, OfADeleteThatMatchesNoRow) {
+    user.click(user.bills(), 1, nameKey);
+    const Rows listed = rowsOf(user.bills());
+    GetOrmConn(user.path())->Execute(sql("DELETE FROM tblBill WHERE ID=", user.bills()->text(1, idKey)));
+    const QStringList before = contentOf(user.path());
+    EXPECT_EQ(messagesOf([&](ModalAnswers& answers) {
+                  answers.press(QMessageBox::Yes);
+                  user.run(2, 201);
+              }),
+              QStringList());
+    EXPECT_EQ(textOf(rowsOf(user.bills())), textOf(listed));
+    EXPECT_EQ(contentOf(user.path()), before);
+    expectEditIsWritten(user);
+    expectEditIsWritten(other);
+}
+
+TEST_F(OpenSavepoints, OfALibraryThatCannotBeMade) {
+    // There is room for a few tables only.
+    const auto small = [](sqlite3* database, char**, const sqlite3_api_routines*) {
+        return sqlite3_exec(database, "PRAGMA max_page_count=5", nullptr, nullptr, nullptr);
+    };
+    const auto entry = reinterpret_cast<void (*)()>(+small);
+    const QString path = user.path() + QStringLiteral(".new.bdb");
+    sqlite3_auto_extension(entry);
+    EXPECT_EQ(messagesOf([&] { EXPECT_FALSE(user.window()->NewBillDB(path)); }).value(0),
+              QStringLiteral("ModDBOperator.ExecuteDDL 13"));
+    sqlite3_cancel_auto_extension(entry);
+    EXPECT_EQ(rowsInFile(path, "SELECT name FROM sqlite_schema"), QStringList());
+    QFile::remove(path);
+    expectEditIsWritten(user);
+    expectEditIsWritten(other);
+}
+
+// --- Other failures ----------------------------------------------------------------------------------------------
 
 TEST_F(Failures, AChapterCodeThatExistsIsNotAddedAgain) {
     // Another program has added a chapter that the tree does not show yet.
@@ -193,171 +236,48 @@ TEST_F(Failures, AChapterCodeThatExistsIsNotAddedAgain) {
             giveName(answers, QStringLiteral("ours"));
             user.run(1, command);
         });
-        EXPECT_EQ(seen.value(1), QStringLiteral("提示: 目录编号已经存在!"));
-        EXPECT_EQ(seen.size(), 2);
+        EXPECT_EQ(seen.mid(1), one("提示: 目录编号已经存在!"));
         EXPECT_EQ(user.chapter(), QLatin1String(selected));
     }
     EXPECT_EQ(rowsInFile(user.path(), "SELECT ID FROM tblSYB WHERE Name='ours'"), QStringList());
     reopen();
-    expectThatWorkGoesOn();
+    expectThatWorkGoesOnEverywhere();
 }
-
-TEST_P(FailuresOfLocking, ChangeNeitherTheWindowNorTheFile) {
-    const QString x = QStringLiteral("x");
-    const auto command = [this](int host, int id) { return [this, host, id](ModalAnswers&) { user.run(host, id); }; };
-    const auto confirmed = [this](int host, int id) {
-        return [this, host, id](ModalAnswers& answers) {
-            answers.press(QMessageBox::Yes);
-            user.run(host, id);
-        };
-    };
-    const auto typed = [this, x](KeyedGrid* grid, int row, const QString& key) {
-        return [this, x, grid, row, key](ModalAnswers&) { user.edit(grid, row, key, x); };
-    };
-    const std::vector<std::function<void(ModalAnswers&)>> tries{
-        typed(user.bills(), 0, nameKey),
-        command(2, 200),
-        command(2, 105),
-        confirmed(2, 201),
-        command(3, 300),
-        command(3, 301),
-        command(4, 300),
-        typed(user.values(), 0, QStringLiteral("eigenValue")),
-        command(2, 400),
-        typed(user.contents(), 1, contKey),
-        confirmed(2, 403),
-        command(1, 105),
-        [&](ModalAnswers& answers) {
-            giveName(answers, x);
-            user.run(1, 102);
-        },
-    };
-    const QStringList before = rowsInFile(user.path(), "SELECT * FROM tblBill");
-    int count = 0;
-    for (const auto& act : tries) {
-        SCOPED_TRACE(testing::Message() << "try " << ++count);
-        {
-            const Disturbance other(user.path(), GetParam());
-            EXPECT_FALSE(messagesOf(act).isEmpty());
-        }
-        expectWindowIsFile();
-    }
-    EXPECT_EQ(rowsInFile(user.path(), "SELECT * FROM tblBill"), before);
-    expectThatWorkGoesOn();
-}
-
-INSTANTIATE_TEST_SUITE_P(By, FailuresOfLocking,
-                         ::testing::Values(Disturbance::Kind::Locked, Disturbance::Kind::Written));
 
 TEST_F(Failures, AChapterOfALockedFileCanBeClickedAgain) {
     const Rows listed = rowsOf(user.bills());
     {
         const Disturbance other(user.path(), Disturbance::Kind::Locked);
-        EXPECT_EQ(messagesOf([&](ModalAnswers&) { click("030101"); }), one("frmEditor.LoadBill"));
+        EXPECT_EQ(messagesOf([&] { click("030101"); }), one("frmEditor.LoadBill 5"));
         EXPECT_EQ(textOf(rowsOf(user.bills())), textOf(listed));
     }
     click("030101");
     EXPECT_EQ(user.bills()->rowCount(), 2);
     expectWindowIsFile();
-    expectThatWorkGoesOn();
-}
-
-TEST_F(Failures, AFileThatIsReadElsewhereTakesTheEditLater) {
-    // Deleting a chapter is not undone when it cannot be brought to an end; it is as soon as that is possible.
-    click("030101");
-    {
-        const Disturbance other(user.path(), Disturbance::Kind::Read);
-        const QStringList seen = messagesOf([&](ModalAnswers& answers) {
-            answers.press(QMessageBox::Yes);
-            user.run(1, 103);
-        });
-        EXPECT_EQ(seen.mid(1),
-                  (QStringList{QStringLiteral("ModDBOperator.ReleaseSP"), QStringLiteral("Connection.Commit")}));
-        EXPECT_EQ(user.chapter(), QStringLiteral("030101"));
-    }
-    EditorDriver::settle();
-    EXPECT_EQ(rowsAfterKill("SELECT Code FROM tblBill WHERE Code LIKE '030101%'"), QStringList());
-    reopen();
-    expectThatWorkGoesOn();
-}
-
-TEST_F(Failures, AFullDiskLosesNothing) {
-    const QString pages = rowsInFile(user.path(), "PRAGMA page_count").value(0);
-    user.pragma(sql("PRAGMA max_page_count=", pages));
-    const QString stored = user.rule()->toPlainText();
-    QGuiApplication::clipboard()->setText(QStringLiteral("long\n").repeated(20'000));
-    EXPECT_EQ(messagesOf([&](ModalAnswers&) {
-                  user.typeInto(user.rule(), QString());
-                  user.key(user.rule(), Qt::Key_V, Qt::ControlModifier);
-                  user.key(user.rule(), Qt::Key_Tab);
-              }),
-              one("ModDBOperator.ExecuteDDL"));
-    EXPECT_EQ(user.rule()->toPlainText(), stored);
-    expectWindowIsFile();
-
-    // Bill by bill until nothing more fits; the one that does not is not listed.
-    user.click(user.bills(), user.bills()->rowCount() - 1, nameKey);
-    QStringList seen;
-    for (int bills = 0; seen.isEmpty() && bills < 900; ++bills) {
-        const int rows = user.bills()->rowCount();
-        seen = messagesOf([&](ModalAnswers&) { user.run(2, 200); });
-        EXPECT_EQ(user.bills()->rowCount(), rows + (seen.isEmpty() ? 1 : 0));
-    }
-    EXPECT_EQ(seen.value(0), QStringLiteral("frmEditor.mnuAddBill_Click"));
-    expectWindowIsFile();
-    for (const int command : {400, 200, 105})
-        messagesOf([&](ModalAnswers&) { user.run(2, command); });
-    messagesOf([&](ModalAnswers&) { user.run(1, 105); });
-    EXPECT_EQ(rowsAfterKill("PRAGMA quick_check"), one("ok"));
-
-    user.pragma("PRAGMA max_page_count=1000000");
-    reopen();
-    expectThatWorkGoesOn();
-}
-
-TEST_F(Failures, ADeleteThatMatchesNoRowIsUndone) {
-    user.click(user.bills(), 1, nameKey);
-    const QString id = user.bills()->text(1, idKey);
-    const Rows listed = rowsOf(user.bills());
-    const SqlText dependents = sql("SELECT ID FROM tblBillSpec WHERE BillID=", id,
-                                   " UNION ALL SELECT ID FROM tblCont "
-                                   "WHERE BillID=",
-                                   id);
-    GetOrmConn(user.path())->Execute(sql("DELETE FROM tblBill WHERE ID=", id));
-    const QStringList before = rowsInFile(user.path(), dependents);
-    ASSERT_FALSE(before.isEmpty());
-    EXPECT_EQ(messagesOf([&](ModalAnswers& answers) {
-                  answers.press(QMessageBox::Yes);
-                  user.run(2, 201);
-              }).size(),
-              1);
-    EXPECT_EQ(textOf(rowsOf(user.bills())), textOf(listed));
-    EXPECT_EQ(rowsAfterKill(dependents), before);
-    expectThatWorkGoesOn();
+    expectThatWorkGoesOnEverywhere();
 }
 
 TEST_F(Failures, ARejectedCodeKeepsTheEditorOpen) {
     KeyedGrid* contents = user.contents();
     const int row = 2;
     ASSERT_EQ(contents->level(row), 2);
-    const QString id = contents->text(row, QStringLiteral("contDeID"));
-    const SqlText stored = sql("SELECT Deh FROM tblContDe WHERE ID=", id);
+    const SqlText stored = sql("SELECT Deh FROM tblContDe WHERE ID=", contents->text(row, QStringLiteral("contDeID")));
     const QStringList before = rowsInFile(user.path(), stored);
     QWidget* editor = user.openEditor(contents, row, contKey);
     ASSERT_TRUE(editor);
     EditorDriver::typeOver(editor, QStringLiteral("nothing"));
-    // Enter, a command, another chapter: the code has to be put right first, and each is answered once.
+    // Enter, a command: the code has to be put right first, and each is answered once.
     const QStringList rejected = one("提示: 定额 [NOTHING] 不存在, 请重新输入!");
-    EXPECT_EQ(messagesOf([&](ModalAnswers&) { user.key(editor, Qt::Key_Return); }), rejected);
+    EXPECT_EQ(messagesOf([&] { user.key(editor, Qt::Key_Return); }), rejected);
     EXPECT_TRUE(contents->isEditing());
-    EXPECT_EQ(messagesOf([&](ModalAnswers&) { user.run(2, 400); }), rejected);
+    EXPECT_EQ(messagesOf([&] { user.run(2, 400); }), rejected);
     EXPECT_TRUE(contents->isEditing());
     EXPECT_EQ(rowsInFile(user.path(), stored), before);
     EditorDriver::typeOver(editor, QStringLiteral("a1-3"));
-    EXPECT_EQ(messagesOf([&](ModalAnswers&) { user.key(editor, Qt::Key_Return); }), QStringList());
+    EXPECT_EQ(messagesOf([&] { user.key(editor, Qt::Key_Return); }), QStringList());
     EXPECT_FALSE(contents->isEditing());
-    EXPECT_EQ(rowsAfterKill(stored), one("A1-3"));
+    EXPECT_EQ(rowsAfterKill(user.path(), stored), one("A1-3"));
     EXPECT_TRUE(contents->text(row, contKey).startsWith(QLatin1String("[A1-3] ")));
     expectWindowIsFile();
-    expectThatWorkGoesOn();
+    expectThatWorkGoesOnEverywhere();
 }
