@@ -103,7 +103,7 @@ protected:
                                         << (endAt > 0 ? endAt : instant) << ", shown " << journal.ended << ", begun "
                                         << journal.begun);
         ASSERT_FALSE(journal.done);
-        EXPECT_EQ(journal.wrong, QStringList());
+        EXPECT_TRUE(journal.wrong.isEmpty()) << qPrintable(program.lastWords());
         Count& count = endAt > 0 ? m_atChange : m_atInstant;
         ++count.kills;
         count.steps += journal.ended;

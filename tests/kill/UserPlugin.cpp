@@ -112,6 +112,4 @@ private:
 
 }  // namespace
 
-QObject* UserPlugin::create(const QString&, const QString& specification) {
-    return new User(Orders::fromText(specification));
-}
+QObject* UserPlugin::create(const QString&, const QString& orders) { return new User(Orders::fromText(orders)); }

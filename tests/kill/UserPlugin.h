@@ -9,5 +9,5 @@ class UserPlugin : public QGenericPlugin {
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "UserPlugin.json")
 
 public:
-    QObject* create(const QString& name, const QString& specification) override;
+    QObject* create(const QString& name, const QString& orders) override;
 };
