@@ -1,11 +1,10 @@
 // Another program keeps a file to itself: whatever the user does is answered within three seconds, and says why.
 
-#include <sqlite3.h>
-
 #include <QElapsedTimer>
 
 #include "app/base/Definitions.h"
 #include "storage/SystemDatabase.h"
+#include "tests/environment/OtherProgram.h"
 #include "tests/environment/Workplace.h"
 #include "tests/gui/Disturbance.h"
 #include "tests/gui/Libraries.h"
@@ -16,24 +15,6 @@
 namespace {
 
 constexpr qint64 patience = 3000;
-
-/// Another program that keeps the system database to itself.
-class LockedSystem {
-public:
-    LockedSystem() {
-        const QByteArray path = (appPath + QStringLiteral("tessel.dat")).toUtf8();
-        EXPECT_EQ(sqlite3_open(path.constData(), &m_other), SQLITE_OK);
-        const QByteArray lock =
-            QByteArray("PRAGMA cipher='sqlcipher';PRAGMA legacy=4;PRAGMA key='") + systemKey + "';BEGIN EXCLUSIVE";
-        EXPECT_EQ(sqlite3_exec(m_other, lock.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
-    }
-    ~LockedSystem() { sqlite3_close(m_other); }
-    LockedSystem(const LockedSystem&) = delete;
-    LockedSystem& operator=(const LockedSystem&) = delete;
-
-private:
-    sqlite3* m_other = nullptr;
-};
 
 class LockedLibrary : public Workplace {
 protected:
@@ -104,7 +85,8 @@ TEST_F(LockedLibrary, IsAnsweredInTimeWhateverIsDone) {
                       "frmEditor.LoadBill 5");
         click("010101");
         {
-            const LockedSystem other;
+            OtherProgram other(appPath + QStringLiteral("tessel.dat"), systemKey);
+            other.run("BEGIN EXCLUSIVE");
             expectAnswers("tessel.dat", timed([&](ModalAnswers&) { user.window()->LoadBillDB(second); }),
                           "frmEditor.GetDefDekID 5");
         }
