@@ -86,6 +86,25 @@ TEST_F(ContentPaneTest, TheOnlyBlankRationIsOfTheLibraryForTheLeadingCode) {
     EXPECT_EQ(rowsInFile(user.path(), "SELECT ID FROM tblContDe"), before) << "nothing is written";
 }
 
+TEST_F(ContentPaneTest, ARationRowIsRemovedOrClearedByItsNeighbours) {
+    struct {
+        const char* place;
+        int row;
+        QString left;
+    } const cases[] = {{"first, a ration below", 2, u"1||1|a1-2|2|NULL|3|X1"_s},
+                       {"first, a second-level content below", 2, u"1||2|NULL|3|X1"_s},
+                       {"first, a content below", 4, u"1||2|NULL|3|"_s}};
+    for (const auto& [place, row, left] : cases) {
+        ModalAnswers answers;
+        answers.press(QMessageBox::Yes);
+        grid->setRow(row);
+        user.run(2, 403);
+        EXPECT_EQ(rowsInFile(user.path(), "SELECT SubNum,Deh FROM tblContDe WHERE ContID=41 ORDER BY ID").join(u'|'),
+                  left)
+            << place;
+    }
+}
+
 TEST_F(ContentPaneTest, ARejectedCodeWarnsAndAMissingLibraryIsCritical) {
     ModalAnswers answers;
     answers.then(pressReturn(QMessageBox::Warning)).then(pressReturn(QMessageBox::Critical));
