@@ -7,7 +7,6 @@
 #include <QStatusBar>
 #include <QToolBar>
 
-#include "app/base/Definitions.h"
 #include "tests/shell/ShellFixture.h"
 #include "tests/support/ModalAnswers.h"
 
@@ -74,15 +73,4 @@ TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
     EXPECT_TRUE(window.close());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(window.editors().isEmpty() && answers.seen().isEmpty());
-}
-
-TEST_F(MainWindow, OpensTheLibraryOfTheCommandLine) {
-    const QString path = copyOfSampleLibrary(u"named.BDB"_s);
-    for (const QString& named : {path, path + u' ', dataPath + u"none.bdb"_s, dataPath}) {
-        cmdFile = named;
-        frmMain started;
-        started.MDIForm_Load();
-        EXPECT_EQ(started.editors().size(), named == path ? 1 : 0) << qPrintable(named);
-    }
-    cmdFile.clear();
 }
