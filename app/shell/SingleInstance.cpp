@@ -17,10 +17,21 @@ QString lockPath() {
     return joinPath(folder, QLatin1String("tessel-") + QString::fromLatin1(program) + QLatin1String(".lock"));
 }
 
+bool namesAProcess(const QLockFile& lock) {
+    qint64 process = 0;
+    QString host;
+    QString program;
+    return lock.getLockInfo(&process, &host, &program);
+}
+
 }  // namespace
 
 SingleInstance::SingleInstance() : m_lock(std::make_unique<QLockFile>(lockPath())) {
     // Only a process that is gone makes the mark stale, never its age.
     m_lock->setStaleLockTime(0);
-    m_anotherIsRunning = !m_lock->tryLock() && m_lock->error() == QLockFile::LockFailedError;
+    const auto isTaken = [this] { return !m_lock->tryLock() && m_lock->error() == QLockFile::LockFailedError; };
+    m_anotherIsRunning = isTaken();
+    // A mark that names no process was cut short by a crash. One that is in use cannot be removed.
+    if (m_anotherIsRunning && !namesAProcess(*m_lock) && m_lock->removeStaleLockFile())
+        m_anotherIsRunning = isTaken();
 }
