@@ -6,6 +6,8 @@ Error sqliteError(sqlite3* database, int code) {
     if (code == SQLITE_INTERRUPT)
         return {SQLITE_INTERRUPT, QStringLiteral("数据量异常, 语句已中止, 文件可能已损坏")};
     const bool known = database && (sqlite3_errcode(database) & 0xff) == (code & 0xff);
+    if (known && sqlite3_extended_errcode(database) == SQLITE_READONLY_DBMOVED)
+        return {SQLITE_READONLY, QStringLiteral("文件已被删除、移动或替换, 没有写入")};
     return {code & 0xff, QString::fromUtf8(known ? sqlite3_errmsg(database) : sqlite3_errstr(code))};
 }
 
