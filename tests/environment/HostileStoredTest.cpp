@@ -3,7 +3,6 @@
 // it says; nothing else in the file changes.
 
 #include <QComboBox>
-#include <QFile>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -19,6 +18,7 @@
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/SystemDatabase.h"
 #include "tests/environment/HostileTexts.h"
+#include "tests/environment/KeptFile.h"
 #include "tests/environment/OtherProgram.h"
 #include "tests/environment/Workplace.h"
 #include "tests/gui/Libraries.h"
@@ -76,22 +76,6 @@ void clickChapter(frmDekBrowser& browser) {
     ASSERT_TRUE(node);
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
 }
-
-/// tessel.dat as it was before, when this goes.
-class KeptSystem {
-public:
-    KeptSystem() { EXPECT_TRUE(QFile::copy(path, kept)); }
-    ~KeptSystem() {
-        EXPECT_TRUE(QFile::remove(path));
-        EXPECT_TRUE(QFile::rename(kept, path));
-    }
-    KeptSystem(const KeptSystem&) = delete;
-    KeptSystem& operator=(const KeptSystem&) = delete;
-
-private:
-    const QString path = appPath + QStringLiteral("tessel.dat");
-    const QString kept = path + QStringLiteral(".kept");
-};
 
 class HostileStored : public Workplace {
 protected:
@@ -228,15 +212,16 @@ TEST_F(HostileStored, NoCommandIsLedAstray) {
 }
 
 TEST_F(HostileStored, RationLibrariesAndTheirListAreDataToo) {
-    const KeptSystem kept;
+    const QString list = appPath + QStringLiteral("tessel.dat");
+    const KeptFile kept(list);
     const QStringList& texts = hostileTexts();
     const QString file = QStringLiteral("hostile.db");
     const QString path = joinPath(dataPath + QStringLiteral("广东省"), file);
     QFile::remove(path);
     {
-        OtherProgram system(appPath + QStringLiteral("tessel.dat"), systemKey);
+        OtherProgram system(list, systemKey);
         system.run("BEGIN");
-        system.run("DELETE FROM SysBaseData");
+        system.run("CREATE TABLE SysBaseData (DekId,DekName,DekFilename,rgnName,Prof,QdkFileName)");
         system.run(
             "INSERT INTO SysBaseData(DekId,DekName,DekFilename,rgnName,Prof) VALUES('HOSTILE','x',?,'广东省','0')",
             {file});

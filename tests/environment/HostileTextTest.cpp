@@ -10,6 +10,7 @@
 
 #include "app/base/Text.h"
 #include "tests/environment/HostileTexts.h"
+#include "tests/environment/OtherProgram.h"
 #include "tests/environment/Workplace.h"
 #include "tests/gui/Libraries.h"
 #include "tests/support/Extent.h"
@@ -178,4 +179,40 @@ TEST_F(HostileText, IsStoredAsTypedOrRefusedWithoutATrace) {
                       .arg(all.size())
                       .arg(stored)
                       .arg(refused));
+}
+
+TEST_F(HostileText, IsOnlyLookedForInTheQueryAndAsARation) {
+    ASSERT_FALSE(user.profession()->isEditable());
+    const int ration = 2;
+    ASSERT_EQ(user.contents()->level(ration), 2);
+    const QStringList before = contentOf(user.path());
+    const QString shown = user.contents()->text(ration, QStringLiteral("cont"));
+    OtherProgram other(user.path());
+    int queries = 0;
+    for (const QString& text : hostileTexts()) {
+        SCOPED_TRACE(qPrintable(text.left(60)));
+        const QString code = trimBlanks(wholeCharacters(text.left(150))).toUpper();
+        QStringList said = messagesOf([&] {
+            QWidget* box = user.openEditor(user.contents(), ration, QStringLiteral("cont"));
+            ASSERT_TRUE(box);
+            enter(box, text);
+            user.key(box, Qt::Key_Return);
+            user.contents()->cancelEdit();
+        });
+        EXPECT_TRUE(!breaksStatement(code) || said.takeFirst() == QStringLiteral("frmEditor.GetDeData 1"));
+        EXPECT_TRUE(said ==
+                    QStringList{QStringLiteral("提示: 定额 [") + code + QStringLiteral("] 不存在, 请重新输入!")});
+        EXPECT_EQ(user.contents()->text(ration, QStringLiteral("cont")), shown);
+
+        const QStringList found = other.run("SELECT ID FROM tblBill WHERE Code LIKE '%' || ? || '%'", {text});
+        enter(user.search(), text);
+        const bool unreadable = text.contains(QChar::Null);
+        EXPECT_EQ(messagesOf([this] { user.key(user.search(), Qt::Key_Return); }).size(), unreadable ? 1 : 0);
+        EXPECT_TRUE(unreadable || user.bills()->rowCount() == found.size());
+        ++queries;
+        messagesOf([this] { click("010101"); });
+    }
+    EXPECT_EQ(contentOf(user.path()), before);
+    expectWindowIsFile();
+    reportFigures(QStringLiteral("hostile texts looked for: %1 queries, %1 rations").arg(queries));
 }

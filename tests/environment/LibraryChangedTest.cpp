@@ -98,6 +98,12 @@ constexpr int corrupt = 11;
 
 TEST_F(LibraryChanged, DeletedIsNotedBeforeAnythingIsWritten) {
     ASSERT_TRUE(QFile::remove(path));
+    {
+        ModalAnswers answers;
+        answers.closeAnything();
+        user.edit(user.bills(), 0, nameKey, QStringLiteral("x"));
+        EXPECT_TRUE(answers.seen().value(0).contains(QStringLiteral("文件已被删除、移动或替换")));
+    }
     expectThatNothingIsWritten({readOnly});
     EXPECT_FALSE(QFile::exists(path));
 }
