@@ -70,6 +70,8 @@ TEST_F(GridOutline, InsertingIntoAClosedNodeOpensItAndRemovingMovesNoClosedState
     grid.setCollapsed(5, true);
     grid.removeRows(1, 4);
     EXPECT_EQ(shown(), u"xx-"_s);
+    grid.removeRows(2);
+    EXPECT_FALSE(grid.isCollapsed(1));
 }
 
 TEST_F(GridOutline, TheArrowAndKeysToggleAndMakeNothingCurrent) {
