@@ -65,7 +65,7 @@ protected:
 };
 
 void DiskFaults::sweep(const char* name, const Command& command, const Fault& fault, int first) {
-    const int step = extent(4, 1);
+    const int step = extent(8, 1);
     QStringList before = contentOf(user.path());
     for (int at = 1 + first % step; at < 5000; at += step) {
         SCOPED_TRACE(testing::Message() << name << " at operation " << at);

@@ -123,7 +123,8 @@ TEST_F(FileNames, AreTakenAsTheyAre) {
     window().commandBars()->execute(260);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     int opened = 0;
-    for (const Name& each : names) {
+    for (std::size_t i = 0; i < std::size(names); i += static_cast<std::size_t>(extent(2, 1))) {
+        const Name& each = names[i];
         SCOPED_TRACE(qPrintable(each.name));
         const bool apostrophe = each.name.contains(QLatin1Char('\''));
         const QStringList atOpening = apostrophe ? refused : QStringList();

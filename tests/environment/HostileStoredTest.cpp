@@ -156,7 +156,7 @@ TEST_F(HostileStored, IsShownAsItIs) {
 
 TEST_F(HostileStored, NoCommandIsLedAstray) {
     click("010102");
-    const int step = extent(6, 1);
+    const int step = extent(16, 1);
     int row = 0;
     for (; row < user.bills()->rowCount(); row += step) {
         SCOPED_TRACE(testing::Message() << "bill " << row);

@@ -163,7 +163,7 @@ void HostileText::tryAt(const Place& place, const QString& text) {
 
 TEST_F(HostileText, IsStoredAsTypedOrRefusedWithoutATrace) {
     const std::vector<Place> all = places();
-    const int step = extent(4, 1);
+    const int step = extent(8, 1);
     int number = 0;
     for (const QString& text : hostileTexts()) {
         ++number;
@@ -189,7 +189,10 @@ TEST_F(HostileText, IsOnlyLookedForInTheQueryAndAsARation) {
     const QString shown = user.contents()->text(ration, QStringLiteral("cont"));
     OtherProgram other(user.path());
     int queries = 0;
+    int number = 0;
     for (const QString& text : hostileTexts()) {
+        if (number++ % extent(4, 1) != 0)
+            continue;
         SCOPED_TRACE(qPrintable(text.left(60)));
         const QString code = trimBlanks(wholeCharacters(text.left(150))).toUpper();
         QStringList said = messagesOf([&] {

@@ -1,5 +1,7 @@
 // The real program, started where little is as it should be: it opens the library that it was given.
 
+#include <gtest/gtest.h>
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
