@@ -176,7 +176,7 @@ protected:
         {u"choose"_s, [this](auto& caption, auto&) { choose(caption); }},
         {u"confirm"_s, [this](auto& caption, auto&) { choose(caption, confirm); }},
         {u"name"_s, [this](auto& caption, auto& name) { choose(caption, [&](QWidget*) { giveName(name); }); }},
-        {u"cell"_s, [this](auto& key, auto& text) { EXPECT_EQ(grid()->text(grid()->row(), key), text); }},
+        {u"cell"_s, [](auto& key, auto& text) { EXPECT_EQ(grid()->text(grid()->row(), key), text); }},
         {u"file"_s, [](auto& query, auto& rows) { EXPECT_EQ(file(query), rows); }},
     };
 
