@@ -102,7 +102,7 @@ protected:
         SCOPED_TRACE(testing::Message() << "killed " << (endAt > 0 ? "at change " : "after ms ")
                                         << (endAt > 0 ? endAt : instant) << ", shown " << journal.ended << ", begun "
                                         << journal.begun);
-        ASSERT_FALSE(journal.done);
+        EXPECT_FALSE(endAt > 0 && journal.done);
         EXPECT_TRUE(journal.wrong.isEmpty()) << qPrintable(program.lastWords());
         Count& count = endAt > 0 ? m_atChange : m_atInstant;
         ++count.kills;
@@ -164,7 +164,7 @@ TEST_P(Killed, LosesNothing) {
     ASSERT_FALSE(m_display.name().isEmpty());
     runWhole();
     ASSERT_FALSE(HasFailure());
-    const int kills = extent(6, 80);
+    const int kills = extent(6, 90);
     for (int kill = 0; kill < kills && !HasFailure(); ++kill) {
         const bool insideFileSystem = kill % 2 == 1;
         runKilled(insideFileSystem ? 1 + static_cast<qint64>(m_random()) % m_reference->changes : 0);
