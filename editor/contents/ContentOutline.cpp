@@ -1,5 +1,7 @@
 #include "editor/contents/ContentOutline.h"
 
+#include <utility>
+
 #include "app/base/Guarded.h"
 #include "storage/LibraryConnection.h"
 
@@ -14,16 +16,24 @@ namespace {
 class RowsOfContents {
 public:
     RowsOfContents(Connection& connection, const Outline& contents) : m_connection(connection) {
-        SqlText ids = "";
+        SqlComposer ids;
+        bool first = true;
         for (const OutlineRow& content : contents) {
             const SqlText id = sql("'", content.contID, "'");
             // The statement on such an id fails by itself when its turn comes.
-            if (id.brokenAt().isEmpty())
-                ids = sql(ids, ids.isEmpty() ? SqlText("") : SqlText(","), id);
+            if (!id.brokenAt().isEmpty())
+                continue;
+            if (!std::exchange(first, false))
+                ids.add(",");
+            ids.add(id);
         }
         m_connection.Execute(dropped);
-        m_connection.Execute(sql("CREATE TEMP TABLE tblContDe AS SELECT * FROM main.tblContDe WHERE contID IN (", ids,
-                                 ") ORDER BY id;"));
+        m_connection.Execute(sql("CREATE TEMP TABLE tblContDe AS SELECT * FROM main.tblContDe WHERE contID IN (",
+                                 ids.take(), ") ORDER BY id;"));
+        // A pass over the copy for each content is dear only when there are very many.
+        constexpr std::size_t worthAnIndex = 100;
+        if (contents.size() >= worthAnIndex)
+            m_connection.Execute("CREATE INDEX temp.tblContDe_contID ON tblContDe(contID);");
     }
 
     ~RowsOfContents() {
