@@ -12,7 +12,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
-#include <QWindow>
 
 #include "app/base/UserEvent.h"
 #include "editor/bills/BillPane.h"
@@ -156,22 +155,7 @@ bool EditorDriver::closeMenu() {
 void EditorDriver::activate(QWidget* window) {
     // What a closed box or list has still to tell comes first.
     QCoreApplication::processEvents();
-    // A window counts as active while a window that it owns is; that is not enough to type into it.
-    const auto isActive = [window] {
-        return QApplication::activeWindow() == window && QGuiApplication::focusWindow() == window->windowHandle();
-    };
-    for (int tries = 0; tries < 20 && !isActive(); ++tries) {
-        // A window that closes the moment it was given the focus may leave the toolkit believing that it still has it.
-        // Changing to another window and back puts that right.
-        const std::unique_ptr<QWidget> other(tries % 4 == 3 ? new QWidget : nullptr);
-        if (other) {
-            other->show();
-            (void)QTest::qWaitForWindowActive(other.get(), 1000);
-        }
-        window->activateWindow();
-        (void)QTest::qWaitFor(isActive, 250);
-    }
-    EXPECT_TRUE(isActive());
+    EXPECT_TRUE(makeActive(window));
 }
 
 void EditorDriver::settle() {

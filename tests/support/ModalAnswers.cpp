@@ -11,6 +11,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include "tests/support/Typing.h"
+
 ModalAnswers::ModalAnswers() { qApp->installEventFilter(this); }
 
 ModalAnswers::~ModalAnswers() {
@@ -63,7 +65,7 @@ bool ModalAnswers::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ModalAnswers::answer(QWidget* window) {
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == window; }));
+    EXPECT_TRUE(makeActive(window));
     const QPointer<QWidget> owner = window->parentWidget() ? window->parentWidget()->window() : nullptr;
     const auto* box = qobject_cast<QMessageBox*>(window);
     m_seen << (box ? box->windowTitle() + QLatin1String(": ") + box->text() : window->windowTitle());

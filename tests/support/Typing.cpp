@@ -1,7 +1,10 @@
 #include "tests/support/Typing.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QTest>
+#include <QWindow>
+#include <memory>
 
 void typeText(QWidget* widget, const QString& text) {
     for (qsizetype at = 0, length = 0; at < text.size(); at += length) {
@@ -12,4 +15,23 @@ void typeText(QWidget* widget, const QString& text) {
             QCoreApplication::sendEvent(widget, &event);
         }
     }
+}
+
+bool makeActive(QWidget* window) {
+    // A window counts as active while a window that it owns is; that is not enough to type into it.
+    const auto isActive = [window] {
+        return QApplication::activeWindow() == window && QGuiApplication::focusWindow() == window->windowHandle();
+    };
+    for (int tries = 0; tries < 20 && !isActive(); ++tries) {
+        // A window that closes the moment it was given the focus may leave the toolkit believing that it still has it.
+        // Changing to another window and back puts that right.
+        const std::unique_ptr<QWidget> other(tries % 4 == 3 ? new QWidget : nullptr);
+        if (other) {
+            other->show();
+            (void)QTest::qWaitForWindowActive(other.get(), 1000);
+        }
+        window->activateWindow();
+        (void)QTest::qWaitFor(isActive, 250);
+    }
+    return isActive();
 }
