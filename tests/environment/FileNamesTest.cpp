@@ -8,49 +8,47 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "storage/Connection.h"
-#include "tests/environment/Workplace.h"
 #include "tests/gui/Libraries.h"
+#include "tests/gui/Workplace.h"
 #include "tests/support/Extent.h"
-#include "tests/support/ModalAnswers.h"
-#include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"
 #include "tests/support/Typing.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 class FileNames : public Workplace {
 protected:
-    FileNames() : Workplace(sampleCopy()) {}
-    ~FileNames() override { cmdFile.clear(); }
+    FileNames() : Workplace(sampleCopy()) {
+        user.close();
+        QFile::rename(user.path(), source);
+    }
+    ~FileNames() override {
+        cmdFile.clear();
+        QFile::rename(source, user.path());
+        user.open();
+    }
 
     frmMain& window() { return *user.window(); }
 
-    QStringList makeNew(const QString& name) {
+    /// What is said when `text` is entered into the box `name` of the dialog that the command opens; first its title.
+    QStringList enter(int command, const char* name, const QString& text) {
         return messagesOf([&](ModalAnswers& answers) {
             answers.then([&](QWidget* dialog) {
-                auto* box = dialog->findChild<QLineEdit*>(QStringLiteral("txtFileName"));
-                EXPECT_TRUE(QTest::qWaitFor([box] { return box->hasFocus(); }));
-                typeText(box, name);
+                auto* box = dialog->findChild<QLineEdit*>(QLatin1String(name));
+                ASSERT_TRUE(box);
+                box->selectAll();
+                typeText(box, text);
                 QTest::keyClick(box, Qt::Key_Return);
                 if (dialog->isVisible())
                     QTest::keyClick(box, Qt::Key_Escape);
             });
-            window().commandBars()->execute(256);
+            window().commandBars()->execute(command);
         });
     }
-
-    QStringList openByDialog(const QString& path) {
-        return messagesOf([&](ModalAnswers& answers) {
-            answers.then([&](QWidget* dialog) {
-                auto* box = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-                ASSERT_TRUE(box);
-                box->setText(path);
-                QTest::keyClick(box, Qt::Key_Return);
-            });
-            window().commandBars()->execute(257);
-        });
-    }
+    QStringList makeNew(const QString& name) { return enter(256, "txtFileName", name); }
+    QStringList openByDialog(const QString& path) { return enter(257, "fileNameEdit", path); }
 
     /// Starts with `commandLine`; gives what was said. The library that is opened must be the one that it names.
     QStringList startWith(const QString& commandLine, bool opens = true) {
@@ -71,113 +69,86 @@ protected:
         ASSERT_TRUE(user.editor());
         EXPECT_EQ(user.editor()->DBFilePath(), path);
         EXPECT_EQ(user.editor()->windowTitle(), path.section(QDir::separator(), -1));
-        const QString name = QStringLiteral("章%1").arg(++m_names);
-        EXPECT_EQ(messagesOf([&](ModalAnswers& answers) {
-                      giveName(answers, name);
-                      user.run(1, 100);
-                  }).size(),
-                  1);
-        EXPECT_EQ(rowsInFile(path, sql("SELECT Name FROM tblSYB WHERE Name='", name, "'")), QStringList{name});
+        const QStringList before = rowsInFile(path, "SELECT Name FROM tblSYB");
+        EXPECT_EQ(messagesOf([this] { user.run(1, 100); }).size(), 1);
+        EXPECT_EQ(rowsInFile(path, "SELECT Name FROM tblSYB"), before + QStringList{u"新"_s});
         EXPECT_EQ(messagesOf([this] { window().commandBars()->execute(260); }), QStringList());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-private:
-    int m_names = 0;
+    const QString source = dataPath + u"source"_s;
 };
 
 }  // namespace
 
 TEST_F(FileNames, AreTakenAsTheyAre) {
-    // The default ration library is looked up by the file's name, which must not hold an apostrophe.
-    const QStringList refused{QStringLiteral("frmEditor.GetDefDekID 1")};
-    struct Name {
-        QString name;
-        bool byNew = true;
-    };
-    const Name names[] = {
-        {QStringLiteral("it's")},
-        {QStringLiteral("';DROP TABLE tblBill;--")},
-        {QStringLiteral("two  blanks")},
-        {QStringLiteral("100%")},
-        {QStringLiteral("%1 %s %n")},
-        {QStringLiteral("a#b&c;d=e,f")},
-        {QStringLiteral("&File")},
-        {QStringLiteral("广东省建设工程量清单（2018）“标准”")},
-        {QStringLiteral("emoji 🏗️👷🏽‍♀️")},
-        {QString::fromUtf8("e\u0301\u202Eright to left")},
-        {QStringLiteral("[a]{b}(c)!@^~`$+")},
-        {QStringLiteral("<b>bold<br>"), false},
-        {QStringLiteral("who?.what*"), false},
-        {QStringLiteral("say \"yes\" | no"), false},
-        {QStringLiteral("file:a.bdb?mode=ro"), false},
-        {QStringLiteral("title [*]"), false},
-        {QStringLiteral("a\nb\tc"), false},
-        {QStringLiteral(".hidden")},
-        {QStringLiteral("dots...")},
-        {QStringLiteral("x.bdb")},
-        {QStringLiteral(":memory:"), false},
-        {QString(200, QLatin1Char('n'))},
-        {QString(80, QChar(0x957F))},
-    };
-    window().commandBars()->execute(260);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // Those that New takes, and those that only others give.
+    const QStringList byNew =
+        u"it's¦two  blanks¦a#b&c;d=e,f¦';DROP TABLE tblBill;--¦100%¦%1 %s %n¦&File¦广东省建设工程量清单（2018）“标准”¦"
+        u"emoji 🏗️👷🏽‍♀️¦e\u0301\u202Eright to left¦[a]{b}(c)!@^~`$+¦.hidden¦dots...¦x.bdb"_s
+            .split(u'¦') +
+        QStringList{QString(200, u'n'), QString(80, u'长')};
+    const QStringList byOthers =
+        u"<b>bold<br>¦who?.what*¦say \"yes\" | no¦file:a.bdb?mode=ro¦title [*]¦a\nb\tc¦:memory:"_s.split(u'¦');
     int opened = 0;
-    for (std::size_t i = 0; i < std::size(names); i += static_cast<std::size_t>(extent(2, 1))) {
-        const Name& each = names[i];
-        SCOPED_TRACE(qPrintable(each.name));
-        const bool apostrophe = each.name.contains(QLatin1Char('\''));
-        const QStringList atOpening = apostrophe ? refused : QStringList();
-        const QString path = dataPath + each.name + QStringLiteral(".bdb");
+    const auto tryName = [&](const QString& name, bool allowed) {
+        SCOPED_TRACE(qPrintable(name));
+        // The default ration library is looked up by the file's name, which must not hold an apostrophe.
+        const QStringList atOpening(name.contains(u'\'') ? 1 : 0, u"frmEditor.GetDefDekID 1"_s);
+        const QString path = dataPath + name + u".bdb"_s;
         QFile::remove(path);
-        if (each.byNew) {
-            EXPECT_EQ(makeNew(each.name).mid(1), atOpening);
+        const QStringList said = makeNew(name);
+        // The boxes are of one line, and the dialog takes quotes for its own.
+        const bool oneLine = !name.contains(u'\n');
+        if (allowed) {
+            EXPECT_EQ(said.mid(1), atOpening);
             workIn(path);
         } else {
-            EXPECT_EQ(makeNew(each.name).size(), each.name.contains(QLatin1Char('\n')) ? 1 : 2);
-            EXPECT_TRUE(QFile::copy(sampleCopy(), path));
+            EXPECT_EQ(said.size(), oneLine ? 2 : 1);
+            EXPECT_TRUE(QFile::copy(source, path));
         }
-        // The dialog takes quotes for its own, and its box is of one line.
-        const bool writable = !each.name.contains(QLatin1Char('\n')) && !each.name.contains(QLatin1Char('"'));
-        if (writable) {
+        if (oneLine && !name.contains(u'"')) {
             EXPECT_EQ(openByDialog(path).mid(1), atOpening);
             workIn(path);
+            ++opened;
         }
         EXPECT_EQ(startWith(path), atOpening);
-        opened += 1 + (each.byNew ? 1 : 0) + (writable ? 1 : 0);
+        opened += allowed ? 2 : 1;
         EXPECT_TRUE(QFile::remove(path));
-    }
-    user.open();
-    reportFigures(QStringLiteral("file names: %1, opened %2 times").arg(std::size(names)).arg(opened));
+    };
+    for (int i = 0; i < byNew.size(); i += extent(5, 1))
+        tryName(byNew[i], true);
+    for (int i = 0; i < byOthers.size(); i += extent(4, 1))
+        tryName(byOthers[i], false);
+    reportFigures(u"file names: %1, opened %2 times"_s.arg(byNew.size() + byOthers.size()).arg(opened));
 }
 
 TEST_F(FileNames, DecideByTheirExtensionInAnyCaseAndStandAtAnyDepth) {
-    const QString source = sampleCopy();
     for (const char* name : {"A.BDB", "b.Bdb"}) {
-        const QString path = dataPath + QString::fromLatin1(name);
+        const QString path = dataPath + QLatin1String(name);
         ASSERT_TRUE(QFile::copy(source, path));
         EXPECT_EQ(startWith(path), QStringList());
-        for (const QString& other : {QLatin1Char(' ') + path, path + QLatin1Char(' '), path + QLatin1Char('x'),
-                                     QLatin1Char('"') + path + QLatin1Char('"'), path.chopped(4), dataPath})
+        for (const QString& other :
+             {u' ' + path, path + u' ', path + u'x', u'"' + path + u'"', path.chopped(4), dataPath})
             EXPECT_EQ(startWith(other, false), QStringList());
         EXPECT_TRUE(QFile::remove(path));
     }
     // Longer than 260 characters is a path like any other; what the database cannot reach is said.
-    QString folder = dataPath;
-    while (folder.size() < 300)
-        folder = joinPath(folder, QStringLiteral("very long folder name in a deep place"));
-    ASSERT_TRUE(QDir().mkpath(folder));
-    QString deep = joinPath(folder, QStringLiteral("deep.bdb"));
-    ASSERT_TRUE(QFile::copy(source, deep));
-    EXPECT_EQ(startWith(deep), QStringList());
-    EXPECT_EQ(openByDialog(deep).size(), 1);
-    workIn(deep);
-    while (folder.size() < 600)
-        folder = joinPath(folder, QStringLiteral("very long folder name in a deep place"));
-    ASSERT_TRUE(QDir().mkpath(folder));
-    deep = joinPath(folder, QStringLiteral("deep.bdb"));
-    ASSERT_TRUE(QFile::copy(source, deep));
-    EXPECT_EQ(startWith(deep, false), (QStringList{QStringLiteral("ModDBOperator.GetOrmConn 14"),
-                                                   QStringLiteral("提示: 打开") + deep + QStringLiteral("文件失败！"),
-                                                   QStringLiteral("frmEditor.CreateTvwSYB 91")}));
+    const auto deep = [this](int length) {
+        QString folder = dataPath;
+        while (folder.size() < length)
+            folder = joinPath(folder, u"very long folder name in a deep place"_s);
+        EXPECT_TRUE(QDir().mkpath(folder));
+        const QString path = joinPath(folder, u"deep.bdb"_s);
+        EXPECT_TRUE(QFile::copy(source, path));
+        return path;
+    };
+    const QString reached = deep(300);
+    EXPECT_EQ(startWith(reached), QStringList());
+    EXPECT_EQ(openByDialog(reached).size(), 1);
+    workIn(reached);
+    const QString unreached = deep(600);
+    EXPECT_EQ(startWith(unreached, false),
+              (QStringList{u"ModDBOperator.GetOrmConn 14"_s, u"提示: 打开"_s + unreached + u"文件失败！"_s,
+                           u"frmEditor.CreateTvwSYB 91"_s}));
 }

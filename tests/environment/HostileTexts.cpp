@@ -1,87 +1,29 @@
 #include "tests/environment/HostileTexts.h"
 
-namespace {
-
-QString characters(std::initializer_list<int> codes) {
-    QString text = QStringLiteral("a");
-    for (const int code : codes)
-        text += QChar(code);
-    return text + QLatin1Char('z');
-}
-
-}  // namespace
+using namespace Qt::StringLiterals;
 
 const QStringList& hostileTexts() {
-    static const QStringList texts{
+    static const QStringList texts =
         // Out of the quotes.
-        QStringLiteral("'"),
-        QStringLiteral("''"),
-        QStringLiteral("it's"),
-        QStringLiteral("' OR 1=1 --"),
-        QStringLiteral("'; DROP TABLE tblBill; --"),
-        QStringLiteral("x', Rule='gone"),
-        QStringLiteral("x' WHERE 1=1; DELETE FROM tblSYB; --"),
-        QStringLiteral("' UNION SELECT sql FROM sqlite_master --"),
-        QStringLiteral("x'||(SELECT name FROM sqlite_schema)||'"),
-        QStringLiteral("\\'; --"),
-        QStringLiteral("%27 OR 1=1"),
+        u"'¦''¦it's¦' OR 1=1 --¦'; DROP TABLE tblBill; --¦x', Rule='gone¦x' WHERE 1=1; DELETE FROM tblSYB; --¦"
+        u"' UNION SELECT sql FROM sqlite_master --¦x'||(SELECT name FROM sqlite_schema)||'¦\\'; --¦%27 OR 1=1¦"
         // Without an apostrophe nothing of it is a statement.
-        QStringLiteral("-- comment"),
-        QStringLiteral("/* comment"),
-        QStringLiteral("*/ x /*"),
-        QStringLiteral("; DELETE FROM tblBill;"),
-        QStringLiteral("\" OR \"\"=\""),
-        QStringLiteral("\"\"doubled\"\""),
-        QStringLiteral("`back` [bracket] {brace}"),
-        QStringLiteral("%_[a-z]*?"),
-        QStringLiteral("_________"),
-        QStringLiteral("?1 :name @name $name"),
-        QStringLiteral("\\ \\n \\0 \\x27 \\u0027"),
-        QStringLiteral("&#39; &apos; &lt;"),
+        u"-- comment¦/* comment¦*/ x /*¦; DELETE FROM tblBill;¦\" OR \"\"=\"¦\"\"doubled\"\"¦%_[a-z]*?¦_________¦"
+        u"`back` [bracket] {brace}¦?1 :name @name $name¦\\ \\n \\0 \\x27 \\u0027¦&#39; &apos; &lt;¦"
         // Placeholders, rich text, mnemonics.
-        QStringLiteral("%1 %2 %L1 %n %s %d %%"),
-        QStringLiteral("%99$n{0}{}"),
-        QStringLiteral("<b>bold</b>"),
-        QStringLiteral("<img src=x><a href=\"y\">z</a>"),
-        QStringLiteral("<!-- <table><tr>"),
-        QStringLiteral("&File && &x"),
-        QStringLiteral("title [*]"),
-        QStringLiteral("#1;a|#2;b|..."),
-        // Characters.
-        characters({0}),
-        characters({0x01, 0x07, 0x08, 0x0B, 0x0C, 0x1B, 0x7F}),
-        characters({0x85, 0xA0, 0xAD}),
-        characters({'\t'}),
-        characters({'\n'}),
-        characters({'\r', '\n', '\r'}),
-        characters({0x2028}),
-        characters({0x2029}),
-        characters({0x200B, 0x200D, 0xFEFF, 0x2060}),
-        characters({0x202E, 0x2066, 0x200F}),
-        characters({0xFFFE, 0xFFFF}),
-        characters({0xFDD0, 0xFDD1, 0xFDEF}),
-        characters({0xFFFC, 0xFFFD}),
-        characters({0xD800}),
-        characters({0xDC00}),
-        characters({0xDC00, 0xD800}),
-        characters({0xD83D, 0xDE00}),
-        QStringLiteral("🏗️👷🏽‍♀️🇨🇳"),
-        QStringLiteral("𠀀𪚥 龘"),
-        characters({0x0301, 0x0302, 0x0303, 0x0489}),
-        characters({0x2018, 0x2019, 0x02BC, 0xFF07, 0x2032, 0x00B4, 0x055A}),
-        QStringLiteral("ﬁ ß İ ı ſ K Å"),
-        // Lengths and blanks.
-        QStringLiteral(" both "),
-        QStringLiteral("\u3000wide\u3000"),
-        QString(7, QLatin1Char('n')) + QStringLiteral("😀"),
-        QString(49, QLatin1Char('n')) + QStringLiteral("😀"),
-        QString(5'000, QLatin1Char('w')),
-        QStringLiteral("字").repeated(5'000) + QLatin1Char('\''),
-        QStringLiteral("0x1F"),
-        QStringLiteral("1e999"),
-        QStringLiteral("NULL"),
-    };
+        u"%1 %2 %L1 %n %s %d %%¦%99$n{0}{}¦<b>bold</b>¦<img src=x><a href=\"y\">z</a>¦<!-- <table><tr>¦&File && &x¦"
+        u"title [*]¦#1;a|#2;b|...¦"
+        // Controls, ends of lines, halves of characters and what is none, combining marks, look-alikes.
+        u"a\0z¦a\x01\x07\x08\x0B\x0C\x1B\x7Fz¦a\x85\xA0\xADz¦a\tz¦a\nz¦a\r\n\rz¦a\x2028z¦a\x2029z¦"
+        u"a\x200B\x200D\xFEFF\x2060z¦a\x202E\x2066\x200Fz¦a\xFFFE\xFFFFz¦a\xFDD0\xFDD1\xFDEFz¦a\xFFFC\xFFFDz¦"
+        u"a\xD800z¦a\xDC00z¦a\xDC00\xD800z¦a😀z¦🏗️👷🏽‍♀️🇨🇳¦𠀀𪚥 "
+        u"龘¦a\x0301\x0302\x0303\x0489z¦"
+        u"a\x2018\x2019\x02BC\xFF07\x2032\x00B4\x055Az¦ﬁ ß İ ı ſ K Å¦"
+        // Blanks, limits of length, numbers.
+        u" both ¦\u3000wide\u3000¦nnnnnnn😀¦nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn😀¦0x1F¦1e999¦NULL"_s.split(
+            u'¦') +
+        QStringList{QString(5'000, u'w'), QString(5'000, u'字') + u'\''};
     return texts;
 }
 
-bool breaksStatement(const QString& text) { return text.contains(QLatin1Char('\'')) || text.contains(QChar::Null); }
+bool breaksStatement(const QString& text) { return text.contains(u'\'') || text.contains(QChar::Null); }

@@ -7,15 +7,15 @@
 #include <QMenu>
 
 #include "app/base/Definitions.h"
-#include "tests/environment/Workplace.h"
+#include "tests/environment/OtherProgram.h"
 #include "tests/gui/Libraries.h"
+#include "tests/gui/Workplace.h"
 #include "tests/support/Extent.h"
-#include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 
-namespace {
+using namespace Qt::StringLiterals;
 
-constexpr int count = 50;
+namespace {
 
 class ManyLibraries : public Workplace {
 protected:
@@ -23,83 +23,67 @@ protected:
     ~ManyLibraries() override { user.open(); }
 };
 
-/// kB of a line of the process' own status.
-qint64 memory(const char* line) {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& text : status.readAll().split('\n')) {
-        if (text.startsWith(line))
-            return text.mid(text.indexOf(':') + 1).trimmed().split(' ').value(0).toLongLong();
-    }
-    return 0;
-}
-
-/// The libraries that a menu names, in its order.
-QStringList listedIn(QMenu* menu) {
-    Q_EMIT menu->aboutToShow();
-    QStringList names;
-    for (const QAction* entry : menu->actions()) {
-        if (entry->isCheckable() && entry->isVisible())
-            names << entry->text().section(QLatin1Char(' '), 1).replace(QLatin1String("&&"), QLatin1String("&"));
-    }
-    return names;
+/// kB of memory that the process has.
+qint64 memory() {
+    const QByteArray status = bytesOf(u"/proc/self/status"_s);
+    return status.mid(status.indexOf("VmRSS:") + 6).trimmed().split(' ').value(0).toLongLong();
 }
 
 }  // namespace
 
 TEST_F(ManyLibraries, AreOpenAtOnce) {
-    const ModalAnswers noMessages;
-    QStringList paths;
+    const int count = extent(12, 50);
     QStringList names;
     for (int number = 0; number < count; ++number) {
-        names << QStringLiteral("库 & %1.bdb").arg(number);
-        paths << dataPath + names.last();
-        QFile::remove(paths.last());
-        ASSERT_TRUE(QFile::copy(user.path(), paths.last()));
+        names << u"库 & %1.bdb"_s.arg(number);
+        QFile::remove(dataPath + names.last());
+        ASSERT_TRUE(QFile::copy(user.path(), dataPath + names.last()));
     }
-    const qint64 before = memory("VmRSS");
+    const qint64 before = memory();
     QElapsedTimer clock;
     clock.start();
-    for (const QString& path : paths)
-        user.window()->LoadBillDB(path);
+    const ModalAnswers noMessages;
+    for (const QString& name : names)
+        user.window()->LoadBillDB(dataPath + name);
     EditorDriver::settle();
     const qint64 opening = clock.restart();
-    const qint64 opened = memory("VmRSS");
+    const qint64 opened = memory();
     ASSERT_EQ(user.window()->editors().size(), count);
 
-    auto* windows = user.window()->findChild<QMdiArea*>();
-    auto* menu = user.window()->findChild<QMenu*>(QStringLiteral("窗口(&W)"));
+    auto* menu = user.window()->findChild<QMenu*>(u"窗口(&W)"_s);
     ASSERT_TRUE(menu);
-    EXPECT_EQ(listedIn(menu), names);
+    Q_EMIT menu->aboutToShow();
+    QStringList listed;
+    for (const QAction* entry : menu->actions()) {
+        if (entry->isCheckable() && entry->isVisible())
+            listed << entry->text().section(u' ', 1).replace(u"&&"_s, u"&"_s);
+    }
+    EXPECT_EQ(listed, names);
     clock.restart();
     for (int number = count - 1; number >= 0; --number) {
-        const QString& path = paths[number];
-        for (QMdiSubWindow* window : windows->subWindowList()) {
-            if (window->widget()->windowTitle() == names[number])
-                windows->setActiveSubWindow(window);
-        }
+        const QString path = dataPath + names[number];
+        const EditorDriver library(user.window(), path);
+        library.bringToFront();
         ASSERT_EQ(user.editor()->DBFilePath(), path);
         click("010101");
-        const QString text = QStringLiteral("第%1个").arg(number);
-        ASSERT_TRUE(user.edit(user.bills(), 0, QStringLiteral("Name"), text));
+        const QString text = u"第%1个"_s.arg(number);
+        ASSERT_TRUE(user.edit(user.bills(), 0, u"Name"_s, text));
         EXPECT_EQ(rowsInFile(path, "SELECT Name FROM tblBill WHERE Code='010101001'"), QStringList{text});
     }
     const qint64 working = clock.restart();
-    const qint64 worked = memory("VmRSS");
+    const qint64 worked = memory();
 
     user.window()->commandBars()->execute(261);
     const qint64 closing = clock.elapsed();
     EXPECT_TRUE(user.window()->editors().isEmpty());
-    for (const QString& path : paths)
-        EXPECT_TRUE(QFile::remove(path));
-    reportFigures(
-        QStringLiteral("%1 libraries: opened in %2 ms, each clicked and edited in %3 ms, all closed in %4 ms, "
-                       "%5 kB memory a library, %6 kB after work in it")
-            .arg(count)
-            .arg(opening)
-            .arg(working)
-            .arg(closing)
-            .arg((opened - before) / count)
-            .arg((worked - before) / count));
+    for (const QString& name : names)
+        EXPECT_TRUE(QFile::remove(dataPath + name));
+    const QString figures =
+        u"%1 libraries: opened in %2 ms, each clicked and edited in %3 ms, all closed in %4 ms, %5 kB memory a library, %6 kB after work in it"_s;
+    reportFigures(figures.arg(count)
+                      .arg(opening)
+                      .arg(working)
+                      .arg(closing)
+                      .arg((opened - before) / count)
+                      .arg((worked - before) / count));
 }

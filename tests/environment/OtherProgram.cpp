@@ -1,9 +1,6 @@
 #include "tests/environment/OtherProgram.h"
 
-#include <gtest/gtest.h>
 #include <sqlite3.h>
-
-#include <QStringList>
 
 OtherProgram::OtherProgram(const QString& path, const char* key) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_database), SQLITE_OK);
@@ -32,4 +29,15 @@ QStringList OtherProgram::run(const char* statement, const QStringList& values) 
     EXPECT_EQ(code, SQLITE_DONE) << sqlite3_errmsg(m_database) << ": " << statement;
     sqlite3_finalize(prepared);
     return rows;
+}
+
+void overwrite(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
 }

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QString>
+#include <gtest/gtest.h>
+
+#include <QFile>
 
 struct sqlite3;
 
@@ -20,3 +22,25 @@ public:
 private:
     sqlite3* m_database = nullptr;
 };
+
+/// Takes a file away and brings it back, in place of whatever stands there by then, when this goes.
+class KeptFile {
+public:
+    explicit KeptFile(const QString& path) : m_path(path) { EXPECT_TRUE(QFile::rename(m_path, kept())); }
+    ~KeptFile() {
+        QFile::remove(m_path);
+        EXPECT_TRUE(QFile::rename(kept(), m_path));
+    }
+    KeptFile(const KeptFile&) = delete;
+    KeptFile& operator=(const KeptFile&) = delete;
+
+private:
+    QString kept() const { return m_path + QStringLiteral(".kept"); }
+
+    const QString m_path;
+};
+
+/// Makes `bytes` all that the file holds, in its place.
+void overwrite(const QString& path, const QByteArray& bytes);
+
+QByteArray bytesOf(const QString& path);

@@ -3,166 +3,125 @@
 
 #include <QComboBox>
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/SystemDatabase.h"
-#include "tests/environment/KeptFile.h"
 #include "tests/environment/OtherProgram.h"
-#include "tests/environment/Workplace.h"
 #include "tests/gui/Disturbance.h"
 #include "tests/gui/Libraries.h"
+#include "tests/gui/Workplace.h"
 #include "tests/support/Extent.h"
-#include "tests/support/ModalAnswers.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
-
-void write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
 
 class RationFiles : public Workplace {
 protected:
     RationFiles() : Workplace(awkwardLibrary()) {}
 
-    /// Types a ration's code into the first ration of the bill.
-    QStringList typeCode(const char* code) {
-        return messagesOf([this, code] {
-            QWidget* editor = user.openEditor(user.contents(), 2, QStringLiteral("cont"));
-            EditorDriver::typeOver(editor, QString::fromLatin1(code));
-            user.key(editor, Qt::Key_Return);
-            user.contents()->cancelEdit();
-        });
-    }
-
-    QStringList chooseFirst(frmDekBrowser& browser) {
-        return messagesOf([&] { browser.setDekID(QStringLiteral("GD2018ZHDE01")); });
-    }
-
-    const QString system = appPath + QStringLiteral("tessel.dat");
-    const QString region = dataPath + QStringLiteral("广东省");
+    const QString system = appPath + u"tessel.dat"_s;
+    const QString region = dataPath + u"广东省"_s;
+    const QString code = u"a1-3"_s;
+    const QString unknownCode = u"提示: 定额 [A1-3] 不存在, 请重新输入!"_s;
 };
-
-const QString unknownFile = QStringLiteral("提示: 定额库文件不存在!");
 
 }  // namespace
 
 TEST_F(RationFiles, WithoutAUsableSystemDatabaseTheLibraryWorksAllTheSame) {
     const KeptFile kept(system);
-    struct State {
+    const struct {
         const char* name;
         std::function<void()> make;
         int number;
-    };
-    const State states[] = {
+    } states[] = {
         {"missing", [] {}, 14},
-        {"empty", [this] { write(system, {}); }, 1},
-        {"short", [this] { write(system, "SQLite"); }, 26},
-        {"foreign", [this] { write(system, QByteArray(9000, 'x')); }, 26},
+        {"empty", [this] { overwrite(system, {}); }, 1},
+        {"short", [this] { overwrite(system, "SQLite"); }, 26},
+        {"foreign", [this] { overwrite(system, QByteArray(9000, 'x')); }, 26},
         {"another key", [this] { OtherProgram(system, "123456").run("CREATE TABLE SysBaseData(DekId)"); }, 26},
         {"other tables", [this] { OtherProgram(system, systemKey).run("CREATE TABLE other(a)"); }, 1},
         {"a folder", [this] { QDir().mkdir(system); }, 14},
     };
-    int number = 0;
-    for (const State& state : states) {
-        if (number++ % extent(3, 1) != 0)
-            continue;
-        SCOPED_TRACE(state.name);
-        QFile::remove(system);
-        state.make();
+    for (std::size_t i = 0; i < std::size(states); i += static_cast<std::size_t>(extent(3, 1))) {
+        SCOPED_TRACE(states[i].name);
+        states[i].make();
         const auto error = [&](const char* place) {
-            return QStringList{QString::fromLatin1(place) + QLatin1Char(' ') + QString::number(state.number)};
+            return QStringList{u"%1 %2"_s.arg(QLatin1String(place)).arg(states[i].number)};
         };
         EXPECT_EQ(messagesOf([this] { reopen(); }),
                   error("frmEditor.GetDefDekID") + error("frmEditor.GetDekComboList"));
         EXPECT_EQ(messagesOf([this] { click("010101"); }), QStringList());
-        EXPECT_EQ(typeCode("a1-3"), error("frmEditor.GetDekFilePath") << unknownFile);
+        EXPECT_EQ(typeCode(code), error("frmEditor.GetDekFilePath") << u"提示: 定额库文件不存在!"_s);
         frmDekBrowser browser(user.window());
         EXPECT_EQ(messagesOf([&] { browser.show(); }), error("frmDekBrowser.LoadDekCom2boList"));
         EXPECT_EQ(browser.cboDek()->count(), 0);
         browser.hide();
         expectThatWorkGoesOn();
-        QDir().rmdir(system);
+        EXPECT_EQ(QFile::exists(system), i > 0) << "it is never made";
+        EXPECT_TRUE(i == 0 || QFile::remove(system) || QDir().rmdir(system));
     }
-    QFile::remove(system);
-    EXPECT_FALSE(QFile::exists(system)) << "it is never made";
 }
 
 TEST_F(RationFiles, ReplacedWhileTheProgramRunsAreReadAnew) {
-    const QString file = QStringLiteral("other.db");
-    EXPECT_EQ(typeCode("a1-3"), QStringList());
+    const QString path = joinPath(region, u"other.db"_s);
+    EXPECT_EQ(typeCode(code), QStringList());
     const KeptFile kept(system);
-    QFile::remove(joinPath(region, file));
+    QFile::remove(path);
     OtherProgram(system, systemKey)
         .run(
             "CREATE TABLE SysBaseData AS SELECT 'GD2018ZHDE01' AS DekId,'别的定额' AS DekName,'other.db' AS "
             "DekFilename,'广东省' AS rgnName,'01' AS Prof,'' AS QdkFileName");
-    EXPECT_EQ(typeCode("a1-1"),
-              QStringList{QStringLiteral("提示: 定额库") + joinPath(region, file) + QStringLiteral("文件不存在!")});
-    {
-        OtherProgram library(joinPath(region, file));
-        library.run("CREATE TABLE DEB AS SELECT 1 AS ID,1 AS sybID,'Z9' AS DEH,'新定额' AS MC,'t' AS DW");
-        library.run(
-            "CREATE TABLE DeSYB AS SELECT 1 AS sybID,1 AS CH,0 AS ZH,0 AS JH,0 AS XH,0 AS MH,'章' AS BTM,0 AS isdel");
-    }
-    EXPECT_EQ(typeCode("z9"), QStringList());
-    EXPECT_EQ(user.contents()->text(2, QStringLiteral("cont")), QStringLiteral("[Z9] 新定额"));
+    EXPECT_EQ(typeCode(code), QStringList{u"提示: 定额库"_s + path + u"文件不存在!"_s});
+    OtherProgram(path).run("CREATE TABLE DEB AS SELECT 1 AS ID,1 AS sybID,'Z9' AS DEH,'新定额' AS MC,'t' AS DW");
+    EXPECT_EQ(typeCode(u"z9"_s), QStringList());
+    EXPECT_EQ(user.contents()->text(2, u"cont"_s), u"[Z9] 新定额"_s);
     expectWindowIsFile();
-    QFile::remove(joinPath(region, file));
+    QFile::remove(path);
 }
 
 TEST_F(RationFiles, MissingLockedOrReplacedOnesAreSaid) {
+    const QString library = joinPath(
+        region,
+        OtherProgram(system, systemKey).run("SELECT DekFilename FROM SysBaseData WHERE DekId='GD2018ZHDE01'").value(0));
     frmDekBrowser browser(user.window());
     browser.show();
-    ASSERT_GT(browser.cboDek()->count(), 0);
-    EXPECT_EQ(chooseFirst(browser), QStringList());
     const auto* tree = browser.tvRationContent();
-    ASSERT_GT(tree->nodeCount(), 1);
-    const QString path =
-        OtherProgram(system, systemKey).run("SELECT DekFilename FROM SysBaseData WHERE DekId='GD2018ZHDE01'").value(0);
-    const QString library = joinPath(region, path);
-    const auto clickAChapter = [&] {
+    const auto choose = [&] { return messagesOf([&] { browser.setDekID(u"GD2018ZHDE01"_s); }); };
+    const auto clickChapters = [&] {
         return messagesOf([&] {
             for (KeyedTree::Node* node : tree->nodes())
                 QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
         });
     };
-    EXPECT_EQ(clickAChapter(), QStringList());
+    const QStringList missing{u"提示: "_s + library + u" 文件不存在!"_s};
+    EXPECT_EQ(choose() + clickChapters(), QStringList());
+    ASSERT_GT(tree->nodeCount(), 1);
     {
         // Replaced while it is shown: what is open stays readable, the next choice finds the other one.
         const KeptFile kept(library);
-        EXPECT_EQ(clickAChapter(), QStringList());
-        EXPECT_EQ(chooseFirst(browser),
-                  QStringList{QStringLiteral("提示: ") + library + QStringLiteral(" 文件不存在!")});
+        EXPECT_EQ(clickChapters(), QStringList());
+        EXPECT_EQ(choose(), missing);
         EXPECT_EQ(tree->nodeCount(), 0);
-        EXPECT_EQ(typeCode("a1-3").size(), 1);
-        write(library, QByteArray(9000, 'x'));
-        EXPECT_EQ(chooseFirst(browser),
-                  QStringList{QStringLiteral("提示: ") + library + QStringLiteral(" 文件已损坏!")});
-        EXPECT_EQ(typeCode("a1-3"), (QStringList{QStringLiteral("frmEditor.GetDeData 26"),
-                                                 QStringLiteral("提示: 定额 [A1-3] 不存在, 请重新输入!")}));
+        EXPECT_EQ(typeCode(code), QStringList{u"提示: 定额库"_s + library + u"文件不存在!"_s});
+        overwrite(library, QByteArray(9000, 'x'));
+        EXPECT_EQ(choose(), QStringList{u"提示: "_s + library + u" 文件已损坏!"_s});
+        EXPECT_EQ(typeCode(code), (QStringList{u"frmEditor.GetDeData 26"_s, unknownCode}));
     }
-    {
+    if (extent(0, 1)) {
         const Disturbance other(library, Disturbance::Kind::Locked);
-        EXPECT_EQ(typeCode("a1-3"), (QStringList{QStringLiteral("frmEditor.GetDeData 5"),
-                                                 QStringLiteral("提示: 定额 [A1-3] 不存在, 请重新输入!")}));
+        EXPECT_EQ(typeCode(code), (QStringList{u"frmEditor.GetDeData 5"_s, unknownCode}));
     }
-    {
-        ASSERT_TRUE(QDir().rename(region, region + QStringLiteral(".aside")));
-        EXPECT_EQ(chooseFirst(browser),
-                  QStringList{QStringLiteral("提示: ") + library + QStringLiteral(" 文件不存在!")});
-        EXPECT_EQ(typeCode("a1-3"),
-                  QStringList{QStringLiteral("提示: 定额库") + library + QStringLiteral("文件不存在!")});
-        ASSERT_TRUE(QDir().rename(region + QStringLiteral(".aside"), region));
-    }
-    EXPECT_EQ(chooseFirst(browser), QStringList());
+    // The region's whole folder.
+    ASSERT_TRUE(QDir().rename(region, region + u".aside"_s));
+    EXPECT_EQ(choose(), missing);
+    ASSERT_TRUE(QDir().rename(region + u".aside"_s, region));
+    EXPECT_EQ(choose(), QStringList());
     EXPECT_GT(tree->nodeCount(), 1);
     browser.hide();
-    EXPECT_EQ(typeCode("a1-3"), QStringList());
+    EXPECT_EQ(typeCode(code), QStringList());
     expectThatWorkGoesOn();
 }

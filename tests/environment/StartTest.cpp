@@ -1,41 +1,35 @@
 // The real program, started where little is as it should be: it opens the library that it was given.
 
-#include <gtest/gtest.h>
-
 #include <QDir>
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
+#include "tests/environment/OtherProgram.h"
 #include "tests/gui/Libraries.h"
 #include "tests/support/Extent.h"
 #include "tests/support/TestMain.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 /// Whether the process has the file open, as a window that shows a library has.
 bool holds(qint64 process, const QString& path) {
-    const QDir open(QStringLiteral("/proc/%1/fd").arg(process));
-    for (const QFileInfo& entry : open.entryInfoList(QDir::Files | QDir::System)) {
-        if (entry.symLinkTarget() == path)
-            return true;
-    }
-    return false;
+    const QFileInfoList open = QDir(u"/proc/%1/fd"_s.arg(process)).entryInfoList(QDir::Files | QDir::System);
+    return std::any_of(open.begin(), open.end(), [&](const QFileInfo& file) { return file.symLinkTarget() == path; });
 }
 
 /// Starts the program by way of a shell command that ends in `exec "$@"`.
-bool opensItsLibrary(const QString& path, const QString& command) {
+bool opensItsLibrary(const QString& path, const char* command) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TESSEL_HOME"), testProgramFolder());
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), joinPath(testProgramFolder(), QStringLiteral("config")));
+    environment.insert(u"TESSEL_HOME"_s, testProgramFolder());
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    environment.insert(u"XDG_CONFIG_HOME"_s, joinPath(testProgramFolder(), u"config"_s));
     QProcess program;
     program.setProcessEnvironment(environment);
-    program.start(QStringLiteral("sh"),
-                  {QStringLiteral("-c"), command, QStringLiteral("sh"), QStringLiteral(TESSEL_PROGRAM), path});
+    program.start(u"sh"_s, {u"-c"_s, QString::fromLatin1(command), u"sh"_s, QStringLiteral(TESSEL_PROGRAM), path});
     const bool opened = QTest::qWaitFor(
         [&] { return program.state() == QProcess::NotRunning || holds(program.processId(), path); }, 20'000);
     const bool runs = program.state() == QProcess::Running;
@@ -47,28 +41,13 @@ bool opensItsLibrary(const QString& path, const QString& command) {
 
 }  // namespace
 
-TEST(Start, IsNotHinderedByAMarkOfARunningCopyThatACrashCutShort) {
-    const QString path = awkwardLibrary();
-    const QString start = QStringLiteral("exec \"$@\"");
-    EXPECT_TRUE(opensItsLibrary(path, start));
-    const QDir config(joinPath(testProgramFolder(), QStringLiteral("config")));
-    const QStringList marks = config.entryList({QStringLiteral("tessel-*.lock")}, QDir::Files);
-    ASSERT_EQ(marks.size(), 1);
-    for (const QByteArray& left : {QByteArray(), QByteArray("\0\0\0\0", 4), QByteArray("12")}) {
-        QFile mark(config.filePath(marks.constFirst()));
-        ASSERT_TRUE(mark.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        mark.write(left);
-        mark.close();
-        EXPECT_TRUE(opensItsLibrary(path, start)) << left.toHex().constData();
-    }
-}
-
 TEST(Start, OpensItsLibraryWhereverAndHoweverItIsStarted) {
+    const QString path = dataPath + u"清单 🏗️ 'x' %1 & #2;.bdb"_s;
     const QString source = awkwardLibrary();
-    const QString path = dataPath + QStringLiteral("清单 🏗️ 'x' %1 & #2;.bdb");
     QFile::remove(path);
     ASSERT_TRUE(QFile::copy(source, path));
     const char* const commands[] = {
+        "exec \"$@\"",
         "mkdir -p \"$TESSEL_HOME/gone\" && cd \"$TESSEL_HOME/gone\" && rmdir \"$TESSEL_HOME/gone\" && exec \"$@\"",
         "unset LANG LC_ALL LC_CTYPE LANGUAGE HOME USER XDG_CONFIG_HOME; exec \"$@\"",
         "LC_ALL=C exec \"$@\"",
@@ -79,10 +58,18 @@ TEST(Start, OpensItsLibraryWhereverAndHoweverItIsStarted) {
         "exec \"$@\" </dev/null >/dev/full 2>&1",
         "exec \"$@\" <&- >&- 2>&-",
     };
-    const int step = extent(4, 1);
     int started = 0;
-    for (std::size_t i = 0; i < std::size(commands); i += static_cast<std::size_t>(step), ++started)
-        EXPECT_TRUE(opensItsLibrary(path, QString::fromLatin1(commands[i]))) << commands[i];
+    for (std::size_t i = 0; i < std::size(commands); i += static_cast<std::size_t>(extent(8, 1)), ++started)
+        EXPECT_TRUE(opensItsLibrary(path, commands[i])) << commands[i];
+    // The mark of a running copy, cut short when a crash ended it.
+    const QDir config(joinPath(testProgramFolder(), u"config"_s));
+    const QStringList marks = config.entryList({u"tessel-*.lock"_s}, QDir::Files);
+    ASSERT_EQ(marks.size(), 1);
+    for (const QByteArray& left : {QByteArray(), QByteArray("\0\0\0\0", 4), QByteArray("12")}) {
+        overwrite(config.filePath(marks.constFirst()), left);
+        EXPECT_TRUE(opensItsLibrary(path, commands[0])) << left.toHex().constData();
+        ++started;
+    }
     QFile::remove(path);
-    reportFigures(QStringLiteral("odd starts of the program: %1").arg(started));
+    reportFigures(u"odd starts of the program: %1"_s.arg(started));
 }

@@ -5,13 +5,11 @@
 #include <sqlite3.h>
 
 #include <QFile>
-#include <QMessageBox>
 
 #include "storage/LibraryConnection.h"
-#include "tests/environment/Workplace.h"
 #include "tests/gui/Disturbance.h"
 #include "tests/gui/Libraries.h"
-#include "tests/support/ModalAnswers.h"
+#include "tests/gui/Workplace.h"
 #include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"
 
@@ -128,22 +126,21 @@ TEST_P(OpenSavepoints, KeepNothingFromTheFile) {
         const char* refused;
         After after;
         std::function<void()> act;
-        bool asks = false;
         const char* chapter = "010101";
     } commands[] = {
         {"mnuAddBill_Click", "UPDATE ON tblCont", RolledBack, run(2, 200)},
-        {"mnuDeleteBill_Click", "DELETE ON tblBill", RolledBack, run(2, 201), true},
+        {"mnuDeleteBill_Click", "DELETE ON tblBill", RolledBack, run(2, 201)},
         {"MoveBillRow", "UPDATE ON tblBill", RolledBack, run(2, 105)},
         {"mnuDeleteFeature_Click", "DELETE ON tblBillSpec", RolledBack, run(3, 301)},
         {"grdSpecEnum_AfterEdit", "UPDATE ON tblBillSpec", RolledBack,
          [this] { user.edit(user.values(), 0, QStringLiteral("eigenValue"), QStringLiteral("x")); }},
         {"munAddBillCont_Click", "INSERT ON tblCont", StaysAsFarAsItCame, run(2, 400)},
         {"munAddBillSubCont_Click", "INSERT ON tblContDe", StaysAsFarAsItCame, onContent(1, 401)},
-        {"mnuDelBillCont_Click", "DELETE ON tblCont", RolledBack, onContent(0, 403), true},
-        {"munDelBillSubCont_Click", "DELETE ON tblContDe", RolledBack, onContent(1, 403), true},
-        {"munDelBillContDe_Click", "UPDATE ON tblContDe", StaysAsFarAsItCame, onContent(2, 403), true},
+        {"mnuDelBillCont_Click", "DELETE ON tblCont", RolledBack, onContent(0, 403)},
+        {"munDelBillSubCont_Click", "DELETE ON tblContDe", RolledBack, onContent(1, 403)},
+        {"munDelBillContDe_Click", "UPDATE ON tblContDe", StaysAsFarAsItCame, onContent(2, 403)},
         {"ExchangeSYBNode", "UPDATE ON tblCont", RolledBack, run(1, 105)},
-        {"DeleteBillSYB", "DELETE ON tblSYB", StaysAsFarAsItCame, run(1, 103), true, "030101"},
+        {"DeleteBillSYB", "DELETE ON tblSYB", StaysAsFarAsItCame, run(1, 103), "030101"},
     };
     for (const auto& command : commands) {
         SCOPED_TRACE(command.place);
@@ -153,11 +150,7 @@ TEST_P(OpenSavepoints, KeepNothingFromTheFile) {
         QStringList said;
         {
             const Disturbance disturbance(user.path(), GetParam(), QString::fromLatin1(command.refused));
-            said = messagesOf([&](ModalAnswers& answers) {
-                if (command.asks)
-                    answers.press(QMessageBox::Yes);
-                command.act();
-            });
+            said = messagesOf(command.act);
         }
         const bool couldBegin = GetParam() == Disturbance::Kind::Refused || GetParam() == Disturbance::Kind::Read;
         if (GetParam() == Disturbance::Kind::Read) {
@@ -197,11 +190,7 @@ TEST_F(OpenSavepoints, OfADeleteThatMatchesNoRow) {
     const Rows listed = rowsOf(user.bills());
     GetOrmConn(user.path())->Execute(sql("DELETE FROM tblBill WHERE ID=", user.bills()->text(1, idKey)));
     const QStringList before = contentOf(user.path());
-    EXPECT_EQ(messagesOf([&](ModalAnswers& answers) {
-                  answers.press(QMessageBox::Yes);
-                  user.run(2, 201);
-              }),
-              QStringList());
+    EXPECT_EQ(messagesOf([&] { user.run(2, 201); }), QStringList());
     EXPECT_EQ(textOf(rowsOf(user.bills())), textOf(listed));
     EXPECT_EQ(contentOf(user.path()), before);
     expectEditIsWritten(user);
@@ -232,14 +221,11 @@ TEST_F(Failures, AChapterCodeThatExistsIsNotAddedAgain) {
     GetOrmConn(user.path())->Execute("INSERT INTO tblSYB(Code,Name) VALUES('0501','theirs'),('06','theirs')");
     for (const int command : {101, 100}) {
         click("05");
-        const QStringList seen = messagesOf([&](ModalAnswers& answers) {
-            giveName(answers, QStringLiteral("ours"));
-            user.run(1, command);
-        });
+        const QStringList seen = messagesOf([&] { user.run(1, command); });
         EXPECT_EQ(seen.mid(1), one("提示: 目录编号已经存在!"));
         EXPECT_EQ(user.chapter(), QStringLiteral("05"));
     }
-    EXPECT_EQ(rowsInFile(user.path(), "SELECT ID FROM tblSYB WHERE Name='ours'"), QStringList());
+    EXPECT_EQ(rowsInFile(user.path(), "SELECT ID FROM tblSYB WHERE Name='新'"), QStringList());
     reopen();
     expectThatWorkGoesOnEverywhere();
 }

@@ -44,12 +44,18 @@ ModalAnswers& ModalAnswers::otherwise(std::function<void(QWidget*)> act) {
 }
 
 QStringList ModalAnswers::takePlaces() {
-    static const QRegularExpression place(QStringLiteral("错误位置: (\\S+)"));
+    QStringList seen = takeRecords();
+    static const QRegularExpression number(QStringLiteral("^(\\w+\\.\\w*) -?\\d+$"));
+    return seen.replaceInStrings(number, QStringLiteral("\\1"));
+}
+
+QStringList ModalAnswers::takeRecords() {
+    static const QRegularExpression record(QStringLiteral("错误位置: (\\S+)\\s+错误号码: (-?\\d+)"));
     QStringList seen = takeSeen();
     for (QString& text : seen) {
-        const QRegularExpressionMatch record = place.match(text);
-        if (record.hasMatch())
-            text = record.captured(1);
+        const QRegularExpressionMatch found = record.match(text);
+        if (found.hasMatch())
+            text = found.captured(1) + QLatin1Char(' ') + found.captured(2);
     }
     return seen;
 }

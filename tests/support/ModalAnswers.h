@@ -32,6 +32,8 @@ public:
     QStringList takeSeen() { return std::exchange(m_seen, {}); }
     /// The same, of a shown error record only its place ("frmEditor.LoadBill").
     QStringList takePlaces();
+    /// The same, of a shown error record its place and its number ("frmEditor.LoadBill 5").
+    QStringList takeRecords();
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;

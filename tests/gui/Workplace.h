@@ -6,8 +6,7 @@
 
 #include "tests/gui/Comparison.h"
 #include "tests/gui/EditorDriver.h"
-
-class ModalAnswers;
+#include "tests/support/ModalAnswers.h"
 
 /// One library open in the real window, and what is asked of both after something has gone wrong.
 class Workplace : public ::testing::Test {
@@ -16,15 +15,20 @@ protected:
     explicit Workplace(const QString& path);
 
     void click(const char* chapter);
+    /// Closes the library, if it is open, and opens it again.
     void reopen();
 
-    /// Does `act`, answering questions with Yes, and gives what was said: of error records the place,
-    /// "module.procedure" and the number, of other messages title and text.
+    /// Does `act` and gives what was said: of error records the place, "module.procedure" and the number, of other
+    /// messages title and text. What `act` does not answer itself is left to answer(); questions are not told.
     QStringList messagesOf(const std::function<void(ModalAnswers&)>& act);
     QStringList messagesOf(const std::function<void()>& act);
+    /// Yes to a question, 新 to a name dialog. Fails the test when a message could be taken for rich text.
+    static void answer(QWidget* window);
 
-    /// Answers the name dialog that comes next.
-    static void giveName(ModalAnswers& answers, const QString& name);
+    /// What is said when the first bill gets a name.
+    QStringList rename(const QString& name);
+    /// What is said when a ration's code is typed into the first ration of the bill.
+    QStringList typeCode(const QString& code);
 
     /// Fails the test unless the window shows what the file gives and nothing is left uncommitted.
     void expectWindowIsFile();
