@@ -6,7 +6,6 @@
 #include <QHelpEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTest>
@@ -230,6 +229,23 @@ protected:
         EXPECT_EQ(untouched(user.path()), canary);
     }
 
+    /// Every cell, and a tool tip, show the text of the bill in `row` literally.
+    void expectShown(int row) {
+        SCOPED_TRACE(qPrintable(texts[row].left(60)));
+        const QString whole = QString::fromUtf8(texts[row].toUtf8());
+        user.click(user.bills(), row, u"Name"_s);
+        EXPECT_TRUE(user.bills()->text(row, u"Name"_s) == whole && user.features()->text(0, u"Name"_s) == whole);
+        EXPECT_TRUE(user.values()->text(0, u"eigenValue"_s) == whole);
+        EXPECT_TRUE(user.contents()->text(0, u"cont"_s) == whole && user.contents()->text(1, u"cont"_s) == whole);
+        QTreeWidgetItem* chapter = user.tree()->selectedNode();
+        chapter->setText(0, QString(400, u'x') + whole.left(100));
+        QHelpEvent hover(QEvent::ToolTip, user.tree()->visualItemRect(chapter).center(), QPoint(10, 10));
+        QCoreApplication::sendEvent(user.tree()->viewport(), &hover);
+        const QString shown = QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+        for (const char* literal : {"<b>", "&#39;", "%1", "&File", "<img"})
+            EXPECT_EQ(shown.contains(QLatin1String(literal)), whole.left(100).contains(QLatin1String(literal)));
+    }
+
     const QStringList& texts = hostileTexts();
     const QStringList canary = untouched(user.path());
     int commands = 0;
@@ -283,42 +299,11 @@ TEST_F(HostileText, IsOnlyLookedForInTheQueryAndAsARation) {
     reportFigures(u"hostile texts looked for: %1 queries, %1 rations"_s.arg(queries));
 }
 
-TEST_F(HostileStored, IsShownAsItIs) {
+TEST_F(HostileStored, IsShownAsItIsAndLeadsNoCommandAstray) {
     click("010102");
     ASSERT_EQ(user.bills()->rowCount(), texts.size());
-    for (int row = 0; row < texts.size(); row += extent(3, 1)) {
-        SCOPED_TRACE(qPrintable(texts[row].left(60)));
-        const QString whole = QString::fromUtf8(texts[row].toUtf8());
-        user.click(user.bills(), row, u"Name"_s);
-        EXPECT_TRUE(user.bills()->text(row, u"Name"_s) == whole);
-        EXPECT_TRUE(user.features()->text(0, u"Name"_s) == whole);
-        EXPECT_TRUE(user.values()->text(0, u"eigenValue"_s) == whole);
-        EXPECT_TRUE(user.contents()->text(0, u"cont"_s) == whole);
-        EXPECT_TRUE(user.contents()->text(1, u"cont"_s) == whole);
-
-        // A question and a tool tip show it literally too.
-        QString asked;
-        messagesOf([&](ModalAnswers& answers) {
-            answers.then([&](QWidget* window) {
-                asked = qobject_cast<QMessageBox*>(window)->text();
-                EXPECT_EQ(qobject_cast<QMessageBox*>(window)->textFormat(), Qt::PlainText);
-                QTest::keyClick(window, Qt::Key_Escape);
-            });
-            user.run(2, 201);
-        });
-        EXPECT_TRUE(asked.contains(whole.left(1900)));
-        QTreeWidgetItem* chapter = user.tree()->selectedNode();
-        chapter->setText(0, QString(400, u'x') + whole.left(100));
-        QHelpEvent hover(QEvent::ToolTip, user.tree()->visualItemRect(chapter).center(), QPoint(10, 10));
-        QCoreApplication::sendEvent(user.tree()->viewport(), &hover);
-        const QString shown = QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
-        for (const char* literal : {"<b>", "&#39;", "%1", "&File", "<img"})
-            EXPECT_EQ(shown.contains(QLatin1String(literal)), whole.left(100).contains(QLatin1String(literal)));
-    }
-}
-
-TEST_F(HostileStored, NoCommandIsLedAstray) {
-    click("010102");
+    for (int row = 0; row < texts.size(); row += extent(3, 1))
+        expectShown(row);
     for (int row = 0; row < user.bills()->rowCount(); row += extent(24, 1)) {
         SCOPED_TRACE(testing::Message() << "bill " << row);
         user.bills()->setRow(row);
@@ -349,14 +334,14 @@ TEST_F(HostileStored, NoCommandIsLedAstray) {
     for (qsizetype i = chapterCodes.size() - 1; i >= 0; --i) {
         SCOPED_TRACE(qPrintable(chapterCodes[i]));
         const auto node = [&] { return user.tree()->node(u'K' + chapterCodes[i]); };
+        ASSERT_TRUE(node());
         for (const int command : {102, 105, 104, 101, 103}) {
-            if (!node())
-                break;
             messagesOf([&] { user.click(node()); });
             ASSERT_EQ(user.chapter(), chapterCodes[i]);
             run(1, command, command == 103);
-            if (command != 102)
-                messagesOf([this] { user.editor()->chapterPane()->CreateTvwSYB(); });
+            messagesOf([this] { user.editor()->chapterPane()->CreateTvwSYB(); });
+            if (!node())
+                break;
         }
     }
     EXPECT_EQ(integrityOf(user.path()), u"ok"_s);

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QTest>
+#include <memory>
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
@@ -33,6 +34,7 @@ protected:
 
 TEST_F(RationFiles, WithoutAUsableSystemDatabaseTheLibraryWorksAllTheSame) {
     const KeptFile kept(system);
+    std::unique_ptr<OtherProgram> other;
     const struct {
         const char* name;
         std::function<void()> make;
@@ -45,6 +47,13 @@ TEST_F(RationFiles, WithoutAUsableSystemDatabaseTheLibraryWorksAllTheSame) {
         {"another key", [this] { OtherProgram(system, "123456").run("CREATE TABLE SysBaseData(DekId)"); }, 26},
         {"other tables", [this] { OtherProgram(system, systemKey).run("CREATE TABLE other(a)"); }, 1},
         {"a folder", [this] { QDir().mkdir(system); }, 14},
+        {"locked",
+         [&] {
+             other = std::make_unique<OtherProgram>(system, systemKey);
+             other->run("CREATE TABLE SysBaseData(DekId)");
+             other->run("BEGIN EXCLUSIVE");
+         },
+         5},
     };
     for (std::size_t i = 0; i < std::size(states); i += static_cast<std::size_t>(extent(3, 1))) {
         SCOPED_TRACE(states[i].name);
@@ -61,6 +70,7 @@ TEST_F(RationFiles, WithoutAUsableSystemDatabaseTheLibraryWorksAllTheSame) {
         EXPECT_EQ(browser.cboDek()->count(), 0);
         browser.hide();
         expectThatWorkGoesOn();
+        other.reset();
         EXPECT_EQ(QFile::exists(system), i > 0) << "it is never made";
         EXPECT_TRUE(i == 0 || QFile::remove(system) || QDir().rmdir(system));
     }
