@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 /// What the user in the program is told to do, and what is heard of it.
 ///
@@ -12,14 +12,23 @@
 ///   wrong T    something is not as it has to be
 ///   done       the program was closed as a user closes it
 struct Orders {
-    QString library;       ///< path, open in the program already
-    QString journal;       ///< path
-    unsigned seed = 1;     ///< of what is done
-    int steps = 0;         ///< how much is done
+    QString library;  ///< path, open in the program already
+    QString journal;  ///< path
+    unsigned seed = 1;
+    int steps = 0;
     bool checked = false;  ///< every step is checked, and what the file holds is written down
-    qint64 endAt = 0;  ///< the process is killed at this change of a file, counted from the first step; 0: it is not
+    qint64 endAt = 0;      ///< the process is killed at this change of a file, from the first step on; 0: it is not
 
-    static Orders fromText(const QString& text);
-    /// No comma in it: it goes through a list in an environment variable.
-    QString toText() const;
+    /// For an environment variable that the toolkit reads as a list of Latin letters.
+    QString toText() const {
+        const auto hex = [](const QString& path) { return QString::fromLatin1(path.toUtf8().toHex()); };
+        const QString numbers = QStringLiteral("%1|%2|%3|%4|").arg(seed).arg(steps).arg(int(checked)).arg(endAt);
+        return numbers + hex(library) + u'|' + hex(journal);
+    }
+    static Orders fromText(const QString& text) {
+        const QStringList parts = text.split(u'|');
+        const auto path = [](const QString& hex) { return QString::fromUtf8(QByteArray::fromHex(hex.toLatin1())); };
+        return {path(parts[4]),   path(parts[5]),   parts[0].toUInt(),
+                parts[1].toInt(), parts[2] == u"1", parts[3].toLongLong()};
+    }
 };

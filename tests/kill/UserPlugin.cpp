@@ -1,10 +1,9 @@
-#include "tests/kill/UserPlugin.h"
-
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QCursor>
 #include <QFile>
+#include <QGenericPlugin>
 #include <QMessageBox>
 #include <QTimer>
 #include <cstdio>
@@ -112,4 +111,14 @@ private:
 
 }  // namespace
 
-QObject* UserPlugin::create(const QString&, const QString& orders) { return new User(Orders::fromText(orders)); }
+/// Brings the random user into the unmodified program, as a plugin of its toolkit: QT_QPA_GENERIC_PLUGINS names it,
+/// with the orders behind the colon.
+class UserPlugin : public QGenericPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "UserPlugin.json")
+
+public:
+    QObject* create(const QString&, const QString& orders) override { return new User(Orders::fromText(orders)); }
+};
+
+#include "UserPlugin.moc"
