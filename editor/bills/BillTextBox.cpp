@@ -9,8 +9,22 @@
 
 namespace {
 
-/// More than anybody writes for a bill. The box would lay a text of megabytes out for seconds.
-constexpr qsizetype longestEdited = 200'000;
+/// More than anybody writes for a bill. The box would lay a longer text out for seconds, one long line above all.
+constexpr qsizetype longestText = 200'000;
+constexpr qsizetype longestLine = 20'000;
+
+/// How much of `text` the box shows.
+qsizetype shownLength(const QString& text) {
+    const qsizetype end = qMin(text.size(), longestText);
+    qsizetype line = 0;
+    for (qsizetype i = 0; i < end; ++i) {
+        if (text[i] == QLatin1Char('\n') || text[i] == QLatin1Char('\r'))
+            line = i + 1;
+        else if (i - line >= longestLine)
+            return i;
+    }
+    return end;
+}
 
 QString lineEndOf(const QString& stored) {
     const bool onlyLineFeeds = stored.contains(QLatin1Char('\n')) && !stored.contains(QLatin1String("\r\n"));
@@ -26,8 +40,9 @@ BillTextBox::BillTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 void BillTextBox::showText(qint64 billId, const QString& stored) {
     m_billId = billId;
-    setReadOnly(billId == 0 || stored.size() > longestEdited);
-    setPlainText(billId == 0 ? QString() : stored.left(longestEdited));
+    const qsizetype shown = billId == 0 ? 0 : shownLength(stored);
+    setReadOnly(billId == 0 || shown < stored.size());
+    setPlainText(stored.left(shown));
     setStored(billId == 0 ? QString() : stored);
 }
 
