@@ -22,13 +22,10 @@ class FileNames : public Workplace {
 protected:
     FileNames() : Workplace(sampleCopy()) {
         user.close();
-        QFile::rename(user.path(), source);
+        QFile::remove(source);
+        EXPECT_TRUE(QFile::rename(user.path(), source));
     }
-    ~FileNames() override {
-        cmdFile.clear();
-        QFile::rename(source, user.path());
-        user.open();
-    }
+    ~FileNames() override { cmdFile.clear(); }
 
     frmMain& window() { return *user.window(); }
 
@@ -37,7 +34,7 @@ protected:
         return messagesOf([&](ModalAnswers& answers) {
             answers.then([&](QWidget* dialog) {
                 auto* box = dialog->findChild<QLineEdit*>(QLatin1String(name));
-                ASSERT_TRUE(box);
+                ASSERT_TRUE(box && QTest::qWaitFor([box] { return box->hasFocus(); }));
                 box->selectAll();
                 typeText(box, text);
                 QTest::keyClick(box, Qt::Key_Return);

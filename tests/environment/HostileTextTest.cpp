@@ -171,46 +171,11 @@ bool HostileText::tryAt(const Place& place, const QString& text) {
 
 // --- Texts that are there ----------------------------------------------------------------------------------------
 
-/// Codes that a library may hold although no command makes them. None is a pattern (%, _): the statements that find
-/// what belongs to a chapter by its code would find that of others too.
-const QStringList chapterCodes = u"0'¦&<¦0\"¦01';¦01; ¦&<b>¦0'--¦01';--¦0101''¦0101'1¦01; --¦&<b>#1"_s.split(u'¦');
-const QStringList billCodes = u"010101';-¦010101_%'¦010101\"\"\"¦010101%%%¦010101___¦010101;--"_s.split(u'¦');
-
 /// What a library holds that nobody touches.
 QStringList untouched(const QString& path) {
     return rowsInFile(path, "SELECT * FROM tblBill WHERE Code LIKE '070101%'") +
            rowsInFile(path, "SELECT * FROM tblCont WHERE Code LIKE '070101%'") +
            rowsInFile(path, "SELECT * FROM sqlite_schema");
-}
-
-/// A library whose every text is hostile.
-QString hostileLibrary() {
-    const QString path = awkwardLibrary();
-    OtherProgram other(path);
-    other.run("BEGIN");
-    const auto text = [](qsizetype number) { return hostileTexts()[number % hostileTexts().size()]; };
-    for (int i = 0; i < chapterCodes.size(); ++i)
-        other.run("INSERT INTO tblSYB(Code,Name,IsDel) VALUES(?,?,0)", {chapterCodes[i], text(i)});
-    other.run("DELETE FROM tblBill WHERE Code LIKE '010102%'");
-    QStringList codes;
-    for (int bill = 1; bill <= hostileTexts().size(); ++bill)
-        codes << u"010102"_s + zeroPadded(bill, 3);
-    codes += billCodes;
-    for (int bill = 0; bill < codes.size(); ++bill) {
-        other.run("INSERT INTO tblBill(Code,CodePrefix,Name,Unit,Rule,Cont) VALUES(?,?,?,?,?,?)",
-                  {codes[bill], text(bill + 1), text(bill), text(bill + 2), text(bill + 3), text(bill + 4)});
-        const QString id = other.run("SELECT last_insert_rowid()").value(0);
-        other.run("INSERT INTO tblBillSpec(BillID,Name,Type,Unit,DefVal) VALUES(?,?,2,?,?)",
-                  {id, text(bill), text(bill + 1), text(bill + 2)});
-        other.run("INSERT INTO tblSpecEnum(SpecID,IsUse,EigenValue) VALUES(last_insert_rowid(),1,?)", {text(bill)});
-        other.run("INSERT INTO tblCont(Code,Num,Cont,Prof,BillID) VALUES(?,1,?,'01',?)", {codes[bill], text(bill), id});
-        other.run(
-            "INSERT INTO tblContDe(ContID,SubNum,SubCont,Deh,Name,Unit,DekID) "
-            "VALUES(last_insert_rowid(),1,?,?,?,?,?)",
-            {text(bill), text(bill + 1), text(bill + 2), text(bill + 3), text(bill + 4)});
-    }
-    other.run("COMMIT");
-    return path;
 }
 
 class HostileStored : public Workplace {
@@ -331,13 +296,13 @@ TEST_F(HostileStored, IsShownAsItIsAndLeadsNoCommandAstray) {
     }
     messagesOf([this] { reopen(); });
     // The deepest first: a chapter below one that is gone is not shown.
-    for (qsizetype i = chapterCodes.size() - 1; i >= 0; --i) {
-        SCOPED_TRACE(qPrintable(chapterCodes[i]));
-        const auto node = [&] { return user.tree()->node(u'K' + chapterCodes[i]); };
+    for (qsizetype i = hostileChapters().size() - 1; i >= 0; --i) {
+        SCOPED_TRACE(qPrintable(hostileChapters()[i]));
+        const auto node = [&] { return user.tree()->node(u'K' + hostileChapters()[i]); };
         ASSERT_TRUE(node());
         for (const int command : {102, 105, 104, 101, 103}) {
             messagesOf([&] { user.click(node()); });
-            ASSERT_EQ(user.chapter(), chapterCodes[i]);
+            ASSERT_EQ(user.chapter(), hostileChapters()[i]);
             run(1, command, command == 103);
             messagesOf([this] { user.editor()->chapterPane()->CreateTvwSYB(); });
             if (!node())

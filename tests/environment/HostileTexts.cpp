@@ -1,5 +1,9 @@
 #include "tests/environment/HostileTexts.h"
 
+#include "app/base/Text.h"
+#include "tests/environment/OtherProgram.h"
+#include "tests/gui/Libraries.h"
+
 using namespace Qt::StringLiterals;
 
 const QStringList& hostileTexts() {
@@ -27,3 +31,37 @@ const QStringList& hostileTexts() {
 }
 
 bool breaksStatement(const QString& text) { return text.contains(u'\'') || text.contains(QChar::Null); }
+
+const QStringList& hostileChapters() {
+    static const QStringList codes = u"0'¦&<¦0\"¦01';¦01; ¦&<b>¦0'--¦01';--¦0101''¦0101'1¦01; --¦&<b>#1"_s.split(u'¦');
+    return codes;
+}
+
+QString hostileLibrary() {
+    const QString path = awkwardLibrary();
+    OtherProgram other(path);
+    other.run("BEGIN");
+    const auto text = [](qsizetype number) { return hostileTexts()[number % hostileTexts().size()]; };
+    for (int i = 0; i < hostileChapters().size(); ++i)
+        other.run("INSERT INTO tblSYB(Code,Name,IsDel) VALUES(?,?,0)", {hostileChapters()[i], text(i)});
+    other.run("DELETE FROM tblBill WHERE Code LIKE '010102%'");
+    QStringList codes;
+    for (int bill = 1; bill <= hostileTexts().size(); ++bill)
+        codes << u"010102"_s + zeroPadded(bill, 3);
+    codes += u"010101';-¦010101_%'¦010101\"\"\"¦010101%%%¦010101___¦010101;--"_s.split(u'¦');
+    for (int bill = 0; bill < codes.size(); ++bill) {
+        other.run("INSERT INTO tblBill(Code,CodePrefix,Name,Unit,Rule,Cont) VALUES(?,?,?,?,?,?)",
+                  {codes[bill], text(bill + 1), text(bill), text(bill + 2), text(bill + 3), text(bill + 4)});
+        const QString id = other.run("SELECT last_insert_rowid()").value(0);
+        other.run("INSERT INTO tblBillSpec(BillID,Name,Type,Unit,DefVal) VALUES(?,?,2,?,?)",
+                  {id, text(bill), text(bill + 1), text(bill + 2)});
+        other.run("INSERT INTO tblSpecEnum(SpecID,IsUse,EigenValue) VALUES(last_insert_rowid(),1,?)", {text(bill)});
+        other.run("INSERT INTO tblCont(Code,Num,Cont,Prof,BillID) VALUES(?,1,?,'01',?)", {codes[bill], text(bill), id});
+        other.run(
+            "INSERT INTO tblContDe(ContID,SubNum,SubCont,Deh,Name,Unit,DekID) "
+            "VALUES(last_insert_rowid(),1,?,?,?,?,?)",
+            {text(bill), text(bill + 1), text(bill + 2), text(bill + 3), text(bill + 4)});
+    }
+    other.run("COMMIT");
+    return path;
+}

@@ -82,7 +82,7 @@ protected:
         expectThatWorkGoesOn();
     }
 
-    /// Does `act` while the library `locked` is: it is answered with the error 5 after one wait.
+    /// Does `act` while the library `locked` is: it is answered with the error 5 after one wait at most.
     void expectOneWait(const QString& locked, Kind kind, const Act& act);
 
     const QString path = user.path();
@@ -132,8 +132,7 @@ void LibraryFile::expectOneWait(const QString& locked, Kind kind, const Act& act
         longestHere = qMax(longestHere, sinceLastWord.elapsed());
     });
     EXPECT_FALSE(said.filter(QRegularExpression(u"^\\w+\\.\\w* 5$"_s)).isEmpty()) << qPrintable(said.join(u'\n'));
-    // A short lock is waited for. On a busy machine one wait is longer, but not as long as two.
-    EXPECT_GT(longestHere, 1900);
+    // On a busy machine one wait is longer, but not as long as two.
     EXPECT_LT(longestHere, 3900);
     longest = qMax(longest, longestHere);
 }
@@ -142,6 +141,7 @@ void LibraryFile::expectOneWait(const QString& locked, Kind kind, const Act& act
 
 TEST_F(LibraryFile, LockedIsAnsweredInTimeWhateverIsDone) {
     expectOneWait(path, Kind::Written, writing[0]);
+    EXPECT_GT(longest, 1900) << "a short lock is waited for";
     expectWindowIsFile();
     if (extent(0, 1)) {
         const QString second = copyOfSampleLibrary(u"second.bdb"_s);

@@ -20,7 +20,6 @@ namespace {
 class ManyLibraries : public Workplace {
 protected:
     ManyLibraries() : Workplace(awkwardLibrary()) { user.close(); }
-    ~ManyLibraries() override { user.open(); }
 };
 
 /// kB of memory that the process has.
