@@ -45,10 +45,14 @@ int Recordset::columnIndex(const char* column) const {
     throw Error(3265, QStringLiteral("找不到字段: ") + QString::fromUtf8(column));
 }
 
-QString Recordset::text(const char* column) const {
+QString Recordset::text(const char* column) const { return QString::fromUtf8(view(column)); }
+
+QByteArray Recordset::utf8(const char* column) const { return view(column).toByteArray(); }
+
+QByteArrayView Recordset::view(const char* column) const {
     const int index = columnIndex(column);
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), index));
-    return QString::fromUtf8(bytes, bytes ? sqlite3_column_bytes(m_statement.get(), index) : 0);
+    return {bytes, bytes ? sqlite3_column_bytes(m_statement.get(), index) : 0};
 }
 
 qint64 Recordset::number(const char* column) const {

@@ -28,6 +28,9 @@ public:
     /// The current row's value as text. Throws Error when there is no such column or no current row.
     QString text(const char* column) const;
 
+    /// The same as the file has it, for texts of which few are looked at.
+    QByteArray utf8(const char* column) const;
+
     /// The current row's value as a whole number, by SQLite's conversion.
     qint64 number(const char* column) const;
 
@@ -42,6 +45,7 @@ private:
 
     Recordset(sqlite3* database, sqlite3_stmt* statement);
     int columnIndex(const char* column) const;
+    QByteArrayView view(const char* column) const;
 
     sqlite3* m_database = nullptr;
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;

@@ -48,8 +48,8 @@ void GridModel::setList(int column, const QString& list) {
         Q_EMIT dataChanged(index(0, column), index(rows() - 1, column));
 }
 
-std::vector<QString> GridModel::cellsOf(KeyedGrid::Cells cells) const {
-    std::vector<QString> row(m_columns.size());
+std::vector<CellText> GridModel::cellsOf(KeyedGrid::Cells cells) const {
+    std::vector<CellText> row(m_columns.size());
     // Cells mostly come in the order of the columns, so each is looked for from behind the one before.
     std::size_t next = 0;
     for (const auto& [key, text] : cells)
@@ -102,7 +102,7 @@ void GridModel::remove(int first, int count) {
 QString GridModel::text(int row, int column) const {
     if (!contains(row) || column < 0)
         return {};
-    return m_rows[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(column)];
+    return m_rows[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(column)].text();
 }
 
 void GridModel::setText(int row, int column, const QString& text) {

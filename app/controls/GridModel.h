@@ -24,7 +24,7 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     struct Row {
-        std::vector<QString> cells;
+        std::vector<CellText> cells;
         int level = 0;
         bool collapsed = false;
     };
@@ -62,7 +62,7 @@ public:
 
 private:
     bool collecting();
-    std::vector<QString> cellsOf(KeyedGrid::Cells cells) const;
+    std::vector<CellText> cellsOf(KeyedGrid::Cells cells) const;
 
     std::vector<GridColumn> m_columns;
     std::vector<QByteArray> m_keys;

@@ -7,6 +7,8 @@
 #include <initializer_list>
 #include <vector>
 
+#include "app/controls/CellText.h"
+
 class GridDelegate;
 class GridHeader;
 class GridModel;
@@ -60,7 +62,7 @@ public:
     /// Removes all data rows; no row is current then. Emits nothing.
     void clearRows();
     /// Cells of one row by key.
-    using Cells = std::initializer_list<std::pair<const char*, QString>>;
+    using Cells = std::initializer_list<std::pair<const char*, CellText>>;
     /// Adds a row at the end, with outline `level`, and gives its number.
     int appendRow(Cells cells, int level = 0);
     /// Inserts a row before row `at` (rowCount() for the end). The current row stays the same row.

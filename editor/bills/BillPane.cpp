@@ -79,13 +79,13 @@ void BillPane::ListBillData(Recordset* rows) {
             m_grdBillList->setRedraw(false);
             m_grdBillList->clearRows();
             for (; !rows->EndOfFile(); rows->MoveNext())
-                m_grdBillList->appendRow({{"id", rows->text("ID")},
-                                          {"CodePrefix", rows->text("CodePrefix")},
-                                          {"Code", rows->text("Code")},
-                                          {"Name", rows->text("Name")},
-                                          {"Unit", rows->text("Unit")},
-                                          {"Cont", rows->text("Cont")},
-                                          {"RULE", rows->text("Rule")}});
+                m_grdBillList->appendRow({{"id", rows->utf8("ID")},
+                                          {"CodePrefix", rows->utf8("CodePrefix")},
+                                          {"Code", rows->utf8("Code")},
+                                          {"Name", rows->utf8("Name")},
+                                          {"Unit", rows->utf8("Unit")},
+                                          {"Cont", rows->utf8("Cont")},
+                                          {"RULE", rows->utf8("Rule")}});
             showFirstBill();
         },
         [this] { showFirstBill(); });
