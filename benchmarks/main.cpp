@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
 
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    if (benchmark::GetBenchmarkFilter() == "all")
+    if (benchmark::GetBenchmarkFilter().empty())
         printMemory();
     return reporter.missed() == 0 ? 0 : 1;
 }
