@@ -1,5 +1,7 @@
 #include "app/controls/GridModel.h"
 
+#include <algorithm>
+
 ComboList::ComboList(const QString& list) : source(list) {
     QString rest = list;
     if (rest.startsWith(QLatin1String("|..."))) {
@@ -28,6 +30,7 @@ void GridModel::setColumns(std::vector<GridColumn> columns) {
     beginResetModel();
     m_columns = std::move(columns);
     m_rows.clear();
+    m_collapsed = 0;
     m_keys.clear();
     for (const GridColumn& column : m_columns)
         m_keys.push_back(column.key.toUtf8());
@@ -94,9 +97,17 @@ void GridModel::remove(int first, int count) {
     const bool silent = collecting();
     if (!silent)
         beginRemoveRows({}, first, first + count - 1);
-    m_rows.erase(m_rows.begin() + first, m_rows.begin() + first + count);
+    const auto begin = m_rows.begin() + first;
+    m_collapsed -= std::count_if(begin, begin + count, [](const Row& row) { return row.collapsed; });
+    m_rows.erase(begin, begin + count);
     if (!silent)
         endRemoveRows();
+}
+
+void GridModel::setCollapsed(int row, bool collapsed) {
+    bool& was = m_rows[static_cast<std::size_t>(row)].collapsed;
+    m_collapsed += int(collapsed) - int(was);
+    was = collapsed;
 }
 
 QString GridModel::text(int row, int column) const {

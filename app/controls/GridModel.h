@@ -41,7 +41,8 @@ public:
     bool contains(int row) const { return row >= 0 && row < rows(); }
     void insert(int at, KeyedGrid::Cells cells, int level);
     void remove(int first, int count);
-    void setCollapsed(int row, bool collapsed) { m_rows[static_cast<std::size_t>(row)].collapsed = collapsed; }
+    void setCollapsed(int row, bool collapsed);
+    bool hasCollapsed() const { return m_collapsed > 0; }
     /// Whether the row after `row` is below it in the outline.
     bool isParent(int row) const { return row + 1 < rows() && this->row(row + 1).level > this->row(row).level; }
 
@@ -68,6 +69,7 @@ private:
     std::vector<QByteArray> m_keys;
     std::vector<ComboList> m_lists;
     std::vector<Row> m_rows;
+    std::ptrdiff_t m_collapsed = 0;
     bool m_collecting = false;
     bool m_resetting = false;
 };

@@ -53,7 +53,8 @@ void KeyedGrid::updateHidden(int first, int end) {
 
 /// Opens the nodes that `row` lies in.
 void KeyedGrid::expandAbove(int row) {
-    if (!m_model->contains(row) || level(row) == 0)
+    // The way up to the node is as long as the node is large.
+    if (!m_model->contains(row) || level(row) == 0 || !m_model->hasCollapsed())
         return;
     for (int above = row - 1, wanted = level(row); above >= 0 && wanted > 0; --above)
         if (level(above) < wanted) {
