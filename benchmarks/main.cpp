@@ -10,7 +10,8 @@
 #include "benchmarks/Subjects.h"
 #include "benchmarks/start/Starts.h"
 
-/// Prints the table of all actions; Google Benchmark's options choose among them (--benchmark_filter=REGEX). Gives 1
+/// Prints the tables of all actions and of memory; --memory prints the second alone, and Google Benchmark's options
+/// choose among the actions (--benchmark_filter=REGEX). Gives 1
 /// when an action costs more than it may.
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
@@ -25,6 +26,10 @@ int main(int argc, char** argv) {
     failOnMessages();
     if (argc == 3 && QLatin1String(argv[1]) == QLatin1String(useOption)) {
         useLibrary(QString::fromLocal8Bit(argv[2]));
+        return 0;
+    }
+    if (argc == 2 && QLatin1String(argv[1]) == QLatin1String("--memory")) {
+        printMemory();
         return 0;
     }
     registerStart();

@@ -14,8 +14,8 @@ Start startEditor(const QStringList& arguments = {});
 /// Starts the least program with a window of the same size.
 Start startEmptyWindow();
 
-/// Most memory, in MB, of an editor window in a process of its own, that has listed every chapter and all bills of
-/// `library` and shown the details of some hundred bills.
+/// Most memory, in MB, of an editor window in a process of its own, that has listed a hundred chapters and all bills of
+/// `library` and shown the details of two hundred bills.
 double memoryAfterUse(const QString& library);
 
 /// Uses `library` in this process in that way and prints the peak memory; what memoryAfterUse starts.
