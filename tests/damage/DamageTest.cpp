@@ -1,7 +1,7 @@
 // Bad files of every kind, opened in the real main window and clicked through. Whatever a file holds, the window
 // answers, says what it cannot read, and closes; the good library that is open beside it works on and is unharmed.
 //
-// TESSEL_TEST_SEED sets the seed of the first file, so that one that failed can be looked at alone.
+// TESSEL_TEST_SEED sets another first file, so that one that failed can be looked at alone.
 
 #include <gtest/gtest.h>
 
