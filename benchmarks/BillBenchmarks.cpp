@@ -10,6 +10,8 @@
 #include "editor/bills/BillData.h"
 #include "editor/bills/BillPane.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int addBillCommand = 200;
@@ -19,9 +21,7 @@ constexpr int moveDownCommand = 105;
 int lastOf(const benchmark::State& state) { return billsInFullChapter(shapeOf(static_cast<int>(state.range(0)))); }
 
 /// The generator writes the full chapter first, so its bill number n has the row id n.
-QString codeOf(int number) {
-    return QLatin1String(fullChapter) + QStringLiteral("%1").arg(number, 3, 10, QLatin1Char('0'));
-}
+QString codeOf(int number) { return QLatin1String(fullChapter) + u"%1"_s.arg(number, 3, 10, QChar(u'0')); }
 
 /// Bills `first` to `last` of the full chapter, each with its code moved on by `by`.
 std::vector<BillCode> shifted(int first, int last, int by) {
@@ -34,10 +34,10 @@ std::vector<BillCode> shifted(int first, int last, int by) {
 /// Moves the codes from `first` to `last` on by `by`, one pass a table.
 void shiftPlain(PlainDatabase& library, int first, int last, int by) {
     for (const char* table : {"tblCont", "tblBill"})
-        library.run(QStringLiteral("UPDATE %1 SET Code=printf('%09d',Code+%2) WHERE Code BETWEEN '%3' AND '%4'")
-                        .arg(QLatin1String(table))
-                        .arg(by)
-                        .arg(codeOf(first), codeOf(last)));
+        library.run(
+            u"UPDATE %1 SET Code=printf('%09d',Code+%2) WHERE Code BETWEEN '%3' AND '%4'"_s.arg(QLatin1String(table))
+                .arg(by)
+                .arg(codeOf(first), codeOf(last)));
 }
 
 OursOn command(int id) {
@@ -80,9 +80,9 @@ Change movingFirstDown() {
     change.plain = [](PlainDatabase& library) {
         library.run("BEGIN");
         for (const char* table : {"tblParm", "tblCont"})
-            library.run(QStringLiteral("UPDATE %1 SET Code=CASE BillID WHEN 1 THEN '%2' ELSE '%3' END WHERE BillID IN "
-                                       "(1,2)")
-                            .arg(QLatin1String(table), codeOf(2), codeOf(1)));
+            library.run(
+                u"UPDATE %1 SET Code=CASE BillID WHEN 1 THEN '%2' ELSE '%3' END WHERE BillID IN "
+                "(1,2)"_s.arg(QLatin1String(table), codeOf(2), codeOf(1)));
         library.prepare("UPDATE tblBill SET Code=CASE ID WHEN 1 THEN ? ELSE ? END WHERE ID IN (1,2)")
             .run(codeOf(2), codeOf(1));
         library.run("COMMIT");
@@ -139,10 +139,10 @@ void editName(benchmark::State& state) {
     Change change;
     change.ours = inEditor([](EditorWindow& window) {
         KeyedGrid* list = window->billPane()->grdBillList();
-        list->setCell(0, QStringLiteral("Name"));
+        list->setCell(0, u"Name"_s);
         return window.timed([&] {
             pressKey(list, Qt::Key_F2);
-            auto* editor = list->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+            auto* editor = list->findChild<QLineEdit*>(u"cellEditor"_s);
             editor->setText(QLatin1String(givenName));
             pressKey(editor, Qt::Key_Return);
         });

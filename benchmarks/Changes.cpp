@@ -5,6 +5,8 @@
 #include "benchmarks/PlainDatabase.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Both sides have the schema in memory before they start.
@@ -50,7 +52,7 @@ void compareChange(benchmark::State& state, const Change& change, const Limit& l
     runPlain(change, plainCopy.path());
     const QString found = difference(oursCopy.path(), plainCopy.path());
     if (!found.isEmpty()) {
-        state.SkipWithError(qPrintable(found + QStringLiteral(" differs")));
+        state.SkipWithError(qPrintable(found + u" differs"_s));
         return;
     }
     compare(

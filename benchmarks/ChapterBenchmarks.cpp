@@ -9,6 +9,8 @@
 #include "editor/chapters/ChapterTree.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int addCommand = 100;
@@ -35,9 +37,9 @@ Change swapping() {
     change.plain = [](PlainDatabase& library) {
         library.run("BEGIN");
         for (const char* table : {"tblSYB", "tblBill", "tblCont"})
-            library.run(QStringLiteral("UPDATE %1 SET Code=CASE WHEN Code<'02' THEN '02' ELSE '01' END||substr(Code,3) "
-                                       "WHERE Code>='01' AND Code<'03'")
-                            .arg(QLatin1String(table)));
+            library.run(
+                u"UPDATE %1 SET Code=CASE WHEN Code<'02' THEN '02' ELSE '01' END||substr(Code,3) "
+                "WHERE Code>='01' AND Code<'03'"_s.arg(QLatin1String(table)));
         library.run("COMMIT");
     };
     return change;
@@ -45,8 +47,7 @@ Change swapping() {
 
 void swapChaptersInFile(benchmark::State& state) {
     Change change = swapping();
-    change.ours =
-        onConnection([](Connection* library) { ExchangeSYBNode(library, QStringLiteral("01"), QStringLiteral("02")); });
+    change.ours = onConnection([](Connection* library) { ExchangeSYBNode(library, u"01"_s, u"02"_s); });
     compareChange(state, change, Limit::times(3));
 }
 
@@ -54,7 +55,7 @@ void swapChapters(benchmark::State& state) {
     Change change = swapping();
     change.ours = inEditor([](EditorWindow& window) {
         ChapterPane* chapters = window->chapterPane();
-        chapters->tvSYB_NodeClick(chapters->tvSYB()->node(chapterKey(QStringLiteral("01"))));
+        chapters->tvSYB_NodeClick(chapters->tvSYB()->node(chapterKey(u"01"_s)));
         return window.timed([&] { window->commandBars(1)->execute(moveDownCommand); });
     });
     change.shown = [](PlainDatabase& library) { library.prepare(allChapters).readAll(); };
@@ -68,7 +69,7 @@ void addChapter(benchmark::State& state) {
         return window.timedAfterAnswer([&] { window->commandBars(1)->execute(addCommand); });
     });
     change.plain = [](PlainDatabase& library) {
-        const QString code = QStringLiteral("010111");
+        const QString code = u"010111"_s;
         PlainStatement taken = library.prepare("SELECT ID FROM tblSYB WHERE Code=?");
         taken.bindAll(code);
         taken.readAll();

@@ -11,6 +11,8 @@
 #include "editor/contents/RationLookup.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int addContentCommand = 400;
@@ -33,7 +35,7 @@ void readContents(benchmark::State& state) {
     PlainStatement details = plain.prepare("SELECT * FROM tblContDe WHERE ContID BETWEEN ? AND ?");
     details.bindAll((bill - 1) * 8 + 1, bill * 8);
     compare(
-        state, [&] { return milliseconds([&] { LoadBillContent(library.get(), bill, QStringLiteral("01")); }); },
+        state, [&] { return milliseconds([&] { LoadBillContent(library.get(), bill, u"01"_s); }); },
         [&] {
             return milliseconds([&] {
                 contents.readAll();
@@ -52,9 +54,9 @@ OursOn commandOn(int row, int id) {
 
 /// One pass that makes sure that no text in `table` begins with `name`.
 void checkName(PlainDatabase& library, const char* table, const char* column, const QString& name) {
-    PlainStatement taken = library.prepare(QStringLiteral("SELECT count(*) FROM %1 WHERE %2>=? AND %2<?")
-                                               .arg(QLatin1String(table), QLatin1String(column)));
-    taken.bindAll(name, name + QLatin1Char(')'));
+    PlainStatement taken = library.prepare(
+        u"SELECT count(*) FROM %1 WHERE %2>=? AND %2<?"_s.arg(QLatin1String(table), QLatin1String(column)));
+    taken.bindAll(name, name + u')');
     taken.readAll();
 }
 
@@ -62,7 +64,7 @@ void addContent(benchmark::State& state) {
     Change change;
     change.ours = commandOn(contentRow, addContentCommand);
     change.plain = [](PlainDatabase& library) {
-        checkName(library, "tblCont", "Cont", QStringLiteral("新建工作内容"));
+        checkName(library, "tblCont", "Cont", u"新建工作内容"_s);
         library.run(
             "BEGIN;"
             "UPDATE tblCont SET Num=Num+1 WHERE Num>=2 AND BillID=1;"
@@ -77,7 +79,7 @@ void addSubContent(benchmark::State& state) {
     Change change;
     change.ours = commandOn(contentRow, addSubContentCommand);
     change.plain = [](PlainDatabase& library) {
-        checkName(library, "tblContDe", "SubCont", QStringLiteral("新建二级工作内容"));
+        checkName(library, "tblContDe", "SubCont", u"新建二级工作内容"_s);
         library.run(
             "BEGIN;"
             "UPDATE tblContDe SET SubNum=SubNum+1 WHERE SubNum>=3 AND ContID=1;"
@@ -106,7 +108,7 @@ void deleteContent(benchmark::State& state) {
 }
 
 void typeRation(benchmark::State& state) {
-    const QString code = QStringLiteral("A500-40");
+    const QString code = u"A500-40"_s;
     const QString libraryId = QLatin1String(largeRationLibrary);
     Change change;
     change.ours = inEditor([code, libraryId](EditorWindow& window) {

@@ -6,13 +6,15 @@
 #include "editor/bills/FeatureData.h"
 #include "editor/common/CopyName.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString defaultName = QStringLiteral("新建项目特征");
+const QString defaultName = u"新建项目特征"_s;
 constexpr int taken = 500;
 constexpr int addFeatureCommand = 300;
 
-QString copyName(int number) { return number == 0 ? defaultName : defaultName + QStringLiteral("(%1)").arg(number); }
+QString copyName(int number) { return number == 0 ? defaultName : defaultName + u"(%1)"_s.arg(number); }
 
 /// The names stand behind all others, one a bill.
 Change addingAmongMany() {
@@ -28,7 +30,7 @@ Change addingAmongMany() {
     // The names count up without a gap, so counting them is enough to know the next one.
     change.plain = [](PlainDatabase& library) {
         PlainStatement names = library.prepare("SELECT count(*) FROM tblBillSpec WHERE Name>=? AND Name<?");
-        names.bindAll(defaultName, defaultName + QLatin1Char(')'));
+        names.bindAll(defaultName, defaultName + u')');
         names.step();
         const QString name = copyName(static_cast<int>(names.number(0)));
         names.reset();

@@ -8,9 +8,11 @@
 #include "editor/contents/RationLookup.h"
 #include "ration_browser/frmDekBrowser.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString lastRation = QStringLiteral("a500-40");
+const QString lastRation = u"a500-40"_s;
 
 void lookRationUp(benchmark::State& state) {
     const QString library = QString::fromLatin1(largeRationLibrary);

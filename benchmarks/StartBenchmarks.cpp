@@ -5,6 +5,8 @@
 #include "benchmarks/Subjects.h"
 #include "benchmarks/start/Starts.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void compareStarts(benchmark::State& state, const QStringList& arguments, const Limit& limit) {
@@ -34,7 +36,7 @@ void printMemory() {
     row("the editor, no library", startEditor().megabytes);
     for (const int bills : {600, 6000, 60000}) {
         const QString library = generatedLibrary(bills);
-        row(qPrintable(QStringLiteral("a library of %1 bills open").arg(bills)), startEditor({library}).megabytes);
+        row(qPrintable(u"a library of %1 bills open"_s.arg(bills)), startEditor({library}).megabytes);
         row("100 chapters clicked, all bills listed, 200 shown in detail", memoryAfterUse(library));
     }
 }

@@ -5,6 +5,8 @@
 #include "benchmarks/Subjects.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The plain side is reading the file's bytes: whatever opens it cannot do less.
@@ -12,7 +14,7 @@ void openSystemDatabaseAgain(benchmark::State& state) {
     const auto open = [] { return milliseconds([] { openSystemDatabase(); }); };
     const auto readBytes = [] {
         return milliseconds([] {
-            QFile file(appPath + QStringLiteral("tessel.dat"));
+            QFile file(appPath + u"tessel.dat"_s);
             if (file.open(QIODevice::ReadOnly))
                 file.readAll();
         });

@@ -13,13 +13,15 @@
 #include "storage/LibraryConnection.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 int billsOf(const benchmark::State& state) { return static_cast<int>(state.range(0)); }
 
 PlainStatement plainList(PlainDatabase& library) {
     return library.prepare(
-        QStringLiteral("SELECT * FROM tblBill WHERE Code LIKE '%1___' ORDER BY Code").arg(QLatin1String(fullChapter)));
+        u"SELECT * FROM tblBill WHERE Code LIKE '%1___' ORDER BY Code"_s.arg(QLatin1String(fullChapter)));
 }
 
 /// The bill list alone: what showing one screen of its rows costs is allowed on top.
@@ -53,7 +55,7 @@ void listChapter(benchmark::State& state) {
     PlainDatabase plain(path);
     PlainStatement query = plainList(plain);
     compare(state, list, [&] { return milliseconds([&] { query.readAll(); }); },
-            {1.5, screen, QStringLiteral("1.5 x plain + %1").arg(screen, 0, 'f', 2).toStdString()});
+            {1.5, screen, u"1.5 x plain + %1"_s.arg(screen, 0, 'f', 2).toStdString()});
 }
 
 void clickChapter(benchmark::State& state) {
@@ -100,8 +102,7 @@ void query(benchmark::State& state, const QString& text) {
     EditorWindow window(path);
     window->billPane()->queryText = [text] { return text; };
     PlainDatabase plain(path);
-    PlainStatement query =
-        plain.prepare(QStringLiteral("SELECT * FROM tblBill WHERE Code LIKE '%%1%' ORDER BY Code").arg(text));
+    PlainStatement query = plain.prepare(u"SELECT * FROM tblBill WHERE Code LIKE '%%1%' ORDER BY Code"_s.arg(text));
     PlainDetails details(plain);
     compare(
         state, [&] { return window.timed([&] { window->billPane()->mnuQueryBill_Click(); }); },
@@ -114,9 +115,9 @@ void query(benchmark::State& state, const QString& text) {
         Limit::ms(noticeable));
 }
 
-void querySome(benchmark::State& state) { query(state, QStringLiteral("0102")); }
+void querySome(benchmark::State& state) { query(state, u"0102"_s); }
 
-void queryAll(benchmark::State& state) { query(state, QStringLiteral("0")); }
+void queryAll(benchmark::State& state) { query(state, u"0"_s); }
 
 void openLibrary(benchmark::State& state) {
     const QString path = generatedLibrary(billsOf(state));

@@ -10,6 +10,8 @@
 #include "benchmarks/Subjects.h"
 #include "benchmarks/start/Starts.h"
 
+using namespace Qt::StringLiterals;
+
 /// Prints the tables of all actions and of memory; --memory prints the second alone, and Google Benchmark's options
 /// choose among the actions (--benchmark_filter=REGEX). Gives 1
 /// when an action costs more than it may.
@@ -28,7 +30,7 @@ int main(int argc, char** argv) {
         useLibrary(QString::fromLocal8Bit(argv[2]));
         return 0;
     }
-    if (argc == 2 && QLatin1String(argv[1]) == QLatin1String("--memory")) {
+    if (argc == 2 && QLatin1String(argv[1]) == u"--memory"_s) {
         printMemory();
         return 0;
     }

@@ -8,6 +8,8 @@
 #include "editor/contents/ContentPane.h"
 #include "editor/frmEditor.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A row of a command table whose description is its caption.
@@ -47,7 +49,7 @@ std::vector<CommandAction> frmEditor::chapterActions() {
     ChapterPane* pane = m_chapters;
     KeyedTree* tree = pane->tvSYB();
     const KeyedGrid* bills = m_bills->grdBillList();
-    const QString category = QStringLiteral("Content");
+    const QString category = u"Content"_s;
 
     const auto selected = [tree] { return tree->selectedNode() != nullptr; };
     const auto mayHaveChildren = [tree] {
@@ -65,30 +67,24 @@ std::vector<CommandAction> frmEditor::chapterActions() {
 
     return {
         command(
-            100, QStringLiteral("添加目录"), QStringLiteral("ContentNew"), category,
-            [pane] { pane->mnuAddContent_Click(); }, [bills] { return !listsQueryResult(bills); }),
+            100, u"添加目录"_s, u"ContentNew"_s, category, [pane] { pane->mnuAddContent_Click(); },
+            [bills] { return !listsQueryResult(bills); }),
         command(
-            101, QStringLiteral("添加子目录"), QStringLiteral("ContentAddSub"), category,
-            [pane] { pane->mnuAddSubContent_Click(); }, mayHaveChildren),
+            101, u"添加子目录"_s, u"ContentAddSub"_s, category, [pane] { pane->mnuAddSubContent_Click(); },
+            mayHaveChildren),
         command(
-            103, QStringLiteral("删除目录"), QStringLiteral("ContentDel"), category,
-            [pane] { pane->mnuDeleteContent_Click(); }, selected),
+            103, u"删除目录"_s, u"ContentDel"_s, category, [pane] { pane->mnuDeleteContent_Click(); }, selected),
         command(
-            102, QStringLiteral("修改目录"), QStringLiteral("ContentModify"), category,
-            [pane] { pane->mnuModifyContent_Click(); }, selected),
+            102, u"修改目录"_s, u"ContentModify"_s, category, [pane] { pane->mnuModifyContent_Click(); }, selected),
         command(
-            104, QStringLiteral("上移目录"), QStringLiteral("ContentUp"), category,
-            [pane] { pane->mnuMoveContentUp_Click(); }, hasPrevious),
+            104, u"上移目录"_s, u"ContentUp"_s, category, [pane] { pane->mnuMoveContentUp_Click(); }, hasPrevious),
         command(
-            105, QStringLiteral("下移目录"), QStringLiteral("ContentDown"), category,
-            [pane] { pane->mnuMoveContentDown_Click(); }, hasNext),
+            105, u"下移目录"_s, u"ContentDown"_s, category, [pane] { pane->mnuMoveContentDown_Click(); }, hasNext),
         // The moves to another level have a place in the table but nothing to do.
-        command(106, QStringLiteral("左移目录"), QStringLiteral("ContentLeft"), category),
-        {107, QStringLiteral("右移目录"), QStringLiteral("ContentRight"), QStringLiteral("最近打开清单库"), category},
-        command(108, QStringLiteral("展开所有节点"), QStringLiteral("展开所有节点"), category,
-                [pane] { pane->expandAll(); }),
-        command(109, QStringLiteral("收起所有节点"), QStringLiteral("收起所有节点"), category,
-                [pane] { pane->collapseAll(); }),
+        command(106, u"左移目录"_s, u"ContentLeft"_s, category),
+        {107, u"右移目录"_s, u"ContentRight"_s, u"最近打开清单库"_s, category},
+        command(108, u"展开所有节点"_s, u"展开所有节点"_s, category, [pane] { pane->expandAll(); }),
+        command(109, u"收起所有节点"_s, u"收起所有节点"_s, category, [pane] { pane->collapseAll(); }),
     };
 }
 
@@ -98,9 +94,9 @@ std::vector<CommandAction> frmEditor::billActions() {
     const KeyedTree* tree = m_chapters->tvSYB();
     const KeyedGrid* bills = pane->grdBillList();
     const KeyedGrid* grid = contents->grdConcent();
-    const QString bill = QStringLiteral("Bill");
-    const QString feature = QStringLiteral("Feature");
-    const QString project = QStringLiteral("Project");
+    const QString bill = u"Bill"_s;
+    const QString feature = u"Feature"_s;
+    const QString project = u"Project"_s;
 
     const auto mayMoveUp = [bills] { return listsChapter(bills) && bills->hasRows() && bills->row() != 0; };
     const auto mayMoveDown = [bills] {
@@ -118,33 +114,29 @@ std::vector<CommandAction> frmEditor::billActions() {
 
     return {
         command(
-            200, QStringLiteral("添加清单"), QStringLiteral("BillNew"), bill, [pane] { pane->mnuAddBill_Click(); },
-            mayAddBill),
+            200, u"添加清单"_s, u"BillNew"_s, bill, [pane] { pane->mnuAddBill_Click(); }, mayAddBill),
         command(
-            201, QStringLiteral("删除清单"), QStringLiteral("BillDel"), bill, [pane] { pane->mnuDeleteBill_Click(); },
+            201, u"删除清单"_s, u"BillDel"_s, bill, [pane] { pane->mnuDeleteBill_Click(); },
             [bills] { return bills->hasRows(); }),
-        command(202, QStringLiteral("查找清单"), QStringLiteral("BillQuery"), bill,
-                [pane] { pane->mnuQueryBill_Click(); }),
+        command(202, u"查找清单"_s, u"BillQuery"_s, bill, [pane] { pane->mnuQueryBill_Click(); }),
         command(
-            104, QStringLiteral("上移"), QStringLiteral("ContentUp"), bill, [pane] { pane->MoveBillRow(true); },
-            mayMoveUp),
+            104, u"上移"_s, u"ContentUp"_s, bill, [pane] { pane->MoveBillRow(true); }, mayMoveUp),
         command(
-            105, QStringLiteral("下移"), QStringLiteral("ContentDown"), bill, [pane] { pane->MoveBillRow(false); },
-            mayMoveDown),
-        command(300, QStringLiteral("添加项目特征"), QStringLiteral("FeatureAdd"), feature),
-        command(301, QStringLiteral("删除项目特征"), QStringLiteral("FeatureDel"), feature),
+            105, u"下移"_s, u"ContentDown"_s, bill, [pane] { pane->MoveBillRow(false); }, mayMoveDown),
+        command(300, u"添加项目特征"_s, u"FeatureAdd"_s, feature),
+        command(301, u"删除项目特征"_s, u"FeatureDel"_s, feature),
         command(
-            400, QStringLiteral("添加工程内容"), QStringLiteral("ContentDown"), project,
-            [contents] { contents->munAddBillCont_Click(); }, [bills] { return bills->row() >= 0; }),
+            400, u"添加工程内容"_s, u"ContentDown"_s, project, [contents] { contents->munAddBillCont_Click(); },
+            [bills] { return bills->row() >= 0; }),
         command(
-            401, QStringLiteral("添加工程细节"), QStringLiteral("ContentLeft"), project,
-            [contents] { contents->munAddBillSubCont_Click(); }, unlockedLevel([](int level) { return level < 2; })),
+            401, u"添加工程细节"_s, u"ContentLeft"_s, project, [contents] { contents->munAddBillSubCont_Click(); },
+            unlockedLevel([](int level) { return level < 2; })),
         command(
-            402, QStringLiteral("添加定额"), QStringLiteral("ContentRight"), project,
-            [contents] { contents->munAddBillContDe_Click(); }, unlockedLevel([](int level) { return level != 0; })),
+            402, u"添加定额"_s, u"ContentRight"_s, project, [contents] { contents->munAddBillContDe_Click(); },
+            unlockedLevel([](int level) { return level != 0; })),
         command(
-            403, QStringLiteral("删除工作内容"), QStringLiteral("ContentRight"), project,
-            [this] { deleteContentRow(); }, unlockedLevel([](int) { return true; })),
+            403, u"删除工作内容"_s, u"ContentRight"_s, project, [this] { deleteContentRow(); },
+            unlockedLevel([](int) { return true; })),
     };
 }
 
@@ -152,13 +144,13 @@ std::vector<CommandAction> frmEditor::featureActions() {
     FeaturePane* pane = m_features;
     const KeyedGrid* bills = m_bills->grdBillList();
     const KeyedGrid* features = pane->grdSpec();
-    const QString category = QStringLiteral("Spec");
+    const QString category = u"Spec"_s;
     return {
         command(
-            300, QStringLiteral("添加项目特征"), QString(), category, [pane] { pane->mnuAddFeature_Click(); },
+            300, u"添加项目特征"_s, QString(), category, [pane] { pane->mnuAddFeature_Click(); },
             [bills] { return bills->row() >= 0; }),
         command(
-            301, QStringLiteral("删除项目特征"), QString(), category, [pane] { pane->mnuDeleteFeature_Click(); },
+            301, u"删除项目特征"_s, QString(), category, [pane] { pane->mnuDeleteFeature_Click(); },
             [pane, features] { return !pane->isLocked() && features->row() >= 0; }),
     };
 }
@@ -167,17 +159,17 @@ std::vector<CommandAction> frmEditor::featureValueActions() {
     FeaturePane* pane = m_features;
     const KeyedGrid* features = pane->grdSpec();
     const KeyedGrid* values = pane->grdSpecEnum();
-    const QString category = QStringLiteral("SpecEnum");
+    const QString category = u"SpecEnum"_s;
     constexpr qint64 enumeration = 2;
     return {
         command(
-            300, QStringLiteral("添加特征值"), QString(), category, [pane] { pane->mnuAddFeatureVal_Click(); },
+            300, u"添加特征值"_s, QString(), category, [pane] { pane->mnuAddFeatureVal_Click(); },
             [pane, features] {
                 return !pane->isLocked() && features->hasRows() &&
-                       features->value(features->row(), QStringLiteral("type")) == enumeration;
+                       features->value(features->row(), u"type"_s) == enumeration;
             }),
         command(
-            301, QStringLiteral("删除特征值"), QString(), category, [pane] { pane->mnuDeleteFeatureVal_Click(); },
+            301, u"删除特征值"_s, QString(), category, [pane] { pane->mnuDeleteFeatureVal_Click(); },
             [pane, values] { return !pane->isLocked() && values->row() >= 0; }),
     };
 }

@@ -11,6 +11,8 @@
 #include "editor/contents/ContentPane.h"
 #include "editor/frmEditor.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Lets `menu` pop up wherever `source` wants its context menu.
@@ -23,34 +25,30 @@ void popUp(QMenu* menu, Source* source) {
 }  // namespace
 
 void frmEditor::CreateToolbarsContent() {
-    QToolBar* bar = CommandBars1->createToolBar(QStringLiteral("Content"), {100, 101, 102, 103});
+    QToolBar* bar = CommandBars1->createToolBar(u"Content"_s, {100, 101, 102, 103});
     m_chapters->addToolBar(bar);
 }
 
 void frmEditor::CreateToolbarsBill() {
-    QToolBar* bar = CommandBars2->createToolBar(QStringLiteral("Bill"), {});
-    m_searchText = CommandBars2->addTextEntry(bar, 203, QStringLiteral("查找："), 202);
+    QToolBar* bar = CommandBars2->createToolBar(u"Bill"_s, {});
+    m_searchText = CommandBars2->addTextEntry(bar, 203, u"查找："_s, 202);
     for (const int id : {202, 200, 201, 104, 105})
         AddButton(bar, CommandBars2->action(id));
     m_bills->addToolBar(bar);
 }
 
 void frmEditor::CreateContextMenus() {
-    popUp(CommandBars1->createMenu(QStringLiteral("Context Menu"),
-                                   {{100}, {101}, {103}, {102}, {104}, {105}, {108}, {109}}),
+    popUp(CommandBars1->createMenu(u"Context Menu"_s, {{100}, {101}, {103}, {102}, {104}, {105}, {108}, {109}}),
           m_chapters);
-    popUp(
-        CommandBars2->createMenu(QStringLiteral("Bill Menu"),
-                                 {{200}, {201}, {104, QStringLiteral("上移清单")}, {105, QStringLiteral("下移清单")}}),
-        m_bills->grdBillList());
-    popUp(CommandBars2->createMenu(QStringLiteral("Bill Menu"), {{400}, {401}, {402}, {403, QStringLiteral("删除")}}),
-          m_contents->grdConcent());
-    popUp(CommandBars3->createMenu(QStringLiteral("BillSpec Menu"), {{300}, {301}}), m_features->grdSpec());
-    popUp(CommandBars4->createMenu(QStringLiteral("SpecEnum Menu"), {{300}, {301}}), m_features->grdSpecEnum());
+    popUp(CommandBars2->createMenu(u"Bill Menu"_s, {{200}, {201}, {104, u"上移清单"_s}, {105, u"下移清单"_s}}),
+          m_bills->grdBillList());
+    popUp(CommandBars2->createMenu(u"Bill Menu"_s, {{400}, {401}, {402}, {403, u"删除"_s}}), m_contents->grdConcent());
+    popUp(CommandBars3->createMenu(u"BillSpec Menu"_s, {{300}, {301}}), m_features->grdSpec());
+    popUp(CommandBars4->createMenu(u"SpecEnum Menu"_s, {{300}, {301}}), m_features->grdSpecEnum());
 }
 
 void frmEditor::LoadAllToolbarsIcons() {
-    const QString strip = joinPath(appPath, QStringLiteral("Res/Icons/ToolBar.bmp"));
+    const QString strip = joinPath(appPath, u"Res/Icons/ToolBar.bmp"_s);
     const std::vector<int> ids{100, 101, 103, 102, 104, 105, 106, 107, 200, 201, 202, 300, 301, 400, 401};
     CommandBars1->loadIcons(strip, ids);
     CommandBars2->loadIcons(strip, ids);

@@ -13,6 +13,8 @@
 #include "editor/contents/ContentPane.h"
 #include "editor/frmEditor.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QSplitter* splitter(Qt::Orientation orientation, QWidget* first, QWidget* second, int firstShare, int secondShare) {
@@ -31,16 +33,16 @@ void frmEditor::InitFormView() {
     m_bills->txtRule()->setFrameShape(QFrame::NoFrame);
     m_bills->txtContent()->setFrameShape(QFrame::NoFrame);
 
-    tabBillDetail->setObjectName(QStringLiteral("tabBillDetail"));
+    tabBillDetail->setObjectName(u"tabBillDetail"_s);
     tabBillDetail->setDocumentMode(true);
-    tabBillDetail->addTab(m_contents, QStringLiteral("工作内容"));
-    tabBillDetail->addTab(m_features, QStringLiteral("项目特征"));
-    tabBillDetail->addTab(m_bills->txtRule(), QStringLiteral("计算规则"));
-    tabBillDetail->addTab(m_bills->txtContent(), QStringLiteral("工程内容"));
+    tabBillDetail->addTab(m_contents, u"工作内容"_s);
+    tabBillDetail->addTab(m_features, u"项目特征"_s);
+    tabBillDetail->addTab(m_bills->txtRule(), u"计算规则"_s);
+    tabBillDetail->addTab(m_bills->txtContent(), u"工程内容"_s);
 
     QSplitter* right = splitter(Qt::Vertical, m_bills, tabBillDetail, 5, 4);
     QSplitter* whole = splitter(Qt::Horizontal, m_chapters, right, 0, 1);
-    const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    const int digit = fontMetrics().horizontalAdvance(u'0');
     whole->setSizes({digit * 42, digit * 130});
 
     auto* layout = new QVBoxLayout(this);
@@ -54,10 +56,10 @@ void frmEditor::InitFormView() {
 void frmEditor::SetVsGridStyle() {
     Grid_MergeFix(m_features->grdSpecEnum());
     // Texts of any length take the room that is left beside them.
-    m_features->grdSpecEnum()->setGrowingColumn(QStringLiteral("eigenValue"));
-    m_features->grdSpec()->setGrowingColumn(QStringLiteral("Name"));
-    m_bills->grdBillList()->setGrowingColumn(QStringLiteral("Name"));
-    m_contents->grdConcent()->setGrowingColumn(QStringLiteral("cont"));
+    m_features->grdSpecEnum()->setGrowingColumn(u"eigenValue"_s);
+    m_features->grdSpec()->setGrowingColumn(u"Name"_s);
+    m_bills->grdBillList()->setGrowingColumn(u"Name"_s);
+    m_contents->grdConcent()->setGrowingColumn(u"cont"_s);
     for (KeyedGrid* grid :
          {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
         SetVSFlexGridStyle(grid);
@@ -81,13 +83,12 @@ void frmEditor::connectPanes() {
 
     m_features->currentBillId = [this] {
         const KeyedGrid* bills = m_bills->grdBillList();
-        return bills->value(bills->row(), QStringLiteral("id"));
+        return bills->value(bills->row(), u"id"_s);
     };
     m_contents->currentBill = [this] {
         const KeyedGrid* bills = m_bills->grdBillList();
         const int row = bills->row();
-        return CurrentBill{bills->value(row, QStringLiteral("id")),
-                           row < 0 ? QString() : bills->text(row, QStringLiteral("code"))};
+        return CurrentBill{bills->value(row, u"id"_s), row < 0 ? QString() : bills->text(row, u"code"_s)};
     };
     m_contents->ellipsisClicked = [this](const QString& dekId) { openRationBrowser(dekId); };
 }

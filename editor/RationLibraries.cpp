@@ -21,7 +21,7 @@ QString GetDekComboList() {
         const auto system = openSystemDatabase();
         Recordset rows = system->OpenRecordset("SELECT DekId,DekName FROM SysBaseData ORDER BY DekName ASC;");
         for (; !rows.EndOfFile(); rows.MoveNext())
-            entries << QLatin1Char('#') + rows.text("DekId") + QLatin1Char(';') + rows.text("DekName");
+            entries << u'#' + rows.text("DekId") + u';' + rows.text("DekName");
     });
-    return entries.join(QLatin1Char('|'));
+    return entries.join(u'|');
 }

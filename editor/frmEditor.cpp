@@ -18,6 +18,8 @@
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Connections that could not be closed: what they still hold is committed at a later event or at the end.
@@ -35,11 +37,11 @@ frmEditor::frmEditor(QWidget* mainWindow)
       m_features(new FeaturePane(this)),
       m_contents(new ContentPane(this)),
       tabBillDetail(new QTabWidget(this)),
-      CommandBars1(new CommandBars(this, QStringLiteral("CommandBars1"))),
-      CommandBars2(new CommandBars(this, QStringLiteral("CommandBars2"))),
-      CommandBars3(new CommandBars(this, QStringLiteral("CommandBars3"))),
-      CommandBars4(new CommandBars(this, QStringLiteral("CommandBars4"))) {
-    setObjectName(QStringLiteral("frmEditor"));
+      CommandBars1(new CommandBars(this, u"CommandBars1"_s)),
+      CommandBars2(new CommandBars(this, u"CommandBars2"_s)),
+      CommandBars3(new CommandBars(this, u"CommandBars3"_s)),
+      CommandBars4(new CommandBars(this, u"CommandBars4"_s)) {
+    setObjectName(u"frmEditor"_s);
 }
 
 frmEditor::~frmEditor() { Form_Unload(); }
@@ -69,8 +71,7 @@ bool frmEditor::Form_Load() {
         m_ormConn = GetOrmConn(m_DBFilePath);
         opened = m_ormConn != nullptr;
         if (!opened)
-            showMessage(QStringLiteral("打开") + m_DBFilePath + QStringLiteral("文件失败！"), QStringLiteral("提示"),
-                        MessageIcon::Exclamation);
+            showMessage(u"打开"_s + m_DBFilePath + u"文件失败！"_s, u"提示"_s, MessageIcon::Exclamation);
         m_chapters->setConnection(m_ormConn.get());
         m_bills->setConnection(m_ormConn.get());
         m_features->setConnection(m_ormConn.get());
@@ -132,7 +133,7 @@ void frmEditor::chapterClicked(const QString& tag) {
         m_bills->LoadBill(tag);
     else
         m_bills->clearList();
-    m_bills->grdBillList()->setTag(QStringLiteral("0"));
+    m_bills->grdBillList()->setTag(u"0"_s);
 }
 
 void frmEditor::lockDetailsOfDeletedBill() {

@@ -2,9 +2,12 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QSettings>
 #include <QWidget>
 #include <algorithm>
+
+#include "app/base/UserSettings.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,12 +17,9 @@ constexpr int reachableWidth = 80;
 /// Beyond the largest desktop; what lies outside is nonsense and would overflow.
 constexpr int farthest = 100'000;
 
-QSettings settingsStore() {
-    return {QSettings::defaultFormat(), QSettings::UserScope, QStringLiteral("Tessel"),
-            QStringLiteral("frmDekBrowser")};
-}
+QSettings settingsStore() { return userSettings(u"frmDekBrowser"_s); }
 
-QString nameOf(const char* key) { return QStringLiteral("Settings/") + QLatin1String(key); }
+QString nameOf(const char* key) { return u"Settings/"_s + QLatin1String(key); }
 
 int remembered(const QSettings& settings, const char* key, int lowest, int current) {
     bool isNumber = false;

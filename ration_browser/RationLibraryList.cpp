@@ -5,6 +5,8 @@
 #include "storage/LibraryConnection.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 std::vector<RationLibrary> readRationLibraries() {
     const auto system = openSystemDatabase();
     Recordset rows = system->OpenRecordset("SELECT DekId,DekName FROM SysBaseData ORDER BY Prof ASC;");
@@ -20,7 +22,7 @@ QString browsedLibraryPath(const QString& dekId) {
     Recordset rows = system->OpenRecordset(sql("SELECT DekFilename FROM SysBaseData WHERE DekId='", dekId, "';"));
     QString path;
     if (!rows.EndOfFile())
-        path = joinPath(dataPath + QStringLiteral("广东省"), rows.text("DekFilename"));
+        path = joinPath(dataPath + u"广东省"_s, rows.text("DekFilename"));
     ReleaseOrmRecordset(rows);
     return path;
 }

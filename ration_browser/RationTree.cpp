@@ -4,6 +4,8 @@
 #include "app/controls/KeyedTree.h"
 #include "storage/Recordset.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr const char* numberColumns[RationChapter::levels] = {"CH", "ZH", "JH", "XH", "MH"};
@@ -18,16 +20,16 @@ int RationChapter::level() const {
     return levels;
 }
 
-QString RationChapter::key() const { return QLatin1Char('K') + QString::number(sybID); }
+QString RationChapter::key() const { return u'K' + QString::number(sybID); }
 
 QString RationChapter::text() const {
-    return QString::number(number[static_cast<std::size_t>(level() - 1)]) + QLatin1Char('.') + title;
+    return QString::number(number[static_cast<std::size_t>(level() - 1)]) + u'.' + title;
 }
 
 QString RationChapter::fullNumber() const {
     QString dotted;
     for (const qint64 part : number)
-        dotted += (dotted.isEmpty() ? QString() : QStringLiteral(".")) + QString::number(part);
+        dotted += (dotted.isEmpty() ? QString() : u"."_s) + QString::number(part);
     return dotted;
 }
 
@@ -42,9 +44,7 @@ RationChapter readChapter(const Recordset& rows) {
 
 qint64 chapterOfKey(const QString& key) { return numericValue(key.mid(1)); }
 
-void addRationRoot(KeyedTree* tree) {
-    tree->addNode(nullptr, QStringLiteral("Root"), QStringLiteral("目录"), QString())->setExpanded(true);
-}
+void addRationRoot(KeyedTree* tree) { tree->addNode(nullptr, u"Root"_s, u"目录"_s, QString())->setExpanded(true); }
 
 void addRationChapters(KeyedTree* tree, Recordset& rows) {
     // The last node of each level; the root stands for level 0.

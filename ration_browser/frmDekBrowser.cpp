@@ -18,6 +18,8 @@
 #include "ration_browser/RationTree.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QPointer<frmDekBrowser> sharedBrowser;
@@ -123,19 +125,17 @@ void frmDekBrowser::clearLibrary() {
 
 void frmDekBrowser::LoadSYB() {
     guarded(here("LoadSYB"), [this] {
-        const auto complain = [](const QString& text) {
-            showMessage(text, QStringLiteral("提示"), MessageIcon::Critical);
-        };
+        const auto complain = [](const QString& text) { showMessage(text, u"提示"_s, MessageIcon::Critical); };
         // Rations of another library must never stand beside the chosen one's name.
         clearLibrary();
         if (m_cboDek->currentIndex() < 0)
             return;
         const QString path = browsedLibraryPath(selectedLibrary());
         if (!fso().FileExists(path))
-            return complain(path + QStringLiteral(" 文件不存在!"));
+            return complain(path + u" 文件不存在!"_s);
         auto library = std::make_unique<Connection>();
         if (!succeeds([&] { library->Open(path, QString(), Connection::readWriteCreate); }))
-            return complain(path + QStringLiteral(" 文件已损坏!"));
+            return complain(path + u" 文件已损坏!"_s);
         m_library = std::move(library);
         CreateRationContent();
     });
@@ -197,7 +197,7 @@ void frmDekBrowser::ListDeb(Recordset& rows) {
 }
 
 void frmDekBrowser::showUnitsWhole() {
-    const int units = m_grdDEB->column(QStringLiteral("DW"));
+    const int units = m_grdDEB->column(u"DW"_s);
     const int width = m_grdDEB->columnWidth(units);
     m_grdDEB->resizeColumnToContents(units);
     m_grdDEB->setColumnWidth(units, std::max(width, std::min(m_grdDEB->columnWidth(units), widestUnits)));
@@ -206,7 +206,7 @@ void frmDekBrowser::showUnitsWhole() {
 void frmDekBrowser::sendToEditor(short mode) {
     const int row = m_grdDEB->row();
     if (row >= 0 && m_editor)
-        m_editor->WinCommand(mode, m_grdDEB->text(row, QStringLiteral("DEH")), selectedLibrary());
+        m_editor->WinCommand(mode, m_grdDEB->text(row, u"DEH"_s), selectedLibrary());
 }
 
 void frmDekBrowser::grdDEB_DblClick() {

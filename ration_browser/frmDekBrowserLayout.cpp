@@ -17,6 +17,8 @@
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/Connection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QSize initialSize(880, 600);
@@ -29,10 +31,10 @@ constexpr Where inTables(const char* procedure) { return {"frmMeterial", procedu
 std::vector<GridColumn> rationColumns() {
     constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
     return {
-        {.key = QStringLiteral("Id"), .caption = QStringLiteral("Id"), .twips = 465, .shown = false},
-        {.key = QStringLiteral("DEH"), .caption = QStringLiteral("定额号"), .twips = 1845, .cells = left},
-        {.key = QStringLiteral("MC"), .caption = QStringLiteral("定额名称"), .twips = 4995, .cells = left},
-        {.key = QStringLiteral("DW"), .caption = QStringLiteral("单位"), .twips = 795, .cells = left},
+        {.key = u"Id"_s, .caption = u"Id"_s, .twips = 465, .shown = false},
+        {.key = u"DEH"_s, .caption = u"定额号"_s, .twips = 1845, .cells = left},
+        {.key = u"MC"_s, .caption = u"定额名称"_s, .twips = 4995, .cells = left},
+        {.key = u"DW"_s, .caption = u"单位"_s, .twips = 795, .cells = left},
     };
 }
 
@@ -43,19 +45,19 @@ frmDekBrowser::frmDekBrowser(QWidget* owner)
       m_cboDek(new QComboBox(this)),
       m_tvRationContent(new KeyedTree(this)),
       m_grdDEB(new KeyedGrid(this)),
-      m_commandBars(new CommandBars(this, QStringLiteral("CommandBars1"))) {
-    setObjectName(QStringLiteral("frmDekBrowser"));
-    setWindowTitle(QStringLiteral("定额库浏览"));
+      m_commandBars(new CommandBars(this, u"CommandBars1"_s)) {
+    setObjectName(u"frmDekBrowser"_s);
+    setWindowTitle(u"定额库浏览"_s);
     setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
                    Qt::WindowCloseButtonHint);
     setMinimumSize(smallestSize);
     resize(initialSize);
-    m_cboDek->setObjectName(QStringLiteral("cboDek"));
-    m_tvRationContent->setObjectName(QStringLiteral("tvRationContent"));
-    m_grdDEB->setObjectName(QStringLiteral("grdDEB"));
+    m_cboDek->setObjectName(u"cboDek"_s);
+    m_tvRationContent->setObjectName(u"tvRationContent"_s);
+    m_grdDEB->setObjectName(u"grdDEB"_s);
     m_grdDEB->setColumns(rationColumns());
     SetVSFlexGridStyle(m_grdDEB);
-    m_grdDEB->setGrowingColumn(QStringLiteral("MC"));
+    m_grdDEB->setGrowingColumn(u"MC"_s);
     CreateActions();
     layOut(CreateToolbars());
     connectControls();
@@ -68,7 +70,7 @@ void frmDekBrowser::CreateActions() {
                                  .caption = caption,
                                  .tooltip = hint,
                                  .description = hint,
-                                 .category = QStringLiteral("Content"),
+                                 .category = u"Content"_s,
                                  .execute = [this, id] { CommandBars1_Execute(id); },
                                  .enabled = {}};
         };
@@ -77,24 +79,22 @@ void frmDekBrowser::CreateActions() {
             return action;
         };
         m_commandBars->addActions({
-            command(256, QStringLiteral("查找"), QStringLiteral("查找")),
-            command(257, QStringLiteral("身上"), QStringLiteral("查找上一个")),
-            command(258, QStringLiteral("向下"), QStringLiteral("查找下一个")),
-            onRation(command(259, QStringLiteral("插入"), QStringLiteral("插入"))),
-            onRation(command(260, QStringLiteral("替换"), QStringLiteral("替换"))),
-            command(261, QStringLiteral("关闭"), QStringLiteral("关闭")),
+            command(256, u"查找"_s, u"查找"_s),
+            command(257, u"身上"_s, u"查找上一个"_s),
+            command(258, u"向下"_s, u"查找下一个"_s),
+            onRation(command(259, u"插入"_s, u"插入"_s)),
+            onRation(command(260, u"替换"_s, u"替换"_s)),
+            command(261, u"关闭"_s, u"关闭"_s),
         });
     });
 }
 
 QToolBar* frmDekBrowser::CreateToolbars() {
-    return guarded(inTables("CreateToolbars"), [this] {
-        return m_commandBars->createToolBar(QStringLiteral("定额"), {259, 260});
-    });
+    return guarded(inTables("CreateToolbars"), [this] { return m_commandBars->createToolBar(u"定额"_s, {259, 260}); });
 }
 
 void frmDekBrowser::layOut(QToolBar* bar) {
-    auto* caption = new QLabel(QStringLiteral("定额库："), this);
+    auto* caption = new QLabel(u"定额库："_s, this);
     caption->setBuddy(m_cboDek);
     m_cboDek->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_cboDek->setMinimumContentsLength(24);

@@ -8,6 +8,8 @@
 #include "storage/KeyedAccess.h"
 #include "storage/SqliteError.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int busyTimeoutMs = 2000;
@@ -33,14 +35,14 @@ bool blankOrSemicolon(char c) { return c == ';' || c == ' ' || (c >= '\t' && c <
 /// Prepares the one statement in `statement`; blanks, comments and semicolons may follow it.
 StatementPointer prepareOne(sqlite3* database, const SqlText& statement) {
     if (!database)
-        throw Error(SQLITE_MISUSE, QStringLiteral("the connection is closed"));
+        throw Error(SQLITE_MISUSE, u"the connection is closed"_s);
     if (!statement.brokenAt().isEmpty())
         throw syntaxError(statement.brokenAt());
     const QByteArray text = statement.text().toUtf8();
     const char* tail = nullptr;
     StatementPointer first = prepare(database, text.constData(), &tail);
     if (!first)
-        throw Error(SQLITE_ERROR, QStringLiteral("no statement"));
+        throw Error(SQLITE_ERROR, u"no statement"_s);
     while (tail && *tail) {
         while (blankOrSemicolon(*tail))
             ++tail;

@@ -6,11 +6,13 @@
 #include "app/base/Guarded.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A library is one file that can be copied at any moment: a foreign one in write-ahead mode is turned back.
 void keepOneFile(Connection& connection) {
-    if (connection.OpenRecordset("PRAGMA main.journal_mode").text("journal_mode") == QLatin1String("wal"))
+    if (connection.OpenRecordset("PRAGMA main.journal_mode").text("journal_mode") == u"wal"_s)
         connection.OpenRecordset("PRAGMA main.journal_mode=DELETE");
 }
 
@@ -27,11 +29,11 @@ std::unique_ptr<Connection> GetOrmConn(const QString& path) {
     });
 }
 
-QString companionPath(const QString& path) { return path + QLatin1Char('x'); }
+QString companionPath(const QString& path) { return path + u'x'; }
 
 Connection& requireConnection(Connection* connection) {
     if (!connection)
-        throw Error(91, QStringLiteral("没有打开的数据库连接"));
+        throw Error(91, u"没有打开的数据库连接"_s);
     return *connection;
 }
 

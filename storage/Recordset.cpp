@@ -6,6 +6,8 @@
 
 #include "storage/SqliteError.h"
 
+using namespace Qt::StringLiterals;
+
 void Recordset::Finalizer::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 
 Recordset::Recordset(sqlite3* database, sqlite3_stmt* statement) : m_database(database), m_statement(statement) {
@@ -30,7 +32,7 @@ void Recordset::Close() { m_statement.reset(); }
 
 int Recordset::columnIndex(const char* column) const {
     if (EndOfFile())
-        throw Error(3021, QStringLiteral("没有当前记录"));
+        throw Error(3021, u"没有当前记录"_s);
     for (const auto& [name, index] : m_columns) {
         if (qstrcmp(name, column) == 0)
             return index;
@@ -42,7 +44,7 @@ int Recordset::columnIndex(const char* column) const {
             return i;
         }
     }
-    throw Error(3265, QStringLiteral("找不到字段: ") + QString::fromUtf8(column));
+    throw Error(3265, u"找不到字段: "_s + QString::fromUtf8(column));
 }
 
 QString Recordset::text(const char* column) const { return QString::fromUtf8(view(column)); }
@@ -63,7 +65,7 @@ QString Recordset::joined(const QString& separator) const {
     QStringList values;
     for (int i = 0; !EndOfFile() && i < sqlite3_column_count(m_statement.get()); ++i) {
         const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), i));
-        values << (bytes ? QString::fromUtf8(bytes) : QStringLiteral("NULL"));
+        values << (bytes ? QString::fromUtf8(bytes) : u"NULL"_s);
     }
     return values.join(separator);
 }

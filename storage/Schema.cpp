@@ -4,6 +4,8 @@
 #include "storage/LibraryConnection.h"
 #include "storage/Savepoint.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct TableStatement {
@@ -40,7 +42,7 @@ bool CreateAllBillDBTable(Connection* connection) {
     return guarded({"ModDBOperator", "CreateAllBillDBTable"}, [&] {
         if (!connection)
             return false;
-        const QString savepoint = QStringLiteral("CreateAllBillDBTable");
+        const QString savepoint = u"CreateAllBillDBTable"_s;
         const bool started = SetSP(savepoint, connection);
         bool created = true;
         for (const TableStatement& table : tables) {

@@ -1,5 +1,7 @@
 #include "storage/Sql.h"
 
+using namespace Qt::StringLiterals;
+
 void SqlComposer::add(const SqlText& piece) {
     m_statement.m_text += piece.text();
     if (m_statement.m_brokenAt.isEmpty())
@@ -8,7 +10,7 @@ void SqlComposer::add(const SqlText& piece) {
 
 void SqlComposer::add(const QString& value) {
     for (qsizetype i = 0; i < value.size() && m_statement.m_brokenAt.isEmpty(); ++i) {
-        if (value[i] == QLatin1Char('\'') || value[i].isNull())
+        if (value[i] == u'\'' || value[i].isNull())
             m_statement.m_brokenAt = value.mid(i, 40);
     }
     m_statement.m_text += value;
@@ -16,8 +18,8 @@ void SqlComposer::add(const QString& value) {
 
 void SqlComposer::add(const Doubled& value) {
     QString doubled = value.text;
-    doubled.replace(QLatin1String("'"), QLatin1String("''"));
+    doubled.replace(u"'"_s, u"''"_s);
     if (doubled.contains(QChar::Null))
-        m_statement.m_brokenAt = QStringLiteral("NUL");
+        m_statement.m_brokenAt = u"NUL"_s;
     m_statement.m_text += doubled;
 }

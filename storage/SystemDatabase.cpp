@@ -5,9 +5,11 @@
 #include "storage/KeyedAccess.h"
 #include "storage/SqliteError.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-QString systemDatabasePath() { return appPath + QLatin1String("tessel.dat"); }
+QString systemDatabasePath() { return appPath + u"tessel.dat"_s; }
 
 }  // namespace
 

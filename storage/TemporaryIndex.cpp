@@ -3,10 +3,12 @@
 #include "app/base/Guarded.h"
 #include "storage/Connection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString unusedName(Connection* connection, const SqlText& table, const SqlText& column) {
-    const QString base = QLatin1String("tessel_") + table.text() + QLatin1Char('_') + column.text();
+    const QString base = u"tessel_"_s + table.text() + u'_' + column.text();
     QString name = base;
     for (int n = 1;
          !connection->OpenRecordset(sql("SELECT 1 FROM main.sqlite_master WHERE name='", name, "'")).EndOfFile(); ++n)

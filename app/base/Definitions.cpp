@@ -3,6 +3,8 @@
 #include "app/base/ErrorLog.h"
 #include "app/base/FileSystem.h"
 
+using namespace Qt::StringLiterals;
+
 QString appPath;
 QString dataPath;
 QString cmdFile;
@@ -17,6 +19,6 @@ FileSystem& fso() {
     return fileSystem;
 }
 
-QString applicationTitle() { return QStringLiteral("清单库编辑器"); }
+QString applicationTitle() { return u"清单库编辑器"_s; }
 
 QString applicationVersion() { return QStringLiteral(TESSEL_VERSION); }

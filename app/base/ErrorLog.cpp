@@ -10,6 +10,8 @@
 #include "app/base/Paths.h"
 #include "app/base/Text.h"
 
+using namespace Qt::StringLiterals;
+
 CurrentError& currentError() {
     static CurrentError error;
     return error;
@@ -20,24 +22,24 @@ clsErrorLog::clsErrorLog() : computerName(QSysInfo::machineHostName().left(255))
 QString clsErrorLog::recordText(const QString& module, const QString& procedure) const {
     const QString program = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     const QStringList lines{
-        QStringLiteral("时    间: ") + nowText(),
-        QStringLiteral("计算机名: ") + computerName,
-        QStringLiteral("程序名称: ") + program,
-        QStringLiteral("版    本: ") + applicationVersion(),
-        QStringLiteral("错误位置: ") + module + QLatin1Char('.') + procedure,
-        QStringLiteral("错误号码: ") + QString::number(currentError().number),
-        QStringLiteral("错误描述: ") + currentError().description,
-        QString(80, QLatin1Char('=')),
+        u"时    间: "_s + nowText(),
+        u"计算机名: "_s + computerName,
+        u"程序名称: "_s + program,
+        u"版    本: "_s + applicationVersion(),
+        u"错误位置: "_s + module + u'.' + procedure,
+        u"错误号码: "_s + QString::number(currentError().number),
+        u"错误描述: "_s + currentError().description,
+        QString(80, u'='),
     };
-    return lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n");
+    return lines.join(u"\r\n"_s) + u"\r\n"_s;
 }
 
 void clsErrorLog::WriteLog(const QString& module, const QString& procedure) {
     const QString record = recordText(module, procedure);
-    QFile file(joinPath(programFolder(), QStringLiteral("Error.log")));
+    QFile file(joinPath(programFolder(), u"Error.log"_s));
     if (file.open(QIODevice::Append)) {
-        file.write((record + QLatin1String("\r\n")).toLocal8Bit());
+        file.write((record + u"\r\n"_s).toLocal8Bit());
         file.close();
     }
-    showMessage(record, QStringLiteral("错误信息"), MessageIcon::Information);
+    showMessage(record, u"错误信息"_s, MessageIcon::Information);
 }

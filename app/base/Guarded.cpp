@@ -7,6 +7,8 @@
 #include "app/base/Error.h"
 #include "app/base/ErrorLog.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 CurrentError describeCurrentException() {
@@ -15,11 +17,11 @@ CurrentError describeCurrentException() {
     } catch (const Error& error) {
         return {error.number(), error.description()};
     } catch (const std::bad_alloc&) {
-        return {7, QStringLiteral("内存不足")};
+        return {7, u"内存不足"_s};
     } catch (const std::exception& error) {
         return {5, QString::fromUtf8(error.what())};
     } catch (...) {
-        return {5, QStringLiteral("未知错误")};
+        return {5, u"未知错误"_s};
     }
 }
 

@@ -3,12 +3,14 @@
 #include <QDateTime>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 QString trimBlanks(const QString& text) {
     qsizetype begin = 0;
     qsizetype end = text.size();
-    while (begin < end && text[begin] == QLatin1Char(' '))
+    while (begin < end && text[begin] == u' ')
         ++begin;
-    while (end > begin && text[end - 1] == QLatin1Char(' '))
+    while (end > begin && text[end - 1] == u' ')
         --end;
     return text.mid(begin, end - begin);
 }
@@ -49,8 +51,6 @@ qint64 numericValue(const QString& text) {
     return negative ? -number : number;
 }
 
-QString zeroPadded(qint64 number, int digits) {
-    return QString::number(number).rightJustified(digits, QLatin1Char('0'));
-}
+QString zeroPadded(qint64 number, int digits) { return QString::number(number).rightJustified(digits, u'0'); }
 
-QString nowText() { return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
+QString nowText() { return QDateTime::currentDateTime().toString(u"yyyy-MM-dd HH:mm:ss"_s); }

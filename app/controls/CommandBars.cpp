@@ -15,6 +15,8 @@
 #include "app/controls/Style.h"
 #include "app/controls/UiHelpers.h"
 
+using namespace Qt::StringLiterals;
+
 CommandBars::CommandBars(QWidget* window, const QString& name) : QObject(window), m_window(window) {
     setObjectName(name);
     connect(&UserEvent::instance(), &UserEvent::over, this, &CommandBars::update);
@@ -24,7 +26,7 @@ void CommandBars::addActions(std::vector<CommandAction> actions) {
     for (CommandAction& command : actions) {
         const int id = command.id;
         auto* made = new QAction(command.caption, this);
-        made->setObjectName(QStringLiteral("%1.%2").arg(objectName()).arg(id));
+        made->setObjectName(u"%1.%2"_s.arg(objectName()).arg(id));
         made->setToolTip(command.tooltip);
         made->setStatusTip(command.description);
         made->setProperty("category", command.category);
@@ -54,9 +56,9 @@ QLineEdit* CommandBars::addTextEntry(QToolBar* bar, int id, const QString& capti
     auto* label = new QLabel(caption);
     label->setBuddy(edit);
     label->setContentsMargins(6, 0, 2, 0);
-    edit->setObjectName(QStringLiteral("%1.%2").arg(objectName()).arg(id));
+    edit->setObjectName(u"%1.%2"_s.arg(objectName()).arg(id));
     edit->setClearButtonEnabled(true);
-    edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 20);
+    edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(u'0') * 20);
     connect(edit, &QLineEdit::returnPressed, this, [this, enterId] { execute(enterId); });
     bar->addWidget(label);
     bar->addWidget(edit);
@@ -75,7 +77,7 @@ QMenu* CommandBars::createMenu(const QString& title, const std::vector<MenuEntry
             continue;
         }
         auto* alias = new QAction(command->icon(), caption, menu);
-        alias->setObjectName(QStringLiteral("%1.%2.%3").arg(objectName(), title).arg(id));
+        alias->setObjectName(u"%1.%2.%3"_s.arg(objectName(), title).arg(id));
         alias->setStatusTip(command->statusTip());
         connect(alias, &QAction::triggered, this, [this, id = id] { execute(id); });
         menu->addAction(alias);
@@ -159,8 +161,7 @@ std::vector<QPixmap> cutStrip(const QString& path) {
 std::vector<QIcon> iconsFromStrip(const QString& stripPath) {
     const QFileInfo file(stripPath);
     const std::vector<QPixmap> ordinary = cutStrip(stripPath);
-    std::vector<QPixmap> dense =
-        cutStrip(QStringLiteral("%1/%2@2x.%3").arg(file.path(), file.completeBaseName(), file.suffix()));
+    std::vector<QPixmap> dense = cutStrip(u"%1/%2@2x.%3"_s.arg(file.path(), file.completeBaseName(), file.suffix()));
     std::vector<QIcon> icons;
     for (std::size_t i = 0; i < ordinary.size(); ++i) {
         QIcon icon(ordinary[i]);

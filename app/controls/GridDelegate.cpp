@@ -10,6 +10,8 @@
 #include "app/controls/Marks.h"
 #include "app/controls/Style.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int margin = 5;
@@ -97,7 +99,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
         Theme::drawArrow(painter, arrow, !model->row(index.row()).collapsed);
     const QRect check = checkRect(option.rect, index);
     if (!check.isEmpty())
-        Theme::drawCheck(painter, check, model->text(index.row(), index.column()) == QLatin1String("1"));
+        Theme::drawCheck(painter, check, model->text(index.row(), index.column()) == u"1"_s);
     const QRect button = buttonRect(option.rect, index);
     if (!button.isEmpty())
         Theme::drawButton(painter, button);

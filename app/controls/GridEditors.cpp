@@ -9,6 +9,8 @@
 #include "app/controls/GridModel.h"
 #include "app/controls/Marks.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Looks as the delegate paints it in a cell that is not edited.
@@ -26,13 +28,13 @@ protected:
 }  // namespace
 
 CellEdit::CellEdit(QWidget* parent, bool hasButton) : QLineEdit(parent) {
-    setObjectName(QStringLiteral("cellEditor"));
+    setObjectName(u"cellEditor"_s);
     setFrame(false);
     setTextMargins(2, 0, 2, 0);
     if (!hasButton)
         return;
     m_button = new CellButton(this);
-    m_button->setObjectName(QStringLiteral("cellButton"));
+    m_button->setObjectName(u"cellButton"_s);
     m_button->setFocusPolicy(Qt::NoFocus);
     m_button->setCursor(Qt::ArrowCursor);
     connect(m_button, &QToolButton::clicked, this, [this] {
@@ -64,7 +66,7 @@ void CellEdit::resizeEvent(QResizeEvent* event) {
 
 CellChoice::CellChoice(QWidget* parent, const ComboList& list, const QString& value)
     : QComboBox(parent), m_value(value) {
-    setObjectName(QStringLiteral("cellEditor"));
+    setObjectName(u"cellEditor"_s);
     for (const auto& [stored, text] : list.items)
         addItem(Theme::oneLine(text), stored);
     setCurrentIndex(list.find(value));

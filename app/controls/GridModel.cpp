@@ -2,17 +2,19 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 ComboList::ComboList(const QString& list) : source(list) {
     QString rest = list;
-    if (rest.startsWith(QLatin1String("|..."))) {
+    if (rest.startsWith(u"|..."_s)) {
         ellipsis = true;
         return;
     }
     if (rest.isEmpty())
         return;
-    for (const QString& entry : rest.split(QLatin1Char('|'))) {
-        const auto end = entry.indexOf(QLatin1Char(';'));
-        if (entry.startsWith(QLatin1Char('#')) && end > 0)
+    for (const QString& entry : rest.split(u'|')) {
+        const auto end = entry.indexOf(u';');
+        if (entry.startsWith(u'#') && end > 0)
             items.emplace_back(entry.mid(1, end - 1), entry.mid(end + 1));
         else
             items.emplace_back(entry, entry);
@@ -152,7 +154,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
             return QVariant::fromValue(look.cells);
         case Qt::CheckStateRole:
             if (look.look == GridColumn::Look::CheckBox)
-                return value == QLatin1String("1") ? Qt::Checked : Qt::Unchecked;
+                return value == u"1"_s ? Qt::Checked : Qt::Unchecked;
             return {};
         default:
             return {};

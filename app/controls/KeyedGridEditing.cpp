@@ -11,6 +11,8 @@
 #include "app/controls/GridModel.h"
 #include "app/controls/KeyedGrid.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Whether `widget` is `editor` or a part of it; the list of a combo box is a window of its own.
@@ -202,8 +204,7 @@ void KeyedGrid::toggleCheck(const QModelIndex& index) {
     if (!mayEdit(index))
         return;
     const QPersistentModelIndex cell = index;
-    QString text =
-        m_model->text(index.row(), index.column()) == QLatin1String("1") ? QStringLiteral("2") : QStringLiteral("1");
+    QString text = m_model->text(index.row(), index.column()) == u"1"_s ? u"2"_s : u"1"_s;
     if (decide(index, text) != EditVerdict::Accept || !cell.isValid())
         return;
     m_model->setText(cell.row(), cell.column(), text);

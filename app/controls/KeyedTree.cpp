@@ -12,6 +12,8 @@
 #include "app/controls/Marks.h"
 #include "app/controls/Style.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 constexpr int keyRole = Qt::UserRole;
 constexpr int tagRole = Qt::UserRole + 1;
@@ -62,7 +64,7 @@ void KeyedTree::clearNodes() {
 
 KeyedTree::Node* KeyedTree::makeNode(const QString& key, const QString& text, const QString& tag) {
     if (m_nodes.contains(key))
-        throw Error(35602, QStringLiteral("节点关键字不唯一: %1").arg(key));
+        throw Error(35602, u"节点关键字不唯一: %1"_s.arg(key));
     auto* node = new Node({text});
     node->setData(0, keyRole, key);
     node->setData(0, tagRole, tag);

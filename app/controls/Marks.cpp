@@ -5,6 +5,8 @@
 
 #include "app/controls/Style.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 constexpr qsizetype mostShown = 2000;
 }
@@ -67,10 +69,8 @@ void Theme::drawRowMarker(QPainter* painter, const QRect& rect) {
     painter->restore();
 }
 
-QString Theme::oneLine(const QString& whole) {
-    return whole.left(mostShown).replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
-}
+QString Theme::oneLine(const QString& whole) { return whole.left(mostShown).replace(u'\n', u' ').remove(u'\r'); }
 
 QString Theme::plainToolTip(const QString& whole) {
-    return QStringLiteral("<div style='white-space: pre-wrap'>%1</div>").arg(whole.left(mostShown).toHtmlEscaped());
+    return u"<div style='white-space: pre-wrap'>%1</div>"_s.arg(whole.left(mostShown).toHtmlEscaped());
 }

@@ -6,11 +6,13 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 class TesselStyle : public QProxyStyle {
 public:
-    TesselStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+    TesselStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         switch (metric) {
@@ -61,9 +63,8 @@ QPalette palette() {
 
 QFont font() {
     QFont font;
-    font.setFamilies({QStringLiteral("Microsoft YaHei UI"), QStringLiteral("Microsoft YaHei"),
-                      QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Source Han Sans SC"),
-                      QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("sans-serif")});
+    font.setFamilies({u"Microsoft YaHei UI"_s, u"Microsoft YaHei"_s, u"Noto Sans CJK SC"_s, u"Source Han Sans SC"_s,
+                      u"WenQuanYi Micro Hei"_s, u"sans-serif"_s});
     font.setPointSizeF(9.5);
     return font;
 }

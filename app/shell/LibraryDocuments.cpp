@@ -13,6 +13,8 @@
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"
 
+using namespace Qt::StringLiterals;
+
 void frmMain::mnuNewBillDB_Click() {
     guarded({"frmMain", "mnuNewBillDB_Click"}, [this] {
         frmNewBillDBDialog dialog(this);
@@ -26,7 +28,7 @@ void frmMain::mnuNewBillDB_Click() {
         }
         if (fso().FileExists(path) && !isOpen(path))
             fso().DeleteFile(path);
-        showMessage(QStringLiteral("创建文件失败！"), QStringLiteral("提示"), MessageIcon::Exclamation);
+        showMessage(u"创建文件失败！"_s, u"提示"_s, MessageIcon::Exclamation);
     });
 }
 

@@ -14,44 +14,40 @@
 #include "app/shell/frmMain.h"
 #include "editor/frmEditor.h"
 
+using namespace Qt::StringLiterals;
+
 void frmMain::CreateActions() {
-    const QString file = QStringLiteral("File");
-    const QString window = QStringLiteral("Window");
-    const QString help = QStringLiteral("Help");
+    const QString file = u"File"_s;
+    const QString window = u"Window"_s;
+    const QString help = u"Help"_s;
     const QString none;
     const auto hasChild = [this] { return m_windows->currentSubWindow() != nullptr; };
 
     std::vector<CommandAction> actions{
-        {256, QStringLiteral("新建(&N)"), QStringLiteral("New"), QStringLiteral("新建清单库"), file,
-         [this] { mnuNewBillDB_Click(); }},
-        {257, QStringLiteral("打开(&O)"), QStringLiteral("Open"), QStringLiteral("打开清单库"), file,
-         [this] { mnuOpenBillDB_Click(); }},
-        {258, QStringLiteral("保存(&S)"), QStringLiteral("Save"), QStringLiteral("保存当前清单库"), file},
-        {259, QStringLiteral("另存为(&A)"), QStringLiteral("SaveAs"), QStringLiteral("另存清单库"), file},
-        {260, QStringLiteral("关闭(&C)"), QStringLiteral("Close"), QStringLiteral("关闭当前打开的清单库"), file,
-         [this] { mnuFileClose_Click(); }, hasChild},
-        {261, QStringLiteral("关闭全部(&L)"), QStringLiteral("CloseAll"), QStringLiteral("关闭所有打开的清单库"), file,
-         [this] { mnuAllFileClose_Click(); }, hasChild},
-        {262, QStringLiteral("退出(&E)"), QStringLiteral("Exit"), QStringLiteral("退出程序，关提示保存"), file,
-         [this] { exitProgram(); }},
-        {35003, QStringLiteral("&Recent Files"), QStringLiteral("最近打开清单库"), none, file,
+        {256, u"新建(&N)"_s, u"New"_s, u"新建清单库"_s, file, [this] { mnuNewBillDB_Click(); }},
+        {257, u"打开(&O)"_s, u"Open"_s, u"打开清单库"_s, file, [this] { mnuOpenBillDB_Click(); }},
+        {258, u"保存(&S)"_s, u"Save"_s, u"保存当前清单库"_s, file},
+        {259, u"另存为(&A)"_s, u"SaveAs"_s, u"另存清单库"_s, file},
+        {260, u"关闭(&C)"_s, u"Close"_s, u"关闭当前打开的清单库"_s, file, [this] { mnuFileClose_Click(); }, hasChild},
+        {261, u"关闭全部(&L)"_s, u"CloseAll"_s, u"关闭所有打开的清单库"_s, file, [this] { mnuAllFileClose_Click(); },
+         hasChild},
+        {262, u"退出(&E)"_s, u"Exit"_s, u"退出程序，关提示保存"_s, file, [this] { exitProgram(); }},
+        {35003, u"&Recent Files"_s, u"最近打开清单库"_s, none, file,
          [this] {
              const QString parameter = m_commandBars->action(35003)->property("parameter").toString();
-             showMessage(QStringLiteral("Open ") + parameter);
+             showMessage(u"Open "_s + parameter);
          }},
-        {512, QStringLiteral("层叠窗口"), none, none, window, [this] { m_windows->cascadeSubWindows(); }},
-        {513, QStringLiteral("横排窗口"), none, none, window, [this] { tileSubWindows(m_windows, Qt::Horizontal); }},
-        {514, QStringLiteral("竖排窗口"), none, none, window, [this] { tileSubWindows(m_windows, Qt::Vertical); }},
-        {35000, QStringLiteral("&Window List"), QStringLiteral("&Window List"), none, window},
-        {768, QStringLiteral("关于"), QStringLiteral("About"), none, help},
-        {769, QStringLiteral("帮助"), QStringLiteral("Context Help"), none, help},
+        {512, u"层叠窗口"_s, none, none, window, [this] { m_windows->cascadeSubWindows(); }},
+        {513, u"横排窗口"_s, none, none, window, [this] { tileSubWindows(m_windows, Qt::Horizontal); }},
+        {514, u"竖排窗口"_s, none, none, window, [this] { tileSubWindows(m_windows, Qt::Vertical); }},
+        {35000, u"&Window List"_s, u"&Window List"_s, none, window},
+        {768, u"关于"_s, u"About"_s, none, help},
+        {769, u"帮助"_s, u"Context Help"_s, none, help},
     };
     for (CommandAction& action : actions) {
         // A command without a handler of its own announces itself.
         if (!action.execute)
-            action.execute = [caption = action.caption] {
-                showMessage(caption + QStringLiteral(" clicked"), QStringLiteral("Button Clicked"));
-            };
+            action.execute = [caption = action.caption] { showMessage(caption + u" clicked"_s, u"Button Clicked"_s); };
         action.execute = [run = std::move(action.execute)] { guarded({"frmMain", "CommandBars_Execute"}, run); };
         // The update rule has always reported itself under the name of its neighbour.
         if (action.enabled)
@@ -70,19 +66,19 @@ void frmMain::addMenu(const QString& title, const std::vector<MenuEntry>& entrie
     QMenu* menu = m_commandBars->createMenu(title, entries);
     menuBar()->addMenu(menu);
     set.push_back(menu);
-    m_windowList->serve(menu, QStringLiteral("&Window List"));
+    m_windowList->serve(menu, u"&Window List"_s);
 }
 
 void frmMain::CreateDefaultMenu() {
-    addMenu(QStringLiteral("文件(&F)"), {{256}, {257}, {35000}, {262}}, m_defaultMenus);
-    addMenu(QStringLiteral("帮助(&H)"), {{769}, {768}}, m_defaultMenus);
+    addMenu(u"文件(&F)"_s, {{256}, {257}, {35000}, {262}}, m_defaultMenus);
+    addMenu(u"帮助(&H)"_s, {{769}, {768}}, m_defaultMenus);
 }
 
 void frmMain::CreateMDIMenu() {
-    menuBar()->setObjectName(QStringLiteral("Document"));
-    addMenu(QStringLiteral("文件(&F)"), {{256}, {257}, {260}, {261}, {262}}, m_documentMenus);
-    addMenu(QStringLiteral("窗口(&W)"), {{512}, {513}, {514}, {35000}}, m_documentMenus);
-    addMenu(QStringLiteral("帮助(&H)"), {{769}, {768}}, m_documentMenus);
+    menuBar()->setObjectName(u"Document"_s);
+    addMenu(u"文件(&F)"_s, {{256}, {257}, {260}, {261}, {262}}, m_documentMenus);
+    addMenu(u"窗口(&W)"_s, {{512}, {513}, {514}, {35000}}, m_documentMenus);
+    addMenu(u"帮助(&H)"_s, {{769}, {768}}, m_documentMenus);
     showMenuSet();
 }
 
@@ -95,15 +91,15 @@ void frmMain::showMenuSet() {
 }
 
 void frmMain::CreateToolbars() {
-    QToolBar* bar = m_commandBars->createToolBar(QStringLiteral("Standard"), {});
+    QToolBar* bar = m_commandBars->createToolBar(u"Standard"_s, {});
     for (const int id : {256, 257})
         AddButton(bar, m_commandBars->action(id), false, Qt::ToolButtonTextBesideIcon);
     addToolBar(bar);
 }
 
-void frmMain::CreateStatusbar() { statusBar()->addWidget(new QLabel(QStringLiteral("Ready"), this)); }
+void frmMain::CreateStatusbar() { statusBar()->addWidget(new QLabel(u"Ready"_s, this)); }
 
 void frmMain::exitProgram() {
-    if (askYesNo(QStringLiteral("确认要关闭窗体吗？"), QStringLiteral("退出程序")))
+    if (askYesNo(u"确认要关闭窗体吗？"_s, u"退出程序"_s))
         close();
 }

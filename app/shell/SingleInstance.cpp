@@ -6,6 +6,8 @@
 
 #include "app/base/Paths.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// One file per user and program folder; the folder may be written in any letter case.
@@ -14,7 +16,7 @@ QString lockPath() {
     QDir().mkpath(folder);
     const QByteArray program =
         QCryptographicHash::hash(programFolder().toLower().toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
-    return joinPath(folder, QLatin1String("tessel-") + QString::fromLatin1(program) + QLatin1String(".lock"));
+    return joinPath(folder, u"tessel-"_s + QString::fromLatin1(program) + u".lock"_s);
 }
 
 bool namesAProcess(const QLockFile& lock) {

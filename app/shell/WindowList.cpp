@@ -5,6 +5,8 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 constexpr char entryMark[] = "windowListEntry";
 }
@@ -28,9 +30,8 @@ void WindowList::fill(QMenu* menu, QAction* placeholder) const {
     for (qsizetype i = 0; i < windows.size(); ++i) {
         QMdiSubWindow* window = windows[i];
         QString name = window->widget() ? window->widget()->windowTitle() : window->windowTitle();
-        name.replace(QLatin1Char('&'), QLatin1String("&&"));
-        auto* entry =
-            new QAction((i < 9 ? QStringLiteral("&%1 %2") : QStringLiteral("%1 %2")).arg(i + 1).arg(name), menu);
+        name.replace(u'&', u"&&"_s);
+        auto* entry = new QAction((i < 9 ? u"&%1 %2"_s : u"%1 %2"_s).arg(i + 1).arg(name), menu);
         entry->setProperty(entryMark, true);
         entry->setCheckable(true);
         entry->setChecked(window == m_windows->currentSubWindow());

@@ -14,14 +14,16 @@
 #include "app/shell/WindowList.h"
 #include "editor/frmEditor.h"
 
+using namespace Qt::StringLiterals;
+
 frmMain::frmMain()
     : m_windows(new QMdiArea(this)),
-      m_commandBars(new CommandBars(this, QStringLiteral("CommandBars"))),
+      m_commandBars(new CommandBars(this, u"CommandBars"_s)),
       m_windowList(new WindowList(m_windows)) {
-    setObjectName(QStringLiteral("frmMain"));
+    setObjectName(u"frmMain"_s);
     setWindowTitle(applicationTitle());
-    QApplication::setWindowIcon(QIcon(joinPath(appPath, QStringLiteral("Res/Icons/Tessel.png"))));
-    m_windows->setObjectName(QStringLiteral("mdiArea"));
+    QApplication::setWindowIcon(QIcon(joinPath(appPath, u"Res/Icons/Tessel.png"_s)));
+    m_windows->setObjectName(u"mdiArea"_s);
     m_windows->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_windows->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_windows->setActivationOrder(QMdiArea::ActivationHistoryOrder);
@@ -49,11 +51,10 @@ void frmMain::MDIForm_Load() {
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_O), 257);
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_E), 260);
         m_commandBars->addShortcut(QKeySequence(Qt::ALT | Qt::Key_Q), 262);
-        m_commandBars->loadIcons(joinPath(appPath, QStringLiteral("Res/Icons/ToolBar.bmp")),
+        m_commandBars->loadIcons(joinPath(appPath, u"Res/Icons/ToolBar.bmp"_s),
                                  {256, 257, 0, 0, 0, 0, 769, 0, 0, 0, 0, 0, 0, 0, 0});
         m_commandBars->update();
-        if (!cmdFile.isEmpty() && fso().FileExists(cmdFile) &&
-            fso().GetExtensionName(cmdFile).toLower() == QLatin1String("bdb"))
+        if (!cmdFile.isEmpty() && fso().FileExists(cmdFile) && fso().GetExtensionName(cmdFile).toLower() == u"bdb"_s)
             LoadBillDB(cmdFile);
     });
 }

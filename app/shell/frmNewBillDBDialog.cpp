@@ -12,22 +12,24 @@
 #include "app/base/MessageBox.h"
 #include "app/base/Text.h"
 
+using namespace Qt::StringLiterals;
+
 frmNewBillDBDialog::frmNewBillDBDialog(QWidget* mainWindow) : QDialog(mainWindow), txtFileName(new QLineEdit(this)) {
-    setObjectName(QStringLiteral("frmNewBillDBDialog"));
-    setWindowTitle(QStringLiteral("新建文件"));
+    setObjectName(u"frmNewBillDBDialog"_s);
+    setWindowTitle(u"新建文件"_s);
     if (mainWindow)
         setWindowIcon(mainWindow->windowIcon());
 
-    auto* label = new QLabel(QStringLiteral("请输入文件名："), this);
+    auto* label = new QLabel(u"请输入文件名："_s, this);
     label->setBuddy(txtFileName);
-    txtFileName->setObjectName(QStringLiteral("txtFileName"));
-    txtFileName->setMinimumWidth(txtFileName->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 44);
+    txtFileName->setObjectName(u"txtFileName"_s);
+    txtFileName->setMinimumWidth(txtFileName->fontMetrics().horizontalAdvance(u'0') * 44);
 
     auto* buttons = new QDialogButtonBox(this);
-    auto* ok = buttons->addButton(QStringLiteral("确定"), QDialogButtonBox::ActionRole);
-    auto* cancel = buttons->addButton(QStringLiteral("取消"), QDialogButtonBox::RejectRole);
-    ok->setObjectName(QStringLiteral("btnOK"));
-    cancel->setObjectName(QStringLiteral("btnCanel"));
+    auto* ok = buttons->addButton(u"确定"_s, QDialogButtonBox::ActionRole);
+    auto* cancel = buttons->addButton(u"取消"_s, QDialogButtonBox::RejectRole);
+    ok->setObjectName(u"btnOK"_s);
+    cancel->setObjectName(u"btnCanel"_s);
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmNewBillDBDialog::btnOK_Click);
     connect(cancel, &QPushButton::clicked, this, &frmNewBillDBDialog::btnCanel_Click);
@@ -45,24 +47,22 @@ void frmNewBillDBDialog::btnOK_Click() {
     // The form name in the record is the one that this dialog has always reported.
     guarded({"frmNewRationDBDialog", "btnOK_Click"}, [this] {
         QString name = trimBlanks(txtFileName->text());
-        const QString wrongInput = QStringLiteral("输入错误");
+        const QString wrongInput = u"输入错误"_s;
         if (name.isEmpty()) {
-            showMessage(QStringLiteral("输入文件名不能为空！"), wrongInput, MessageIcon::Information);
+            showMessage(u"输入文件名不能为空！"_s, wrongInput, MessageIcon::Information);
             txtFileName->setFocus();
             return;
         }
-        const QString forbidden = QStringLiteral("\\/:*?\"<>|");
+        const QString forbidden = u"\\/:*?\"<>|"_s;
         for (const QChar character : forbidden) {
             if (name.contains(character)) {
-                showMessage(QStringLiteral("文件不能包含下列任何字符之一：") + forbidden, wrongInput,
-                            MessageIcon::Information);
+                showMessage(u"文件不能包含下列任何字符之一："_s + forbidden, wrongInput, MessageIcon::Information);
                 txtFileName->setFocus();
                 return;
             }
         }
-        name += QLatin1String(".bdb");
-        if (fso().FileExists(dataPath + name) &&
-            !askYesNo(QStringLiteral("存在相同的文件名，是否覆盖原来的文件？"), QStringLiteral("提示"))) {
+        name += u".bdb"_s;
+        if (fso().FileExists(dataPath + name) && !askYesNo(u"存在相同的文件名，是否覆盖原来的文件？"_s, u"提示"_s)) {
             txtFileName->setFocus();
             return;
         }

@@ -14,6 +14,8 @@
 #include "app/shell/frmMain.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 void Main() {
     guarded({"modMain", "Main"}, [] {
         static SingleInstance instance;
@@ -33,10 +35,10 @@ void Main() {
 void SetBasePrm() {
     guarded({"modMain", "SetBasePrm"}, [] {
         // The whole tail of the command line is one path.
-        const QString line = QApplication::arguments().mid(1).join(QLatin1Char(' '));
+        const QString line = QApplication::arguments().mid(1).join(u' ');
         cmdFile = trimBlanks(line).isEmpty() ? QString() : line;
         appPath = withSeparator(programFolder());
-        const QString data = joinPath(programFolder(), QStringLiteral("Data"));
+        const QString data = joinPath(programFolder(), u"Data"_s);
         dataPath = withSeparator(data);
         if (!fso().FolderExists(data))
             fso().CreateFolder(data);
@@ -47,8 +49,8 @@ void loadChineseTexts() {
     static QTranslator translator;
     const QLocale chinese(QLocale::Chinese, QLocale::China);
     QLocale::setDefault(chinese);
-    const QString name = QStringLiteral("qtbase_zh_CN");
-    if (translator.load(name, joinPath(programFolder(), QStringLiteral("Res"))) ||
+    const QString name = u"qtbase_zh_CN"_s;
+    if (translator.load(name, joinPath(programFolder(), u"Res"_s)) ||
         translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&translator);
 }

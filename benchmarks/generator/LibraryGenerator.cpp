@@ -12,39 +12,38 @@
 #include "storage/Schema.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString stamp = QStringLiteral("2024-01-01 08:00:00");
+const QString stamp = u"2024-01-01 08:00:00"_s;
 
-QString twoDigits(int number) { return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0')); }
+QString twoDigits(int number) { return u"%1"_s.arg(number, 2, 10, QChar(u'0')); }
 
 QString oneOf(const QStringList& words, int index) { return words.at(index % static_cast<int>(words.size())); }
 
 QString workName(int index) {
-    static const QStringList materials{
-        QStringLiteral("现浇混凝土"), QStringLiteral("预制混凝土"), QStringLiteral("砌块"), QStringLiteral("钢结构"),
-        QStringLiteral("防水卷材"),   QStringLiteral("块料面层"),   QStringLiteral("金属"), QStringLiteral("木质")};
-    static const QStringList parts{QStringLiteral("基础"), QStringLiteral("矩形柱"), QStringLiteral("有梁板"),
-                                   QStringLiteral("墙体"), QStringLiteral("楼梯"),   QStringLiteral("屋面"),
-                                   QStringLiteral("门窗"), QStringLiteral("楼地面"), QStringLiteral("天棚")};
+    static const QStringList materials{u"现浇混凝土"_s, u"预制混凝土"_s, u"砌块"_s, u"钢结构"_s,
+                                       u"防水卷材"_s,   u"块料面层"_s,   u"金属"_s, u"木质"_s};
+    static const QStringList parts{u"基础"_s, u"矩形柱"_s, u"有梁板"_s, u"墙体"_s, u"楼梯"_s,
+                                   u"屋面"_s, u"门窗"_s,   u"楼地面"_s, u"天棚"_s};
     return oneOf(materials, index) + oneOf(parts, index / 8);
 }
 
 QString workStep(int index) {
-    static const QStringList steps{QStringLiteral("模板及支架制作、安装、拆除、堆放、运输"),
-                                   QStringLiteral("混凝土制作、运输、浇筑、振捣、养护"),
-                                   QStringLiteral("砂浆制作、运输"),
-                                   QStringLiteral("基层清理、抹找平层"),
-                                   QStringLiteral("面层铺设、磨边、嵌缝"),
-                                   QStringLiteral("刷防护材料、油漆"),
-                                   QStringLiteral("材料场内外运输"),
-                                   QStringLiteral("构件吊装、校正、固定")};
+    static const QStringList steps{u"模板及支架制作、安装、拆除、堆放、运输"_s,
+                                   u"混凝土制作、运输、浇筑、振捣、养护"_s,
+                                   u"砂浆制作、运输"_s,
+                                   u"基层清理、抹找平层"_s,
+                                   u"面层铺设、磨边、嵌缝"_s,
+                                   u"刷防护材料、油漆"_s,
+                                   u"材料场内外运输"_s,
+                                   u"构件吊装、校正、固定"_s};
     return oneOf(steps, index);
 }
 
 QString unitOf(int index) {
-    static const QStringList units{QStringLiteral("m3"), QStringLiteral("m2"), QStringLiteral("m"),
-                                   QStringLiteral("t"),  QStringLiteral("樘"), QStringLiteral("个")};
+    static const QStringList units{u"m3"_s, u"m2"_s, u"m"_s, u"t"_s, u"樘"_s, u"个"_s};
     return oneOf(units, index);
 }
 
@@ -59,13 +58,13 @@ QStringList writeChapters(PlainDatabase& file, int chapters) {
     };
     // A hundred chapters for each on the first level: itself, 9 below it, 10 below each of those.
     for (int first = 1; first <= chapters / 100; ++first) {
-        write(twoDigits(first), QStringLiteral("工程"));
+        write(twoDigits(first), u"工程"_s);
         for (int second = 1; second <= 9; ++second) {
             const QString parent = twoDigits(first) + twoDigits(second);
-            write(parent, QStringLiteral("分部"));
+            write(parent, u"分部"_s);
             for (int third = 1; third <= 10; ++third) {
                 deepest << parent + twoDigits(third);
-                write(deepest.last(), QStringLiteral("分项"));
+                write(deepest.last(), u"分项"_s);
             }
         }
     }
@@ -93,8 +92,7 @@ public:
                                "VALUES (?,?,?,?,0)")) {}
 
     void write(const QString& code) {
-        const QString rule =
-            QStringLiteral("按设计图示尺寸以体积计算。不扣除构件内钢筋、预埋铁件和伸入承台基础的桩头所占体积。");
+        const QString rule = u"按设计图示尺寸以体积计算。不扣除构件内钢筋、预埋铁件和伸入承台基础的桩头所占体积。"_s;
         m_bill.run(code, workName(m_bills), unitOf(m_bills), rule, allSteps(), stamp);
         const qint64 id = m_file.lastInsertId();
         m_parameter.run(code, unitOf(m_bills), id, stamp);
@@ -107,14 +105,13 @@ private:
     QString allSteps() const {
         QStringList lines;
         for (int n = 0; n < m_shape.contentsPerBill; ++n)
-            lines << QStringLiteral("%1.%2").arg(n + 1).arg(workStep(m_bills + n));
-        return lines.join(QLatin1String("\r\n"));
+            lines << u"%1.%2"_s.arg(n + 1).arg(workStep(m_bills + n));
+        return lines.join(u"\r\n"_s);
     }
 
     void writeContents(const QString& code, qint64 bill) {
         for (int n = 0; n < m_shape.contentsPerBill; ++n, ++m_contents) {
-            m_content.run(code, n + 1, workStep(m_bills + n), n % 2 ? QStringLiteral("0102") : QStringLiteral("01"),
-                          bill, stamp);
+            m_content.run(code, n + 1, workStep(m_bills + n), n % 2 ? u"0102"_s : u"01"_s, bill, stamp);
             writeDetails(m_file.lastInsertId());
         }
     }
@@ -126,19 +123,19 @@ private:
             const int subNum = m_contents % 2 && n > 0 ? n : n + 1;
             const int ration = m_contents * 3 + n;
             m_detail.run(content, n + 1, subNum, workStep(m_contents + subNum),
-                         QStringLiteral("A%1-%2").arg(ration % 500 + 1).arg(ration % 40 + 1),
-                         workName(ration) + QStringLiteral(" 泵送商品混凝土C30"), QStringLiteral("10m3"), stamp);
+                         u"A%1-%2"_s.arg(ration % 500 + 1).arg(ration % 40 + 1),
+                         workName(ration) + u" 泵送商品混凝土C30"_s, u"10m3"_s, stamp);
         }
     }
 
     void writeFeatures(qint64 bill) {
-        static const QStringList names{QStringLiteral("混凝土种类"), QStringLiteral("混凝土强度等级"),
-                                       QStringLiteral("砂浆强度等级"), QStringLiteral("面层材料品种、规格、颜色")};
+        static const QStringList names{u"混凝土种类"_s, u"混凝土强度等级"_s, u"砂浆强度等级"_s,
+                                       u"面层材料品种、规格、颜色"_s};
         for (int n = 0; n < m_shape.featuresPerBill; ++n) {
-            m_feature.run(bill, oneOf(names, m_bills + n), QString(), QStringLiteral("C20"), stamp);
+            m_feature.run(bill, oneOf(names, m_bills + n), QString(), u"C20"_s, stamp);
             const qint64 feature = m_file.lastInsertId();
             for (int value = 0; value < m_shape.valuesPerFeature; ++value)
-                m_value.run(feature, value == 0 ? 1 : 2, QStringLiteral("C%1").arg(20 + 5 * value), stamp);
+                m_value.run(feature, value == 0 ? 1 : 2, u"C%1"_s.arg(20 + 5 * value), stamp);
         }
     }
 
@@ -157,7 +154,7 @@ void writeBills(PlainDatabase& file, const LibraryShape& shape, const QStringLis
         const int sharing = static_cast<int>(chapters.size()) - chapter;
         const int here = chapter == 0 ? billsInFullChapter(shape) : (left + sharing - 1) / sharing;
         for (int n = 1; n <= here; ++n)
-            writer.write(chapters[chapter] + QStringLiteral("%1").arg(n, 3, 10, QLatin1Char('0')));
+            writer.write(chapters[chapter] + u"%1"_s.arg(n, 3, 10, QChar(u'0')));
         left -= here;
     }
 }
@@ -201,7 +198,7 @@ int billsInFullChapter(const LibraryShape& shape) { return std::min(999, shape.b
 void generateLibrary(const QString& path, const LibraryShape& shape) {
     const std::unique_ptr<Connection> library = GetOrmConn(path);
     if (!CreateAllBillDBTable(library.get()))
-        throw Error(91, QStringLiteral("the tables cannot be made"));
+        throw Error(91, u"the tables cannot be made"_s);
     library->Close();
     PlainDatabase file(path);
     file.run("BEGIN");
@@ -222,22 +219,20 @@ void generateRationLibrary(const QString& path, const RationShape& shape) {
     for (int n = 0; n < shape.rations; ++n) {
         const int chapter = static_cast<int>(qint64(n) * shape.chapters / shape.rations) + 1;
         const int first = static_cast<int>((qint64(chapter - 1) * shape.rations + shape.chapters - 1) / shape.chapters);
-        insert.run(chapter, QStringLiteral("A%1-%2").arg(chapter).arg(n - first + 1),
-                   workName(n) + QStringLiteral(" 制作安装"), unitOf(n));
+        insert.run(chapter, u"A%1-%2"_s.arg(chapter).arg(n - first + 1), workName(n) + u" 制作安装"_s, unitOf(n));
     }
     file.run("COMMIT");
 }
 
 void generateProgramFolder(const QString& folder, const RationShape& large) {
-    const QString region = QStringLiteral("广东省");
-    const QString rations = joinPath(joinPath(folder, QStringLiteral("Data")), region);
+    const QString region = u"广东省"_s;
+    const QString rations = joinPath(joinPath(folder, u"Data"_s), region);
     QDir().mkpath(rations);
-    generateRationLibrary(joinPath(rations, QStringLiteral("small.db")), {20, 50});
-    generateRationLibrary(joinPath(rations, QStringLiteral("large.db")), large);
+    generateRationLibrary(joinPath(rations, u"small.db"_s), {20, 50});
+    generateRationLibrary(joinPath(rations, u"large.db"_s), large);
 
     Connection system;
-    system.Open(joinPath(folder, QStringLiteral("tessel.dat")), QString::fromLatin1(systemKey),
-                Connection::readWriteCreate);
+    system.Open(joinPath(folder, u"tessel.dat"_s), QString::fromLatin1(systemKey), Connection::readWriteCreate);
     system.Execute(
         "CREATE TABLE SysBaseData (DekId text ,DekName text ,QdkFileName text ,DekFilename text ,rgnName text ,Prof "
         "text);");
@@ -245,6 +240,6 @@ void generateProgramFolder(const QString& folder, const RationShape& large) {
         system.Execute(sql("INSERT INTO SysBaseData VALUES ('", QString::fromLatin1(id), "','", name, "','','",
                            fileName, "','", region, "','01');"));
     };
-    list(smallRationLibrary, QStringLiteral("小型定额库"), QStringLiteral("small.db"));
-    list(largeRationLibrary, QStringLiteral("大型定额库"), QStringLiteral("large.db"));
+    list(smallRationLibrary, u"小型定额库"_s, u"small.db"_s);
+    list(largeRationLibrary, u"大型定额库"_s, u"large.db"_s);
 }

@@ -5,6 +5,8 @@
 #include "app/base/Guarded.h"
 #include "benchmarks/generator/LibraryGenerator.h"
 
+using namespace Qt::StringLiterals;
+
 /// Makes a bill library or a program folder with ration libraries for trying the program at size.
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
@@ -13,8 +15,8 @@ int main(int argc, char** argv) {
     const auto number = [&](int index, int usual) {
         return arguments.size() > index ? arguments[index].toInt() : usual;
     };
-    const bool bills = arguments.size() > 2 && arguments[1] == QLatin1String("bills");
-    const bool rations = arguments.size() > 2 && arguments[1] == QLatin1String("rations");
+    const bool bills = arguments.size() > 2 && arguments[1] == u"bills"_s;
+    const bool rations = arguments.size() > 2 && arguments[1] == u"rations"_s;
     if (!bills && !rations) {
         out << "usage: tessel_generate bills FILE.bdb [BILLS]\n"
                "       tessel_generate rations PROGRAM-FOLDER [RATIONS]\n";

@@ -41,8 +41,10 @@ class FirstWindowPlugin : public QGenericPlugin {
 
 public:
     QObject* create(const QString& key, const QString&) override {
-        return key == QLatin1String("firstwindow") ? new FirstWindowProbe : nullptr;
+        return key == u"firstwindow"_s ? new FirstWindowProbe : nullptr;
     }
 };
 
 #include "FirstWindowProbe.moc"
+
+using namespace Qt::StringLiterals;

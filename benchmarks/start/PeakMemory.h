@@ -2,9 +2,11 @@
 
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 /// Most memory that this process has held so far, in KiB; 0 where the system does not tell it in this way.
 inline long peakMemory() {
-    QFile status(QStringLiteral("/proc/self/status"));
+    QFile status(u"/proc/self/status"_s);
     if (!status.open(QIODevice::ReadOnly))
         return 0;
     for (const QByteArray& line : status.readAll().split('\n')) {

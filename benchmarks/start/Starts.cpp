@@ -14,6 +14,8 @@
 #include "editor/bills/BillPane.h"
 #include "editor/chapters/ChapterPane.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Runs a program that prints its peak memory.
@@ -29,19 +31,19 @@ Start started(const QString& program, const QStringList& arguments, const QProce
             printed = process.readLine();
     });
     if (!process.waitForFinished(patience) || printed.trimmed().isEmpty())
-        throw Error(51, QStringLiteral("%1 shows no window: %2").arg(program, process.errorString()));
+        throw Error(51, u"%1 shows no window: %2"_s.arg(program, process.errorString()));
     result.megabytes = printed.toDouble() / 1024;
     return result;
 }
 
 Start firstWindow(const char* program, const QStringList& arguments) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("firstwindow"));
-    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(TESSEL_PROBE_FOLDER));
+    environment.insert(u"QT_QPA_GENERIC_PLUGINS"_s, u"firstwindow"_s);
+    environment.insert(u"QT_PLUGIN_PATH"_s, QStringLiteral(TESSEL_PROBE_FOLDER));
     // The user's own settings are out of reach.
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), appPath);
-    if (environment.contains(QStringLiteral("DISPLAY")))
-        environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    environment.insert(u"XDG_CONFIG_HOME"_s, appPath);
+    if (environment.contains(u"DISPLAY"_s))
+        environment.remove(u"QT_QPA_PLATFORM"_s);
     return started(QString::fromUtf8(program), arguments, environment);
 }
 
@@ -64,7 +66,7 @@ void useLibrary(const QString& library) {
     QTreeWidgetItemIterator node(chapters->tvSYB());
     for (int count = 0; *node && count < clicked; ++count, ++node)
         chapters->tvSYB_NodeClick(*node);
-    window->billPane()->queryText = [] { return QStringLiteral("0"); };
+    window->billPane()->queryText = [] { return u"0"_s; };
     window->billPane()->mnuQueryBill_Click();
     constexpr int shown = 200;
     for (int bill = 0; bill < shown; ++bill) {

@@ -9,12 +9,14 @@
 #include "editor/common/CodeStepping.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int mostBillsOfChapter = 999;
 constexpr int billCodeLength = 9;
 
-const QString code = QStringLiteral("Code");
+const QString code = u"Code"_s;
 
 }  // namespace
 
@@ -35,13 +37,11 @@ void BillPane::showCodes(int firstRow, const std::vector<BillCode>& bills) {
 void BillPane::mnuAddBill_Click() {
     guarded({"frmEditor", "mnuAddBill_Click"}, [this] {
         if (m_grdBillList->rowCount() >= mostBillsOfChapter) {
-            showMessage(QStringLiteral("对不起！ 由于编码规则此章节只能添加999条清单！"), QStringLiteral("提示"),
-                        MessageIcon::Information);
+            showMessage(u"对不起！ 由于编码规则此章节只能添加999条清单！"_s, u"提示"_s, MessageIcon::Information);
             return;
         }
         const bool empty = !m_grdBillList->hasRows();
-        const QString base =
-            empty ? selectedChapter() + QStringLiteral("000") : m_grdBillList->text(m_grdBillList->row(), code);
+        const QString base = empty ? selectedChapter() + u"000"_s : m_grdBillList->text(m_grdBillList->row(), code);
         const QString newCode = GetCodePreNext(base, true, billCodeLength);
         const int at = m_grdBillList->row() + 1;
         const std::vector<BillCode> shifted = shiftedCodes(at, true);
@@ -52,7 +52,7 @@ void BillPane::mnuAddBill_Click() {
         m_grdBillList->insertRow(at, {{"id", QString::number(*id)}, {"Code", newCode}});
         // First, so that a text box which had the focus is left while its bill is still the current one.
         m_grdBillList->setFocus();
-        m_grdBillList->setCell(at, QStringLiteral("Name"));
+        m_grdBillList->setCell(at, u"Name"_s);
     });
 }
 
@@ -61,9 +61,8 @@ void BillPane::mnuDeleteBill_Click() {
         const int row = m_grdBillList->row();
         if (row < 0)
             return;
-        const QString name = m_grdBillList->text(row, QStringLiteral("Name"));
-        if (!askYesNo(QStringLiteral("确认删除清单 ") + m_grdBillList->text(row, code) + QLatin1Char(' ') + name +
-                      QStringLiteral(" ？")))
+        const QString name = m_grdBillList->text(row, u"Name"_s);
+        if (!askYesNo(u"确认删除清单 "_s + m_grdBillList->text(row, code) + u' ' + name + u" ？"_s))
             return;
         const std::vector<BillCode> shifted = shiftedCodes(row + 1, false);
         if (!deleteBill(m_ormConn, billId(row), shifted))
@@ -84,7 +83,7 @@ void BillPane::mnuQueryBill_Click() {
         ListBillData(&rows);
         ReleaseOrmRecordset(rows);
         deselectChapter();
-        m_grdBillList->setTag(QStringLiteral("1"));
+        m_grdBillList->setTag(u"1"_s);
     });
 }
 

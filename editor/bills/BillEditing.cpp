@@ -5,6 +5,8 @@
 #include "editor/bills/BillPane.h"
 #include "editor/bills/BillTextBox.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct EditableColumn {
@@ -59,13 +61,11 @@ EditVerdict BillPane::grdBillList_ValidateEdit(int row, const QString& key, QStr
 }
 
 void BillPane::txtRule_Validate() {
-    guarded({"frmEditor", "txtRule_Validate"},
-            [this] { writeBox(*m_txtRule, QStringLiteral("Rule"), QStringLiteral("RULE")); });
+    guarded({"frmEditor", "txtRule_Validate"}, [this] { writeBox(*m_txtRule, u"Rule"_s, u"RULE"_s); });
 }
 
 void BillPane::txtContent_Validate() {
-    guarded({"frmEditor", "txtContent_Validate"},
-            [this] { writeBox(*m_txtContent, QStringLiteral("Cont"), QStringLiteral("Cont")); });
+    guarded({"frmEditor", "txtContent_Validate"}, [this] { writeBox(*m_txtContent, u"Cont"_s, u"Cont"_s); });
 }
 
 void BillPane::writeBox(BillTextBox& box, const QString& field, const QString& key) {

@@ -7,6 +7,8 @@
 #include "editor/bills/BillTextBox.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
@@ -15,13 +17,13 @@ constexpr Qt::Alignment centre = Qt::AlignCenter;
 std::vector<GridColumn> billColumns() {
     return {
         {QString(), QString(), 225, left, left},
-        {QStringLiteral("id"), QStringLiteral("id"), 900, left, left, false},
-        {QStringLiteral("CodePreFix"), QStringLiteral("前缀"), 960, centre, centre},
-        {QStringLiteral("Code"), QStringLiteral("编号"), 1590, left, centre},
-        {QStringLiteral("Name"), QStringLiteral("清单名称"), 4995, left, centre},
-        {QStringLiteral("Unit"), QStringLiteral("单位"), 1155, centre, centre},
-        {QStringLiteral("Cont"), QStringLiteral("工作内容"), 2475, left, centre, false},
-        {QStringLiteral("RULE"), QStringLiteral("计算规则"), 2985, left, centre, false},
+        {u"id"_s, u"id"_s, 900, left, left, false},
+        {u"CodePreFix"_s, u"前缀"_s, 960, centre, centre},
+        {u"Code"_s, u"编号"_s, 1590, left, centre},
+        {u"Name"_s, u"清单名称"_s, 4995, left, centre},
+        {u"Unit"_s, u"单位"_s, 1155, centre, centre},
+        {u"Cont"_s, u"工作内容"_s, 2475, left, centre, false},
+        {u"RULE"_s, u"计算规则"_s, 2985, left, centre, false},
     };
 }
 
@@ -37,11 +39,11 @@ BillPane::BillPane(QWidget* parent)
     m_layout->setSpacing(0);
     m_layout->addWidget(m_grdBillList, 1);
     setFocusProxy(m_grdBillList);
-    m_grdBillList->setObjectName(QStringLiteral("grdBillList"));
+    m_grdBillList->setObjectName(u"grdBillList"_s);
     m_grdBillList->setColumns(billColumns());
-    m_grdBillList->setTag(QStringLiteral("0"));
-    m_txtRule->setObjectName(QStringLiteral("txtRule"));
-    m_txtContent->setObjectName(QStringLiteral("txtContent"));
+    m_grdBillList->setTag(u"0"_s);
+    m_txtRule->setObjectName(u"txtRule"_s);
+    m_txtContent->setObjectName(u"txtContent"_s);
     connect(m_grdBillList, &KeyedGrid::rowChanged, this, [this](int, int row) { grdBillList_AfterRowColChange(row); });
     enableEditing();
 }
@@ -116,9 +118,9 @@ void BillPane::grdBillList_AfterRowColChange(int newRow) {
         const qint64 id = billId(newRow);
         if (billChanged)
             billChanged(id);
-        m_txtRule->showText(id, m_grdBillList->text(newRow, QStringLiteral("RULE")));
-        m_txtContent->showText(id, m_grdBillList->text(newRow, QStringLiteral("Cont")));
+        m_txtRule->showText(id, m_grdBillList->text(newRow, u"RULE"_s));
+        m_txtContent->showText(id, m_grdBillList->text(newRow, u"Cont"_s));
     });
 }
 
-qint64 BillPane::billId(int row) const { return m_grdBillList->value(row, QStringLiteral("id")); }
+qint64 BillPane::billId(int row) const { return m_grdBillList->value(row, u"id"_s); }

@@ -7,6 +7,8 @@
 
 #include "app/base/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// More than anybody writes for a bill. The box would lay a longer text out for seconds, one long line above all.
@@ -18,7 +20,7 @@ qsizetype shownLength(const QString& text) {
     const qsizetype end = qMin(text.size(), longestText);
     qsizetype line = 0;
     for (qsizetype i = 0; i < end; ++i) {
-        if (text[i] == QLatin1Char('\n') || text[i] == QLatin1Char('\r'))
+        if (text[i] == u'\n' || text[i] == u'\r')
             line = i + 1;
         else if (i - line >= longestLine)
             return i;
@@ -27,8 +29,8 @@ qsizetype shownLength(const QString& text) {
 }
 
 QString lineEndOf(const QString& stored) {
-    const bool onlyLineFeeds = stored.contains(QLatin1Char('\n')) && !stored.contains(QLatin1String("\r\n"));
-    return onlyLineFeeds ? QStringLiteral("\n") : QStringLiteral("\r\n");
+    const bool onlyLineFeeds = stored.contains(u'\n') && !stored.contains(u"\r\n"_s);
+    return onlyLineFeeds ? u"\n"_s : u"\r\n"_s;
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 #include "editor/bills/FeaturePane.h"
 #include "editor/common/CopyName.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString id = QStringLiteral("id");
+const QString id = u"id"_s;
 
 /// The row that takes the place of a removed one.
 void stayAtRow(KeyedGrid* grid, int row) { grid->setRow(qMin(row, grid->rowCount() - 1)); }
@@ -18,15 +20,14 @@ void FeaturePane::mnuAddFeature_Click() {
         const qint64 billId = currentBillId();
         if (m_locked || billId == 0)
             return;
-        const QString name = GetCopyName(m_ormConn, QStringLiteral("新建项目特征"), "tblBillSpec", "Name");
+        const QString name = GetCopyName(m_ormConn, u"新建项目特征"_s, "tblBillSpec", "Name");
         if (name.isEmpty())
             return;
         const std::optional<qint64> added = addFeature(m_ormConn, billId, name);
         if (!added)
             return;
-        const int row =
-            m_grdSpec->appendRow({{"id", QString::number(*added)}, {"Name", name}, {"type", QStringLiteral("0")}});
-        m_grdSpec->setCell(row, QStringLiteral("Name"));
+        const int row = m_grdSpec->appendRow({{"id", QString::number(*added)}, {"Name", name}, {"type", u"0"_s}});
+        m_grdSpec->setCell(row, u"Name"_s);
         m_grdSpec->setFocus();
     });
 }
@@ -51,9 +52,8 @@ void FeaturePane::mnuAddFeatureVal_Click() {
         const std::optional<qint64> added = addFeatureVal(m_ormConn, m_grdSpec->value(row, id));
         if (!added)
             return;
-        m_grdSpecEnum->setCell(
-            m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", QStringLiteral("2")}}),
-            QStringLiteral("eigenValue"));
+        m_grdSpecEnum->setCell(m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", u"2"_s}}),
+                               u"eigenValue"_s);
         m_grdSpecEnum->setFocus();
     });
 }

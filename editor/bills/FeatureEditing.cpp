@@ -4,19 +4,21 @@
 #include "app/base/Text.h"
 #include "editor/bills/FeaturePane.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString isUse = QStringLiteral("isUse");
-const QString eigenValue = QStringLiteral("eigenValue");
-const QString inUse = QStringLiteral("1");
-const QString notInUse = QStringLiteral("2");
+const QString isUse = u"isUse"_s;
+const QString eigenValue = u"eigenValue"_s;
+const QString inUse = u"1"_s;
+const QString notInUse = u"2"_s;
 
 }  // namespace
 
 void FeaturePane::enableEditing() {
-    m_grdSpec->setComboList(QStringLiteral("type"), QStringLiteral("#0; |#1;数值|#2;枚举|#3;计算"));
+    m_grdSpec->setComboList(u"type"_s, u"#0; |#1;数值|#2;枚举|#3;计算"_s);
     m_grdSpec->startEdit = [this](int, const QString& key) {
-        return !m_locked && key.compare(QLatin1String("id"), Qt::CaseInsensitive) != 0;
+        return !m_locked && key.compare(u"id"_s, Qt::CaseInsensitive) != 0;
     };
     m_grdSpec->validateEdit = [this](int row, const QString& key, QString& text) {
         return grdSpec_ValidateEdit(row, key, text);
@@ -34,9 +36,9 @@ EditVerdict FeaturePane::grdSpec_ValidateEdit(int row, const QString& key, QStri
         {"frmEditor", "grdSpec_ValidateEdit"},
         [&] {
             // Of the type the number is stored, which is the position in its list.
-            const bool isType = key.compare(QLatin1String("type"), Qt::CaseInsensitive) == 0;
+            const bool isType = key.compare(u"type"_s, Qt::CaseInsensitive) == 0;
             const QString value = isType ? QString::number(numericValue(text)) : trimBlanks(text);
-            if (!ModifyBillSpec(m_ormConn, m_grdSpec->value(row, QStringLiteral("id")), key, value))
+            if (!ModifyBillSpec(m_ormConn, m_grdSpec->value(row, u"id"_s), key, value))
                 return EditVerdict::Restore;
             text = value;
             return EditVerdict::Accept;
@@ -59,7 +61,7 @@ void FeaturePane::grdSpecEnum_AfterEdit(int row, const QString& key) {
                 defVal = value.eigenValue;
         }
         if (writeFeatureValues(m_ormConn, m_shownFeature, written, defVal))
-            m_grdSpec->setText(rowOfFeature(m_shownFeature), QStringLiteral("defval"), defVal);
+            m_grdSpec->setText(rowOfFeature(m_shownFeature), u"defval"_s, defVal);
         else
             showValues(m_valuesBeforeEdit);
     });
@@ -69,7 +71,7 @@ std::vector<FeatureValue> FeaturePane::values() const {
     std::vector<FeatureValue> all;
     all.reserve(static_cast<std::size_t>(m_grdSpecEnum->rowCount()));
     for (int row = 0; row < m_grdSpecEnum->rowCount(); ++row)
-        all.push_back({m_grdSpecEnum->value(row, QStringLiteral("ID")), m_grdSpecEnum->text(row, isUse),
+        all.push_back({m_grdSpecEnum->value(row, u"ID"_s), m_grdSpecEnum->text(row, isUse),
                        m_grdSpecEnum->text(row, eigenValue)});
     return all;
 }
@@ -85,7 +87,7 @@ void FeaturePane::showValues(const std::vector<FeatureValue>& values) {
 
 int FeaturePane::rowOfFeature(qint64 specId) const {
     for (int row = 0; row < m_grdSpec->rowCount(); ++row) {
-        if (m_grdSpec->value(row, QStringLiteral("id")) == specId)
+        if (m_grdSpec->value(row, u"id"_s) == specId)
             return row;
     }
     return -1;

@@ -6,6 +6,8 @@
 #include "app/base/Guarded.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
@@ -13,19 +15,17 @@ constexpr Qt::Alignment centre = Qt::AlignCenter;
 
 std::vector<GridColumn> featureColumns() {
     return {
-        {QStringLiteral("id"), QStringLiteral("ID"), 480, left, left, false},
-        {QStringLiteral("Name"), QStringLiteral("特征名称"), 3000, left, centre},
-        {QStringLiteral("type"), QStringLiteral("类型"), 1080, centre, centre},
-        {QStringLiteral("unit"), QStringLiteral("单位"), 1080, centre, centre},
-        {QStringLiteral("defval"), QStringLiteral("默认值"), 1995, centre, centre},
+        {u"id"_s, u"ID"_s, 480, left, left, false},       {u"Name"_s, u"特征名称"_s, 3000, left, centre},
+        {u"type"_s, u"类型"_s, 1080, centre, centre},     {u"unit"_s, u"单位"_s, 1080, centre, centre},
+        {u"defval"_s, u"默认值"_s, 1995, centre, centre},
     };
 }
 
 std::vector<GridColumn> valueColumns() {
     return {
-        {QStringLiteral("ID"), QStringLiteral("ID"), 495, left, left, false},
-        {QStringLiteral("isUse"), QStringLiteral("特征值"), 630, centre, centre, true, GridColumn::Look::CheckBox},
-        {QStringLiteral("eigenValue"), QStringLiteral("特征值"), 1005, centre, centre},
+        {u"ID"_s, u"ID"_s, 495, left, left, false},
+        {u"isUse"_s, u"特征值"_s, 630, centre, centre, true, GridColumn::Look::CheckBox},
+        {u"eigenValue"_s, u"特征值"_s, 1005, centre, centre},
     };
 }
 
@@ -33,9 +33,9 @@ std::vector<GridColumn> valueColumns() {
 
 FeaturePane::FeaturePane(QWidget* parent)
     : QWidget(parent), m_grdSpec(new KeyedGrid(this)), m_grdSpecEnum(new KeyedGrid(this)) {
-    m_grdSpec->setObjectName(QStringLiteral("grdSpec"));
+    m_grdSpec->setObjectName(u"grdSpec"_s);
     m_grdSpec->setColumns(featureColumns());
-    m_grdSpecEnum->setObjectName(QStringLiteral("grdSpecEnum"));
+    m_grdSpecEnum->setObjectName(u"grdSpecEnum"_s);
     m_grdSpecEnum->setColumns(valueColumns());
 
     auto* sides = new QSplitter(Qt::Horizontal, this);
@@ -103,7 +103,7 @@ void FeaturePane::showFirstRow(KeyedGrid* grid) {
 void FeaturePane::grdSpec_AfterRowColChange(int newRow) {
     guarded({"frmEditor", "grdSpec_AfterRowColChange"}, [&] {
         if (newRow >= 0) {
-            LoadSpecEnum(m_grdSpec->value(newRow, QStringLiteral("id")));
+            LoadSpecEnum(m_grdSpec->value(newRow, u"id"_s));
         } else {
             m_shownFeature = 0;
             m_grdSpecEnum->clearRows();

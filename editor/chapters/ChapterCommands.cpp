@@ -7,6 +7,8 @@
 #include "editor/chapters/frmEditContent.h"
 #include "editor/common/CodeStepping.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString nextCode(const KeyedTree::Node* node) {
@@ -26,15 +28,15 @@ QString ChapterPane::askName(const QString& caption, const QString& preset) {
 
 void ChapterPane::mnuAddContent_Click() {
     guarded({"frmEditor", "mnuAddContent_Click"}, [this] {
-        const QString name = askName(QStringLiteral("添加清单目录"));
+        const QString name = askName(u"添加清单目录"_s);
         if (name.isEmpty())
             return;
         KeyedTree::Node* lastSibling = nullptr;
-        QString code = QStringLiteral("01");
+        QString code = u"01"_s;
         if (m_tvSYB->nodeCount() > 0) {
             const KeyedTree::Node* selected = m_tvSYB->selectedNode();
             if (!selected)
-                throw Error(91, QStringLiteral("没有选中的目录"));
+                throw Error(91, u"没有选中的目录"_s);
             lastSibling = m_tvSYB->lastSibling(selected);
             code = nextCode(lastSibling);
         }
@@ -52,12 +54,11 @@ void ChapterPane::mnuAddSubContent_Click() {
         KeyedTree::Node* parent = m_tvSYB->selectedNode();
         if (!parent)
             return;
-        const QString name = askName(QStringLiteral("添加清单子目录"));
+        const QString name = askName(u"添加清单子目录"_s);
         if (name.isEmpty())
             return;
         const int children = parent->childCount();
-        const QString code =
-            children == 0 ? KeyedTree::tag(parent) + QLatin1String("01") : nextCode(parent->child(children - 1));
+        const QString code = children == 0 ? KeyedTree::tag(parent) + u"01"_s : nextCode(parent->child(children - 1));
         if (code.isEmpty() || !AddBillSYB(m_ormConn, code, name))
             return;
         tvSYB_NodeClick(m_tvSYB->addNode(parent, chapterKey(code), chapterText(code, name), code));
@@ -69,7 +70,7 @@ void ChapterPane::mnuModifyContent_Click() {
         KeyedTree::Node* selected = m_tvSYB->selectedNode();
         if (!selected)
             return;
-        const QString name = askName(QStringLiteral("修改清单目录"), chapterName(selected));
+        const QString name = askName(u"修改清单目录"_s, chapterName(selected));
         const QString code = KeyedTree::tag(selected);
         if (!name.isEmpty() && ModifyBillSYB(m_ormConn, code, name))
             selected->setText(0, chapterText(code, name));
@@ -81,8 +82,8 @@ void ChapterPane::mnuDeleteContent_Click() {
         KeyedTree::Node* selected = m_tvSYB->selectedNode();
         if (!selected)
             return;
-        const QString question = QStringLiteral("确实要删除 ") + selected->text(0) + QStringLiteral(" 吗?");
-        if (!askYesNo(question, QStringLiteral("提示"), MessageIcon::Question))
+        const QString question = u"确实要删除 "_s + selected->text(0) + u" 吗?"_s;
+        if (!askYesNo(question, u"提示"_s, MessageIcon::Question))
             return;
         if (!DeleteBillSYB(m_ormConn, KeyedTree::tag(selected)))
             return;

@@ -6,6 +6,8 @@
 #include "editor/common/InSavepoint.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Puts `to` in the place of the first `length` characters of every code that begins with `from`.
@@ -20,7 +22,7 @@ void recode(Connection& connection, const QString& from, const QString& to, qsiz
 bool AddBillSYB(Connection* ormConn, const QString& code, const QString& name) {
     return guarded({"frmEditor", "AddBillSYB"}, [&] {
         if (ExistSybCode(ormConn, code)) {
-            showMessage(QStringLiteral("目录编号已经存在!"), QStringLiteral("提示"), MessageIcon::Information);
+            showMessage(u"目录编号已经存在!"_s, u"提示"_s, MessageIcon::Information);
             return false;
         }
         requireConnection(ormConn).Execute(sql("INSERT INTO tblSYB (code,name,lastUpdate,IsDel) VALUES ", "('", code,
@@ -63,7 +65,7 @@ bool DeleteBillSYB(Connection* ormConn, const QString& code) {
 bool ExchangeSYBNode(Connection* ormConn, const QString& codeA, const QString& codeB) {
     return inSavepoint("ExchangeSYBNode", ormConn, [&](Connection& connection) {
         const qsizetype length = codeB.size();
-        const QString tmp = QStringLiteral("000000000").left(length);
+        const QString tmp = u"000000000"_s.left(length);
         recode(connection, codeB, tmp, length);
         recode(connection, codeA, codeB, length);
         recode(connection, tmp, codeA, length);

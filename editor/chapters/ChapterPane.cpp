@@ -6,11 +6,13 @@
 #include "app/base/Guarded.h"
 #include "editor/chapters/ChapterTree.h"
 
+using namespace Qt::StringLiterals;
+
 ChapterPane::ChapterPane(QWidget* parent)
     : QWidget(parent), m_layout(new QVBoxLayout(this)), m_tvSYB(new KeyedTree(this)) {
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
-    m_tvSYB->setObjectName(QStringLiteral("tvSYB"));
+    m_tvSYB->setObjectName(u"tvSYB"_s);
     m_layout->addWidget(m_tvSYB, 1);
     setFocusProxy(m_tvSYB);
     connect(m_tvSYB, &KeyedTree::nodeClick, this, &ChapterPane::tvSYB_NodeClick);

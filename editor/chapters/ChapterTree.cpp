@@ -25,9 +25,9 @@ bool addChapters(Connection& connection, KeyedTree* tree) {
 
 }  // namespace
 
-QString chapterKey(const QString& code) { return QLatin1Char('K') + code; }
+QString chapterKey(const QString& code) { return u'K' + code; }
 
-QString chapterText(const QString& code, const QString& name) { return code + QLatin1Char(' ') + name; }
+QString chapterText(const QString& code, const QString& name) { return code + u' ' + name; }
 
 QString chapterName(const KeyedTree::Node* node) { return node->text(0).mid(KeyedTree::tag(node).size() + 1); }
 

@@ -14,28 +14,30 @@
 #include "app/base/Text.h"
 #include "app/controls/UiHelpers.h"
 
+using namespace Qt::StringLiterals;
+
 frmEditContent::frmEditContent(QWidget* mainWindow) : QDialog(mainWindow), m_txtContent(new QLineEdit(this)) {
-    setObjectName(QStringLiteral("frmEditContent"));
-    setWindowTitle(QStringLiteral("添加目录"));
+    setObjectName(u"frmEditContent"_s);
+    setWindowTitle(u"添加目录"_s);
     setWindowIcon(mainWindow->windowIcon());
     // Tahoma has no Chinese characters; those come from the family that all windows use.
     QFont tahoma = font();
-    tahoma.setFamilies(QStringList{QStringLiteral("Tahoma")} + font().families());
+    tahoma.setFamilies(QStringList{u"Tahoma"_s} + font().families());
     setFont(tahoma);
 
-    auto* lblTitle = new QLabel(QStringLiteral("请输入目录名称："), this);
-    lblTitle->setObjectName(QStringLiteral("lblTitle"));
+    auto* lblTitle = new QLabel(u"请输入目录名称："_s, this);
+    lblTitle->setObjectName(u"lblTitle"_s);
     lblTitle->setBuddy(m_txtContent);
-    m_txtContent->setObjectName(QStringLiteral("txtContent"));
-    m_txtContent->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("目录")) * 12);
+    m_txtContent->setObjectName(u"txtContent"_s);
+    m_txtContent->setMinimumWidth(fontMetrics().horizontalAdvance(u"目录"_s) * 12);
     m_txtContent->installEventFilter(this);
 
-    auto* cmdOK = new QPushButton(QStringLiteral("确定"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    auto* cmdOK = new QPushButton(u"确定"_s, this);
+    cmdOK->setObjectName(u"cmdOK"_s);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmEditContent::cmdOK_Click);
-    auto* cmdCancel = new QPushButton(QStringLiteral("取消"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    auto* cmdCancel = new QPushButton(u"取消"_s, this);
+    cmdCancel->setObjectName(u"cmdCancel"_s);
     connect(cmdCancel, &QPushButton::clicked, this, &frmEditContent::reject);
 
     auto* buttons = new QHBoxLayout;
@@ -62,7 +64,7 @@ void frmEditContent::cmdOK_Click() {
     guarded({"frmEditContent", "cmdOK_Click"}, [this] {
         const QString name = trimBlanks(wholeCharacters(m_txtContent->text()));
         if (name.isEmpty()) {
-            showMessage(QStringLiteral("目录名不能不空！"), QStringLiteral("提示"), MessageIcon::Information);
+            showMessage(u"目录名不能不空！"_s, u"提示"_s, MessageIcon::Information);
             m_txtContent->setFocus();
             return;
         }

@@ -22,7 +22,7 @@ QString GetCopyName(Connection* ormConn, const QString& name, const SqlText& tab
 
         QString candidate = trimmed;
         for (int counter = 1; taken.contains(candidate); ++counter)
-            candidate = trimmed + QLatin1Char('(') + QString::number(counter) + QLatin1Char(')');
+            candidate = trimmed + u'(' + QString::number(counter) + u')';
         return candidate;
     });
 }

@@ -7,6 +7,8 @@
 #include "editor/contents/ContentPane.h"
 #include "editor/contents/ContentRows.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace ContentRows;
 
 namespace {
@@ -48,7 +50,7 @@ void ContentPane::munAddBillCont_Click() {
     guarded({"frmEditor", "munAddBillCont_Click"}, [this] {
         const CurrentBill current = bill();
         NewContent content{current.id, current.code, 0, {}, profession()};
-        content.name = GetCopyName(m_ormConn, QStringLiteral("新建工作内容"), "tblCont", "cont");
+        content.name = GetCopyName(m_ormConn, u"新建工作内容"_s, "tblCont", "cont");
         if (content.billID < 1 || content.name.isEmpty())
             return;
         const int row = m_grdConcent->row();
@@ -79,7 +81,7 @@ void ContentPane::munAddBillSubCont_Click() {
         if (row < 0 || m_grdConcent->level(row) >= rationLevel)
             return;
         const qint64 contId = m_grdConcent->value(row, contID);
-        const QString name = GetCopyName(m_ormConn, QStringLiteral("新建二级工作内容"), "tblContDe", "subCont");
+        const QString name = GetCopyName(m_ormConn, u"新建二级工作内容"_s, "tblContDe", "subCont");
         if (name.isEmpty())
             return;
         // On a content it goes behind the last one, on a second-level content right behind that.
@@ -132,8 +134,7 @@ void ContentPane::mnuDelBillCont_Click() {
         return;
     guarded({"frmEditor", "mnuDelBillCont_Click"}, [this] {
         const int row = m_grdConcent->row();
-        if (row < 0 ||
-            !askYesNo(QStringLiteral("确认删工作内容指引 ") + m_grdConcent->text(row, cont) + QStringLiteral(" ？")))
+        if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
             return;
         if (!deleteContent(m_ormConn, m_grdConcent->value(row, contID), m_grdConcent->value(row, contNum), bill().id))
             return;
@@ -148,8 +149,7 @@ void ContentPane::munDelBillSubCont_Click() {
         return;
     guarded({"frmEditor", "munDelBillSubCont_Click"}, [this] {
         const int row = m_grdConcent->row();
-        if (row < 0 ||
-            !askYesNo(QStringLiteral("确认删工作内容指引 ") + m_grdConcent->text(row, cont) + QStringLiteral(" ？")))
+        if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
             return;
         if (!deleteSubContent(m_ormConn, m_grdConcent->value(row, contID), m_grdConcent->value(row, subNum)))
             return;
@@ -165,8 +165,7 @@ void ContentPane::munDelBillContDe_Click() {
         return;
     guarded({"frmEditor", "munDelBillContDe_Click"}, [this] {
         const int row = m_grdConcent->row();
-        if (row < 0 ||
-            !askYesNo(QStringLiteral("确认删除定额 ") + m_grdConcent->text(row, cont) + QStringLiteral(" ？")))
+        if (row < 0 || !askYesNo(u"确认删除定额 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
             return;
         const bool first = row > 0 && m_grdConcent->level(row - 1) == subContentLevel;
         const bool beforeSubContent =

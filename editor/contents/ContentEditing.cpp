@@ -10,11 +10,13 @@
 #include "editor/contents/ContentRows.h"
 #include "editor/contents/RationLookup.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace ContentRows;
 
 namespace {
 
-const QString hint = QStringLiteral("提示");
+const QString hint = u"提示"_s;
 
 QString comparable(const QString& text) { return trimBlanks(text).toLower(); }
 
@@ -42,7 +44,7 @@ void ContentPane::grdConcent_RowColChange(int row, const QString& key) {
     guarded({"frmEditor", "grdConcent_RowColChange"}, [&] {
         const bool ration = row >= 0 && m_grdConcent->level(row) == rationLevel;
         if (key == cont)
-            m_grdConcent->setComboList(cont, ration ? QStringLiteral("|...") : QString());
+            m_grdConcent->setComboList(cont, ration ? u"|..."_s : QString());
         else if (key != dekName)
             m_grdConcent->setComboList(key, QString());
         else if (ration)
@@ -107,19 +109,18 @@ bool ContentPane::setRation(int row, const QString& deh, const QString& dekID) {
     return guarded({"frmEditor", "EditBillContDe"}, [&] {
         const QString path = GetDekFilePath(dekID);
         if (!fso().FileExists(path)) {
-            showMessage(QStringLiteral("定额库") + path + QStringLiteral("文件不存在!"), hint, MessageIcon::Critical);
+            showMessage(u"定额库"_s + path + u"文件不存在!"_s, hint, MessageIcon::Critical);
             return false;
         }
         Ration ration{deh, {}, {}, dekID};
         if (!GetDeData(deh, path, ration.name, ration.unit)) {
-            showMessage(QStringLiteral("定额 [") + deh + QStringLiteral("] 不存在, 请重新输入!"), hint,
-                        MessageIcon::Exclamation);
+            showMessage(u"定额 ["_s + deh + u"] 不存在, 请重新输入!"_s, hint, MessageIcon::Exclamation);
             return false;
         }
         const qint64 id = writeRation(m_ormConn, *m_grdConcent, row, ration);
         if (id < 1)
             return true;
-        m_editText = QLatin1Char('[') + deh + QLatin1String("] ") + ration.name;
+        m_editText = u'[' + deh + u"] "_s + ration.name;
         m_grdConcent->setText(row, contDeID, QString::number(id));
         m_grdConcent->setText(row, cont, m_editText);
         m_grdConcent->setText(row, unit, ration.unit);

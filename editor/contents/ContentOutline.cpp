@@ -5,6 +5,8 @@
 #include "app/base/Guarded.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// For as long as it lives, tblContDe names a temporary table with the rows of some contents only.
@@ -110,7 +112,7 @@ void LoadContentDe(Connection* ormConn, Outline& outline, const QString& contID,
             ration.contID = contID;
             ration.contDeID = rows.text("id");
             ration.subNum = subNum;
-            ration.cont = QLatin1Char('[') + rows.text("deh").toUpper() + QLatin1String("] ") + rows.text("name");
+            ration.cont = u'[' + rows.text("deh").toUpper() + u"] "_s + rows.text("name");
             ration.unit = rows.text("Unit");
             ration.dekName = rows.text("dekid");
         }

@@ -10,16 +10,18 @@
 #include "editor/contents/ContentOutline.h"
 #include "editor/contents/ContentRows.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace ContentRows;
 
 ContentPane::ContentPane(QWidget* parent)
     : QWidget(parent), m_grdConcent(new KeyedGrid(this)), m_cboProfession(new QComboBox(this)) {
-    m_cboProfession->setObjectName(QStringLiteral("cboProfession"));
+    m_cboProfession->setObjectName(u"cboProfession"_s);
     int number = 0;
     for (const char16_t* name : {u"建筑", u"装饰", u"安装", u"市政", u"园林", u"送电", u"变电", u"发电", u"配网"})
         m_cboProfession->addItem(QString::fromUtf16(name), ++number);
     connect(m_cboProfession, &QComboBox::currentIndexChanged, this, &ContentPane::cboProfession_Click);
-    auto* label = new QLabel(QStringLiteral("专业："), this);
+    auto* label = new QLabel(u"专业："_s, this);
     label->setBuddy(m_cboProfession);
 
     auto* choice = new QHBoxLayout;
@@ -39,11 +41,11 @@ ContentPane::ContentPane(QWidget* parent)
 void ContentPane::setUpGrid() {
     constexpr auto left = Qt::AlignLeft | Qt::AlignVCenter;
     constexpr auto centre = Qt::AlignCenter;
-    m_grdConcent->setObjectName(QStringLiteral("grdConcent"));
+    m_grdConcent->setObjectName(u"grdConcent"_s);
     m_grdConcent->setColumns({
-        {cont, QStringLiteral("工作内容指引"), 4995, left},
-        {unit, QStringLiteral("单位"), 1005, centre},
-        {dekName, QStringLiteral("定额库"), 3495, left},
+        {cont, u"工作内容指引"_s, 4995, left},
+        {unit, u"单位"_s, 1005, centre},
+        {dekName, u"定额库"_s, 3495, left},
         {contID, contID, 1080, left, centre, false},
         {contDeID, contDeID, 1080, left, centre, false},
         {contNum, contNum, 1080, left, centre, false},

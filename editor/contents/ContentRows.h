@@ -2,17 +2,19 @@
 
 #include <QString>
 
+using namespace Qt::StringLiterals;
+
 /// Column keys and outline levels of the content grid.
 namespace ContentRows {
 
-inline const QString cont = QStringLiteral("cont");
-inline const QString unit = QStringLiteral("Unit");
-inline const QString dekName = QStringLiteral("dekName");
-inline const QString contID = QStringLiteral("contID");
-inline const QString contDeID = QStringLiteral("contDeID");
-inline const QString contNum = QStringLiteral("contNum");
-inline const QString subNum = QStringLiteral("subNum");
-inline const QString contType = QStringLiteral("contType");
+inline const QString cont = u"cont"_s;
+inline const QString unit = u"Unit"_s;
+inline const QString dekName = u"dekName"_s;
+inline const QString contID = u"contID"_s;
+inline const QString contDeID = u"contDeID"_s;
+inline const QString contNum = u"contNum"_s;
+inline const QString subNum = u"subNum"_s;
+inline const QString contType = u"contType"_s;
 
 inline constexpr int contentLevel = 0;
 inline constexpr int subContentLevel = 1;

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+using namespace Qt::StringLiterals;
+
 Painting paintStrip(const QStringList& svgFiles, int size) {
     QImage strip(size * int(svgFiles.size()), size, QImage::Format_ARGB32_Premultiplied);
     strip.fill(Qt::transparent);
@@ -13,9 +15,9 @@ Painting paintStrip(const QStringList& svgFiles, int size) {
     for (const QString& svgFile : svgFiles) {
         QSvgRenderer drawing(svgFile);
         if (!drawing.isValid())
-            return {{}, svgFile + QStringLiteral(": not a readable SVG drawing")};
+            return {{}, svgFile + u": not a readable SVG drawing"_s};
         if (drawing.viewBoxF().width() != drawing.viewBoxF().height())
-            return {{}, svgFile + QStringLiteral(": the drawing is not square")};
+            return {{}, svgFile + u": the drawing is not square"_s};
 
         const QRect square(left, 0, size, size);
         painter.setClipRect(square);

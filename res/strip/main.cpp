@@ -15,6 +15,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 int fail(const QString& message) {
     std::fprintf(stderr, "tessel_strip: %s\n", qPrintable(message));
@@ -22,7 +24,7 @@ int fail(const QString& message) {
 }
 
 QString save(const QImage& image, const QString& path) {
-    if (path.endsWith(QStringLiteral(".bmp"), Qt::CaseInsensitive))
+    if (path.endsWith(u".bmp"_s, Qt::CaseInsensitive))
         return writeBitmapWithAlpha(image, path);
     QImageWriter writer(path);
     return writer.write(image) ? QString() : writer.errorString();
@@ -33,20 +35,20 @@ int main(int argc, char* argv[]) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 4)
-        return fail(QStringLiteral("usage: tessel_strip SIZE OUTPUT SVG..."));
+        return fail(u"usage: tessel_strip SIZE OUTPUT SVG..."_s);
 
     const int size = arguments[1].toInt();
     if (size < 1 || size > 1024)
-        return fail(QStringLiteral("the size must be 1 to 1024 pixels: ") + arguments[1]);
+        return fail(u"the size must be 1 to 1024 pixels: "_s + arguments[1]);
 
     const QString output = arguments[2];
     if (!QDir().mkpath(QFileInfo(output).path()))
-        return fail(QStringLiteral("cannot make the folder of ") + output);
+        return fail(u"cannot make the folder of "_s + output);
 
     const Painting painting = paintStrip(arguments.mid(3), size);
     if (!painting.error.isEmpty())
         return fail(painting.error);
 
     const QString error = save(painting.image, output);
-    return error.isEmpty() ? 0 : fail(output + QStringLiteral(": ") + error);
+    return error.isEmpty() ? 0 : fail(output + u": "_s + error);
 }

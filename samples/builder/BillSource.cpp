@@ -4,6 +4,8 @@
 
 #include "samples/builder/BillReader.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int nameLength = 50;
@@ -18,32 +20,31 @@ bool hasChapter(const BillLibrary& library, const QString& code) {
 }
 
 void readChapters(const QString& sourceFolder, BillLibrary& library, Complaints& complaints) {
-    for (const SourceLine& line : readSource(sourceFolder, QStringLiteral("chapters.txt"), complaints)) {
+    for (const SourceLine& line : readSource(sourceFolder, u"chapters.txt"_s, complaints)) {
         const QString head = line.field(0);
-        const Chapter chapter{head.section(QLatin1Char(' '), 0, 0), head.section(QLatin1Char(' '), 1), line.field(1)};
+        const Chapter chapter{head.section(u' ', 0, 0), head.section(u' ', 1), line.field(1)};
         const qsizetype length = chapter.code.size();
         bool number = false;
         chapter.code.toUInt(&number);
         complaints.checkText(line, chapter.name, nameLength);
         complaints.checkText(line, chapter.note, noteLength);
-        if (line.keyword != QStringLiteral("章") || !number || (length != 2 && length != 4 && length != 6) ||
-            chapter.name.isEmpty())
-            complaints.add(line, QStringLiteral("a chapter is 章, a code of 2, 4 or 6 digits and a name"));
+        if (line.keyword != u"章"_s || !number || (length != 2 && length != 4 && length != 6) || chapter.name.isEmpty())
+            complaints.add(line, u"a chapter is 章, a code of 2, 4 or 6 digits and a name"_s);
         else if (hasChapter(library, chapter.code))
-            complaints.add(line, QStringLiteral("this chapter code is used already"));
+            complaints.add(line, u"this chapter code is used already"_s);
         else if (length > 2 && !hasChapter(library, chapter.code.chopped(2)))
-            complaints.add(line, QStringLiteral("there is no chapter above this one"));
+            complaints.add(line, u"there is no chapter above this one"_s);
         else
             library.chapters.push_back(chapter);
     }
 }
 
 void readExplanations(const QString& sourceFolder, BillLibrary& library, Complaints& complaints) {
-    for (const SourceLine& line : readSource(sourceFolder, QStringLiteral("companion.txt"), complaints)) {
-        if (line.keyword != QStringLiteral("说明") || line.fields.size() != 2)
-            complaints.add(line, QStringLiteral("an explanation is 说明, a chapter code and a text"));
+    for (const SourceLine& line : readSource(sourceFolder, u"companion.txt"_s, complaints)) {
+        if (line.keyword != u"说明"_s || line.fields.size() != 2)
+            complaints.add(line, u"an explanation is 说明, a chapter code and a text"_s);
         if (!hasChapter(library, line.field(0)))
-            complaints.add(line, QStringLiteral("there is no chapter %1").arg(line.field(0)));
+            complaints.add(line, u"there is no chapter %1"_s.arg(line.field(0)));
         complaints.checkText(line, line.field(1), noteLength);
         library.explanations.push_back({line.field(0), {}, line.field(1)});
     }
@@ -59,13 +60,13 @@ BillLibrary readBillLibrary(const QString& sourceFolder, const std::vector<Ratio
             library.fileName = rations.defaultFor;
     }
     if (library.fileName.isEmpty())
-        complaints.add(QStringLiteral("libraries.txt"), QStringLiteral("names no bill library"));
+        complaints.add(u"libraries.txt"_s, u"names no bill library"_s);
     readChapters(sourceFolder, library, complaints);
     readExplanations(sourceFolder, library, complaints);
-    const QDir bills(QDir(sourceFolder).filePath(QStringLiteral("bills")));
-    for (const QString& name : bills.entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name)) {
+    const QDir bills(QDir(sourceFolder).filePath(u"bills"_s));
+    for (const QString& name : bills.entryList({u"*.txt"_s}, QDir::Files, QDir::Name)) {
         BillReader reader(library, libraries, complaints);
-        for (const SourceLine& line : readSource(sourceFolder, QStringLiteral("bills/") + name, complaints))
+        for (const SourceLine& line : readSource(sourceFolder, u"bills/"_s + name, complaints))
             reader.read(line);
         reader.finish();
     }

@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 /// One line of a source file: a keyword, a blank, and fields separated by "|".
 struct SourceLine {
     QString file;  ///< as messages name it
@@ -17,7 +19,7 @@ struct SourceLine {
 /// What is wrong with the sources, line by line, so that one run tells everything.
 class Complaints {
 public:
-    void add(const QString& file, const QString& message) { m_all << file + QStringLiteral(": ") + message; }
+    void add(const QString& file, const QString& message) { m_all << file + u": "_s + message; }
     void add(const SourceLine& line, const QString& message);
 
     /// Complains when `text` is longer than a field of the database takes, or holds what no statement can carry.

@@ -12,10 +12,12 @@
 #include "storage/Schema.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The same for every run, so that the same sources give the same rows.
-const QString stamp = QStringLiteral("2024-01-01 00:00:00");
+const QString stamp = u"2024-01-01 00:00:00"_s;
 
 // Where the header of an SQLite file holds them, as big-endian numbers of 32 bits.
 constexpr qsizetype headerLength = 100;
@@ -26,15 +28,15 @@ constexpr qsizetype applicationIdOffset = 68;
 constexpr quint32 applicationId = 0x54536D70;
 
 [[noreturn]] void failOn(const QString& path, const QString& what) {
-    throw Error(1, QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), what));
+    throw Error(1, u"%1: %2"_s.arg(QDir::toNativeSeparators(path), what));
 }
 
 /// Makes the file at `path` from what `fill` writes into an empty database.
 template <typename Fill>
 void makeDatabase(const QString& path, const char* key, Fill&& fill) {
-    const QString fresh = path + QStringLiteral(".new");
+    const QString fresh = path + u".new"_s;
     if (!QDir().mkpath(QFileInfo(path).path()))
-        failOn(path, QStringLiteral("the folder cannot be made"));
+        failOn(path, u"the folder cannot be made"_s);
     QFile::remove(fresh);
     Connection connection;
     connection.Open(fresh, QString::fromLatin1(key), Connection::readWriteCreate);
@@ -45,7 +47,7 @@ void makeDatabase(const QString& path, const char* key, Fill&& fill) {
     QFile::remove(path);
     if (!QFile::rename(fresh, path)) {
         QFile::remove(fresh);
-        failOn(path, QStringLiteral("cannot be replaced"));
+        failOn(path, u"cannot be replaced"_s);
     }
 }
 
@@ -90,8 +92,8 @@ void writeContents(Connection& connection, const Bill& bill, qint64 billId) {
 QString contentText(const Bill& bill) {
     QStringList lines;
     for (const Content& content : bill.contents)
-        lines << QStringLiteral("%1.%2").arg(lines.size() + 1).arg(content.text);
-    return lines.join(QLatin1String("\r\n"));
+        lines << u"%1.%2"_s.arg(lines.size() + 1).arg(content.text);
+    return lines.join(u"\r\n"_s);
 }
 
 }  // namespace
@@ -99,7 +101,7 @@ QString contentText(const Bill& bill) {
 void writeBillLibrary(const BillLibrary& library, const QString& path) {
     makeDatabase(path, "", [&](Connection& connection) {
         if (!CreateAllBillDBTable(&connection))
-            failOn(path, QStringLiteral("the tables cannot be made"));
+            failOn(path, u"the tables cannot be made"_s);
         connection.Execute(sql("PRAGMA application_id=", applicationId, ";"));
         for (const Chapter& chapter : library.chapters) {
             connection.Execute(sql("INSERT INTO tblSYB (Code,Name,Note,Version,LastUpdate,IsDel) VALUES ('",
@@ -110,7 +112,7 @@ void writeBillLibrary(const BillLibrary& library, const QString& path) {
             connection.Execute(
                 sql("INSERT INTO tblBill (Code,CodePrefix,Name,Unit,Rule,Cont,Version,LastUpdate,IsDel) VALUES ('",
                     bill.code, "','", bill.prefix, "','", bill.name, "','", bill.unit, "','",
-                    bill.rules.join(QLatin1String("\r\n")), "','", contentText(bill), "','1','", stamp, "','0');"));
+                    bill.rules.join(u"\r\n"_s), "','", contentText(bill), "','1','", stamp, "','0');"));
             const qint64 billId = connection.LastInsertId();
             writeFeatures(connection, bill, billId);
             writeContents(connection, bill, billId);

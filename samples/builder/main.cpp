@@ -4,11 +4,13 @@
 #include "app/base/Guarded.h"
 #include "samples/builder/SampleBuilder.h"
 
+using namespace Qt::StringLiterals;
+
 /// tessel_samples [--force] <source folder> <program folder>
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     QStringList arguments = application.arguments().mid(1);
-    const bool force = arguments.removeAll(QStringLiteral("--force")) > 0;
+    const bool force = arguments.removeAll(u"--force"_s) > 0;
     QTextStream errors(stderr);
     if (arguments.size() != 2) {
         errors << "usage: tessel_samples [--force] <source folder> <program folder>\n";

@@ -8,15 +8,17 @@
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString line(const OutlineRow& row) {
     return QStringList{
         QString::number(row.level), row.contID, row.contDeID, row.contNum, row.subNum, row.cont, row.unit, row.dekName}
-        .join(QLatin1Char('|'));
+        .join(u'|');
 }
 
-QStringList loaded(const TemporaryLibrary& library, qint64 billID, const QString& prof = QStringLiteral("01")) {
+QStringList loaded(const TemporaryLibrary& library, qint64 billID, const QString& prof = u"01"_s) {
     QStringList lines;
     for (const OutlineRow& row : LoadBillContent(library.connection(), billID, prof))
         lines << line(row);
@@ -24,7 +26,7 @@ QStringList loaded(const TemporaryLibrary& library, qint64 billID, const QString
 }
 
 /// What the statements give when each runs on the library's own table.
-QStringList runOneByOne(const TemporaryLibrary& library, qint64 billID, const QString& prof = QStringLiteral("01")) {
+QStringList runOneByOne(const TemporaryLibrary& library, qint64 billID, const QString& prof = u"01"_s) {
     QStringList lines;
     Connection& connection = *library.connection();
     Recordset contents = connection.OpenRecordset(
@@ -37,21 +39,20 @@ QStringList runOneByOne(const TemporaryLibrary& library, qint64 billID, const QS
         for (; !subContents.EndOfFile(); subContents.MoveNext()) {
             const QString subNum = subContents.text("subNum");
             lines << line({1, id, {}, {}, subNum, subContents.text("subCont"), {}, {}});
-            if (subNum.contains(QLatin1Char('\'')))
+            if (subNum.contains(u'\''))
                 continue;
             Recordset rations = connection.OpenRecordset(
                 sql("select id,deh,name,unit,dekid from tblContDe where deh IS NOT NULL AND deh<>'' AND contID='", id,
                     "' and subNum='", subNum, "';"));
             for (; !rations.EndOfFile(); rations.MoveNext())
-                lines << line(
-                    {2,
-                     id,
-                     rations.text("id"),
-                     {},
-                     subNum,
-                     QLatin1Char('[') + rations.text("deh").toUpper() + QLatin1String("] ") + rations.text("name"),
-                     rations.text("unit"),
-                     rations.text("dekid")});
+                lines << line({2,
+                               id,
+                               rations.text("id"),
+                               {},
+                               subNum,
+                               u'[' + rations.text("deh").toUpper() + u"] "_s + rations.text("name"),
+                               rations.text("unit"),
+                               rations.text("dekid")});
         }
     }
     return lines;
@@ -115,8 +116,7 @@ TEST(ContentOutline, EqualsTheStatementsRunOneByOneOnAnyRows) {
             const QStringList lines = loaded(library, billID);
             rows += lines.size();
             EXPECT_EQ(lines, runOneByOne(library, billID));
-            EXPECT_EQ(loaded(library, billID, QStringLiteral("02")),
-                      runOneByOne(library, billID, QStringLiteral("02")));
+            EXPECT_EQ(loaded(library, billID, u"02"_s), runOneByOne(library, billID, u"02"_s));
         }
         expectNoTemporaryTable(library);
         EXPECT_EQ(library.rowsInFile("SELECT * FROM tblContDe"), before);
@@ -132,15 +132,14 @@ TEST(ContentOutline, ErrorsAreRecordedAndTheRestIsShown) {
         "(2,2,1,'b','y','earth')");
     ModalAnswers answers;
     answers.closeAnything();
-    EXPECT_EQ(loaded(library, 7), (QStringList{QStringLiteral("0|1||1||first||"), QStringLiteral("1|1|||o'clock|a||"),
-                                               QStringLiteral("0|2||2||second||"), QStringLiteral("1|2|||1|b||"),
-                                               QStringLiteral("2|2|2||1|[Y] earth||")}));
-    EXPECT_EQ(answers.takePlaces(), QStringList{QStringLiteral("frmEditor.LoadContentDe")});
+    EXPECT_EQ(loaded(library, 7), (QStringList{u"0|1||1||first||"_s, u"1|1|||o'clock|a||"_s, u"0|2||2||second||"_s,
+                                               u"1|2|||1|b||"_s, u"2|2|2||1|[Y] earth||"_s}));
+    EXPECT_EQ(answers.takePlaces(), QStringList{u"frmEditor.LoadContentDe"_s});
     expectNoTemporaryTable(library);
 
     library.run("DROP TABLE tblContDe");
     EXPECT_EQ(loaded(library, 7).size(), 2) << "the contents can still be read";
     expectNoTemporaryTable(library);
-    EXPECT_TRUE(LoadBillContent(nullptr, 7, QStringLiteral("01")).empty());
-    EXPECT_EQ(answers.takePlaces(), QStringList(2, QStringLiteral("frmEditor.LoadBillContent")));
+    EXPECT_TRUE(LoadBillContent(nullptr, 7, u"01"_s).empty());
+    EXPECT_EQ(answers.takePlaces(), QStringList(2, u"frmEditor.LoadBillContent"_s));
 }

@@ -17,7 +17,7 @@ GridWindow::GridWindow() {
                      {u"Unit"_s, u"单位"_s, 1155, Qt::AlignCenter},
                      {u"Type"_s, u"类型"_s, 1155, Qt::AlignCenter},
                      {u"Use"_s, u"使用"_s, 800, Qt::AlignCenter, Qt::AlignCenter, true, GridColumn::Look::CheckBox}});
-    grid.startEdit = [](int, const QString& key) { return key != QLatin1String("Code"); };
+    grid.startEdit = [](int, const QString& key) { return key != u"Code"_s; };
     grid.validateEdit = [this](int row, const QString& key, QString& text) {
         asked << u"%1 %2 %3"_s.arg(row).arg(key, text);
         return verdict;

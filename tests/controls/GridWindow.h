@@ -6,6 +6,8 @@
 
 #include "app/controls/KeyedGrid.h"
 
+using namespace Qt::StringLiterals;
+
 /// A shown, active window with a grid of bills and a text box beside it. What the grid tells is noted in `told`.
 class GridWindow : public QWidget {
 public:
@@ -23,10 +25,10 @@ public:
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void type(const QString& text);
 
-    QWidget* editor() const { return grid.findChild<QWidget*>(QStringLiteral("cellEditor")); }
+    QWidget* editor() const { return grid.findChild<QWidget*>(u"cellEditor"_s); }
     QLineEdit* lineEditor() const { return qobject_cast<QLineEdit*>(editor()); }
     /// What the grid has told since the last call, joined by ", ".
-    QString takeTold() { return std::exchange(told, {}).join(QLatin1String(", ")); }
+    QString takeTold() { return std::exchange(told, {}).join(u", "_s); }
 
     KeyedGrid grid;
     QLineEdit other;

@@ -6,6 +6,8 @@
 
 #include "storage/KeyedAccess.h"
 
+using namespace Qt::StringLiterals;
+
 BadFile::BadFile(QString path, QString password, unsigned seed)
     : m_path(std::move(path)), m_password(std::move(password)), m_dice(seed) {}
 
@@ -37,7 +39,7 @@ PlainDatabase BadFile::open(const QString& path, const QString& password) {
     PlainDatabase database(path);
     database.run("PRAGMA cipher='sqlcipher'; PRAGMA legacy=4");
     if (!password.isEmpty())
-        database.run(QStringLiteral("PRAGMA key=\"%1\"").arg(QString::fromUtf8(keyForFile(path, password))));
+        database.run(u"PRAGMA key=\"%1\""_s.arg(QString::fromUtf8(keyForFile(path, password))));
     database.run("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY");
     return database;
 }
@@ -60,8 +62,8 @@ QString BadFile::table(PlainDatabase& database) {
 
 QStringList BadFile::columns(PlainDatabase& database, const QString& table) {
     QStringList names;
-    PlainStatement rows = database.prepare(QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table));
+    PlainStatement rows = database.prepare(u"SELECT name FROM pragma_table_info('%1')"_s.arg(table));
     while (rows.step())
-        names << QStringLiteral("[%1]").arg(rows.text(0));
+        names << u"[%1]"_s.arg(rows.text(0));
     return names;
 }

@@ -5,6 +5,8 @@
 
 #include "app/base/Error.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // --- Bytes -------------------------------------------------------------------------------------------------------
@@ -85,7 +87,7 @@ void beAFolder(BadFile& file) {
     QDir().mkpath(file.path());
 }
 
-void haveAnotherKey(BadFile& file) { file.replaceByNew(QStringLiteral("wrong")); }
+void haveAnotherKey(BadFile& file) { file.replaceByNew(u"wrong"_s); }
 void haveNoKey(BadFile& file) { file.replaceByNew({}); }
 
 /// What a program that was killed might have left beside the file.
@@ -108,10 +110,10 @@ void leaveSideFiles(BadFile& file) {
 QString filled(BadFile& file, const QByteArray& statement, const QString& table, const QString& column,
                const QString& other = {}) {
     return QString::fromUtf8(statement)
-        .replace(QLatin1String("$t"), table)
-        .replace(QLatin1String("$c"), column)
-        .replace(QLatin1String("$d"), other)
-        .replace(QLatin1String("$n"), QString::number(file.upTo(10'000)));
+        .replace(u"$t"_s, table)
+        .replace(u"$c"_s, column)
+        .replace(u"$d"_s, other)
+        .replace(u"$n"_s, QString::number(file.upTo(10'000)));
 }
 
 void change(BadFile& file, const QByteArray& statement) {
@@ -256,12 +258,12 @@ void leadPagesBack(BadFile& file) {
     constexpr int depth = 10;
     constexpr int children = 40;
     if (!file.isPlain())
-        throw Error(5, QStringLiteral("only the pages of plain files can be put together"));
+        throw Error(5, u"only the pages of plain files can be put together"_s);
     int root = 0;
     {
         PlainDatabase database = file.open();
-        PlainStatement found = database.prepare(
-            QStringLiteral("SELECT rootpage FROM sqlite_schema WHERE name='%1'").arg(file.table(database)));
+        PlainStatement found =
+            database.prepare(u"SELECT rootpage FROM sqlite_schema WHERE name='%1'"_s.arg(file.table(database)));
         found.step();
         root = static_cast<int>(found.number(0));
     }

@@ -27,10 +27,12 @@
 #include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QString systemPassword = QLatin1String(systemKey);
-const QString regionFolder = QStringLiteral("广东省/");
+const QString regionFolder = u"广东省/"_s;
 
 /// Ends the process when one event never does, and tells which file that was.
 class Watchdog {
@@ -96,8 +98,8 @@ protected:
 
     Damage() {
         installSamples();
-        const QString library = dataPath + QStringLiteral("damaged.bdb");
-        const QString system = appPath + QStringLiteral("tessel.dat");
+        const QString library = dataPath + u"damaged.bdb"_s;
+        const QString system = appPath + u"tessel.dat"_s;
         QFile::remove(system);
         const QString grown = awkwardLibrary();
         victims = {
@@ -105,10 +107,7 @@ protected:
             {"companion", companionPath(library), systemPassword,
              made(companionPath(library), systemPassword, makeTables)},
             {"system database", system, systemPassword, made(system, systemPassword, makeTables)},
-            {"ration library",
-             dataPath + regionFolder + QStringLiteral("rations.db"),
-             {},
-             made(library, {}, makeRations)},
+            {"ration library", dataPath + regionFolder + u"rations.db"_s, {}, made(library, {}, makeRations)},
         };
         copyTo(beside, victims[0].good);
         main.MDIForm_Load();
@@ -157,7 +156,7 @@ protected:
     }
 
     std::string besideShows() const {
-        good.click(good.tree()->node(QStringLiteral("K010101")));
+        good.click(good.tree()->node(u"K010101"_s));
         EditorDriver::settle();
         return textOf(rowsOf(good.bills())) + textOf(rowsOf(good.contents())) + textOf(rowsOf(good.features()));
     }
@@ -200,17 +199,17 @@ protected:
         ASSERT_EQ(main.activeEditor()->DBFilePath(), beside);
         EXPECT_EQ(besideShows(), expected);
         const QString unit = QString::number(seed);
-        EXPECT_TRUE(good.edit(good.bills(), 0, QStringLiteral("Unit"), unit));
+        EXPECT_TRUE(good.edit(good.bills(), 0, u"Unit"_s, unit));
         EditorDriver::settle();
         EXPECT_EQ(rowsInFile(beside, "SELECT Unit FROM tblBill WHERE Code='010101001'"), QStringList{unit});
         expected = besideShows();
     }
 
-    const QString beside = dataPath + QStringLiteral("beside.bdb");
+    const QString beside = dataPath + u"beside.bdb"_s;
     std::vector<Victim> victims;
     frmMain main;
     EditorDriver good{&main, beside};
-    EditorDriver bad{&main, dataPath + QStringLiteral("damaged.bdb")};
+    EditorDriver bad{&main, dataPath + u"damaged.bdb"_s};
     std::string expected;
     Watchdog watchdog;
     int windows = 0;
@@ -275,14 +274,13 @@ TEST_F(Damage, NeverHarmsTheWindow) {
         ASSERT_FALSE(HasFailure());
     }
     restore();
-    EXPECT_EQ(rowsInFile(beside, "PRAGMA integrity_check"), QStringList{QStringLiteral("ok")});
+    EXPECT_EQ(rowsInFile(beside, "PRAGMA integrity_check"), QStringList{u"ok"_s});
     QString kindsCounted;
     for (const auto& [name, count] : counted)
-        kindsCounted += QStringLiteral("%1 %2, ").arg(count).arg(QString::fromStdString(name));
+        kindsCounted += u"%1 %2, "_s.arg(count).arg(QString::fromStdString(name));
     reportFigures(
-        QStringLiteral("damaged files: %1%2 windows opened, %3 files with a message, %4 edits and commands tried, "
-                       "slowest event %5 ms (%6)")
-            .arg(kindsCounted)
+        u"damaged files: %1%2 windows opened, %3 files with a message, %4 edits and commands tried, "
+        "slowest event %5 ms (%6)"_s.arg(kindsCounted)
             .arg(windows)
             .arg(errors)
             .arg(worked)
@@ -299,15 +297,14 @@ TEST_F(Damage, AMillionRowsAreOnlyMany) {
         // No code may be there twice.
         if (QByteArray(millions[i].name) == "chapters")
             library.run("DELETE FROM tblSYB");
-        library.run(
-            QString::fromUtf8(millions[i].statement)
-                .prepend(QLatin1String("INSERT INTO "))
-                .replace(QLatin1String(" SELECT "), QLatin1String(" WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT "
-                                                                  "n+1 FROM r WHERE n<1000000) SELECT ")));
+        library.run(QString::fromUtf8(millions[i].statement)
+                        .prepend(u"INSERT INTO "_s)
+                        .replace(u" SELECT "_s,
+                                 u" WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT "
+                                 "n+1 FROM r WHERE n<1000000) SELECT "_s));
         visit(4, victims[0], 4);
         expectBesideIsGood(4);
-        reportFigures(QStringLiteral("a million %1: slowest event %2 ms (%3)")
-                          .arg(QString::fromUtf8(millions[i].name))
+        reportFigures(u"a million %1: slowest event %2 ms (%3)"_s.arg(QString::fromUtf8(millions[i].name))
                           .arg(slowest)
                           .arg(QString::fromStdString(slowestEvent)));
         slowest = 0;
@@ -329,8 +326,6 @@ TEST_F(Damage, PagesThatLeadBackEnd) {
         ASSERT_FALSE(HasFailure());
     }
     restore();
-    reportFigures(QStringLiteral("pages that lead back: %1 files, slowest event %2 ms (%3)")
-                      .arg(files)
-                      .arg(slowest)
-                      .arg(QString::fromStdString(slowestEvent)));
+    reportFigures(u"pages that lead back: %1 files, slowest event %2 ms (%3)"_s.arg(files).arg(slowest).arg(
+        QString::fromStdString(slowestEvent)));
 }

@@ -13,6 +13,8 @@
 
 #include "ration_browser/frmDekBrowser.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Of the processor's time: how long a machine with other work takes tells nothing.
@@ -40,8 +42,8 @@ void Visitor::answer(QWidget* window) {
             QTest::mouseClick(yes, Qt::LeftButton);
             return;
         }
-    } else if (auto* name = window->findChild<QLineEdit*>(QStringLiteral("txtContent"))) {
-        EditorDriver::typeOver(name, QStringLiteral("新的'").left(2 + upTo(2)));
+    } else if (auto* name = window->findChild<QLineEdit*>(u"txtContent"_s)) {
+        EditorDriver::typeOver(name, u"新的'"_s.left(2 + upTo(2)));
         QTest::keyClick(name, Qt::Key_Return);
         return;
     }
@@ -82,7 +84,7 @@ void Visitor::look() {
             walk(m_driver.bills());
     }
     lookAtDetails();
-    const QString codes[] = {QStringLiteral("0"), QStringLiteral("01"), QStringLiteral("%"), QStringLiteral("'")};
+    const QString codes[] = {u"0"_s, u"01"_s, u"%"_s, u"'"_s};
     for (const QString& code : {QString(), codes[upTo(4)]}) {
         event("ask for bills", [&] {
             m_driver.typeQuery(code);
@@ -102,12 +104,11 @@ void Visitor::edit(KeyedGrid* grid) {
         return;
     const int row = qMax(0, grid->row());
     const QString key = grid->key(upTo(grid->model()->columnCount()));
-    const QString texts[] = {QStringLiteral("新"), QString(), QStringLiteral("a1-1"), QStringLiteral("1"),
-                             QStringLiteral("x'")};
+    const QString texts[] = {u"新"_s, QString(), u"a1-1"_s, u"1"_s, u"x'"_s};
     if (!key.isEmpty())
         m_driver.edit(grid, row, key, texts[upTo(5)]);
     // A rejected edit stays open.
-    if (QWidget* box = grid->findChild<QWidget*>(QStringLiteral("cellEditor")); box && grid->isEditing())
+    if (QWidget* box = grid->findChild<QWidget*>(u"cellEditor"_s); box && grid->isEditing())
         m_driver.key(box, Qt::Key_Escape);
 }
 
@@ -130,7 +131,7 @@ void Visitor::work(int count) {
         } else {
             QPlainTextEdit* box = upTo(2) > 0 ? m_driver.rule() : m_driver.content();
             event("edit a text", [&] {
-                m_driver.typeInto(box, QStringLiteral("新的规则"));
+                m_driver.typeInto(box, u"新的规则"_s);
                 m_driver.key(box, Qt::Key_Tab);
             });
         }
@@ -146,7 +147,7 @@ void Visitor::browse() {
         KeyedGrid* grid = m_driver.contents();
         for (int row = 0; row < grid->rowCount() && grid->level(qMax(0, grid->row())) != 2; ++row)
             if (grid->level(row) == 2)
-                grid->setCell(row, QStringLiteral("cont"));
+                grid->setCell(row, u"cont"_s);
         m_driver.showPage(grid);
         grid->setFocus();
         m_driver.key(grid, Qt::Key_F4);
@@ -154,7 +155,7 @@ void Visitor::browse() {
             return;
         // There is no ration whose cell could open it.
         browser->setParetnForm(m_driver.editor());
-        browser->setDekID(QStringLiteral("GD2018ZHDE01"));
+        browser->setDekID(u"GD2018ZHDE01"_s);
         browser->show();
     });
     m_window = browser;

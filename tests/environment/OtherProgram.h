@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 struct sqlite3;
 
 /// Another program that works on a database file by itself, with values that are bound and thus never part of a
@@ -35,7 +37,7 @@ public:
     KeptFile& operator=(const KeptFile&) = delete;
 
 private:
-    QString kept() const { return m_path + QStringLiteral(".kept"); }
+    QString kept() const { return m_path + u".kept"_s; }
 
     const QString m_path;
 };

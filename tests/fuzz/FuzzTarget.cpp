@@ -22,9 +22,11 @@
 #include "storage/Schema.h"
 #include "tests/fuzz/Walk.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString libraryName = QStringLiteral("fuzzed.bdb");
+const QString libraryName = u"fuzzed.bdb"_s;
 
 QString folder() { return qEnvironmentVariable("TESSEL_HOME", QDir::tempPath()); }
 QString filePath() { return joinPath(folder(), libraryName); }
@@ -147,9 +149,9 @@ void checkTexts(FuzzedDataProvider& input) {
     const QString text = QString::fromUtf8(QByteArray::fromStdString(input.ConsumeRandomLengthString(200)));
     const QString trimmed = trimBlanks(text);
     const qint64 number = numericValue(text);
-    const bool broken = text.contains(QLatin1Char('\'')) || text.contains(QChar::Null);
-    if (trimmed.startsWith(QLatin1Char(' ')) || trimmed.endsWith(QLatin1Char(' ')) ||
-        numericValue(QString::number(number)) != number || sql("a='", text, "'").brokenAt().isEmpty() == broken)
+    const bool broken = text.contains(u'\'') || text.contains(QChar::Null);
+    if (trimmed.startsWith(u' ') || trimmed.endsWith(u' ') || numericValue(QString::number(number)) != number ||
+        sql("a='", text, "'").brokenAt().isEmpty() == broken)
         std::abort();
     GetCodePreNext(text, input.ConsumeBool(), input.ConsumeIntegralInRange(-1, 12));
     write(emptyLibrary());
@@ -193,8 +195,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     else
         damage(input);
     walkLibrary(filePath());
-    walkRations(filePath(), QStringLiteral("A1-1"));
-    QFile::remove(filePath() + QLatin1String("-journal"));
-    QFile::remove(joinPath(folder(), QStringLiteral("Error.log")));
+    walkRations(filePath(), u"A1-1"_s);
+    QFile::remove(filePath() + u"-journal"_s);
+    QFile::remove(joinPath(folder(), u"Error.log"_s));
     return 0;
 }

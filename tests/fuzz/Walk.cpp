@@ -13,6 +13,8 @@
 #include "ration_browser/RationTree.h"
 #include "storage/LibraryConnection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype mostChapters = 6;
@@ -34,20 +36,17 @@ struct Panes {
         };
         bills.selectedChapter = [this] { return KeyedTree::tag(chapters.tvSYB()->selectedNode()); };
         bills.deselectChapter = [this] { chapters.tvSYB()->selectNode(nullptr); };
-        bills.queryText = [] { return QStringLiteral("0"); };
+        bills.queryText = [] { return u"0"_s; };
         bills.billChanged = [this](qint64 id) {
             contents.LoadBillContent(id);
             features.LoadBillSpec(id);
         };
-        const auto currentId = [this] {
-            return bills.grdBillList()->value(bills.grdBillList()->row(), QStringLiteral("id"));
-        };
+        const auto currentId = [this] { return bills.grdBillList()->value(bills.grdBillList()->row(), u"id"_s); };
         features.currentBillId = currentId;
         contents.currentBill = [this, currentId] {
-            return CurrentBill{currentId(),
-                               bills.grdBillList()->text(bills.grdBillList()->row(), QStringLiteral("Code"))};
+            return CurrentBill{currentId(), bills.grdBillList()->text(bills.grdBillList()->row(), u"Code"_s)};
         };
-        contents.DekID = QStringLiteral("GD2018ZHDE01");
+        contents.DekID = u"GD2018ZHDE01"_s;
     }
 
     void setConnection(Connection* connection) {

@@ -9,10 +9,12 @@
 #include "tests/gui/RandomUser.h"
 #include "tests/support/ModalAnswers.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString idKey = QStringLiteral("id");
-const QString codeKey = QStringLiteral("Code");
+const QString idKey = u"id"_s;
+const QString codeKey = u"Code"_s;
 
 QStringList idsOf(const Rows& bills) {
     QStringList ids;
@@ -29,9 +31,8 @@ void RandomUser::clickBill() {
         return;
     const int row = upTo(bills->rowCount());
     const bool right = chance(15);
-    say(QStringLiteral("%1click bill row %2").arg(right ? QStringLiteral("right-") : QString()).arg(row));
-    m_driver.click(bills, row, oneOf({QStringLiteral("CodePreFix"), codeKey, QStringLiteral("Name")}),
-                   right ? Qt::RightButton : Qt::LeftButton);
+    say(u"%1click bill row %2"_s.arg(right ? u"right-"_s : QString()).arg(row));
+    m_driver.click(bills, row, oneOf({u"CodePreFix"_s, codeKey, u"Name"_s}), right ? Qt::RightButton : Qt::LeftButton);
     EXPECT_EQ(bills->row(), row);
     EXPECT_EQ(m_driver.closeMenu(), right);
 }
@@ -46,17 +47,16 @@ void RandomUser::editBill() {
     if (!bills->hasRows())
         return;
     const int row = upTo(bills->rowCount());
-    const QString key = oneOf({QStringLiteral("CodePreFix"), QStringLiteral("Name"), QStringLiteral("Name"),
-                               QStringLiteral("Unit"), codeKey});
+    const QString key = oneOf({u"CodePreFix"_s, u"Name"_s, u"Name"_s, u"Unit"_s, codeKey});
     const QString text = anyText();
     const int end = oneOf<int>({Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape});
-    say(QStringLiteral("edit %1 of bill row %2 to \"%3\"").arg(key).arg(row).arg(text));
+    say(u"edit %1 of bill row %2 to \"%3\""_s.arg(key).arg(row).arg(text));
     const bool editable = m_driver.edit(bills, row, key, text, end);
     EXPECT_EQ(editable, key != codeKey);
     // Tab goes on to the next cell.
-    if (QWidget* next = bills->findChild<QWidget*>(QStringLiteral("cellEditor")))
+    if (QWidget* next = bills->findChild<QWidget*>(u"cellEditor"_s))
         m_driver.key(next, Qt::Key_Escape);
-    if (editable && end != Qt::Key_Escape && text.contains(QLatin1Char('\'')))
+    if (editable && end != Qt::Key_Escape && text.contains(u'\''))
         expectError("ModDBOperator.ExecuteDDL");
 }
 
@@ -78,10 +78,10 @@ void RandomUser::shiftBills(int first, bool forward) {
 void RandomUser::addBill() {
     KeyedGrid* bills = m_driver.bills();
     const int row = bills->row();
-    const QString base = bills->hasRows() ? bills->text(row, codeKey) : m_driver.chapter() + QLatin1String("000");
-    say(QStringLiteral("add a bill behind ") + base);
+    const QString base = bills->hasRows() ? bills->text(row, codeKey) : m_driver.chapter() + u"000"_s;
+    say(u"add a bill behind "_s + base);
     const bool enabled = m_driver.isEnabled(2, 200);
-    EXPECT_EQ(enabled, bills->tag() == QLatin1String("0") && m_driver.chapter().size() == 6);
+    EXPECT_EQ(enabled, bills->tag() == u"0"_s && m_driver.chapter().size() == 6);
     m_driver.run(2, 200);
     if (!enabled || failed())
         return;
@@ -98,7 +98,7 @@ void RandomUser::addBill() {
 void RandomUser::deleteBill() {
     KeyedGrid* bills = m_driver.bills();
     const int row = bills->row();
-    say(QStringLiteral("delete bill row %1").arg(row));
+    say(u"delete bill row %1"_s.arg(row));
     if (row < 0) {
         EXPECT_FALSE(m_driver.isEnabled(2, 201));
         m_driver.run(2, 201);
@@ -106,14 +106,13 @@ void RandomUser::deleteBill() {
     }
     const bool yes = chance(80);
     m_answers->press(yes ? QMessageBox::Yes : QMessageBox::No);
-    m_expected << QStringLiteral("清单库编辑器: 确认删除清单 %1 %2 ？")
-                      .arg(bills->text(row, codeKey), bills->text(row, QStringLiteral("Name")));
+    m_expected << u"清单库编辑器: 确认删除清单 %1 %2 ？"_s.arg(bills->text(row, codeKey), bills->text(row, u"Name"_s));
     const QString id = bills->text(row, idKey);
     m_driver.run(2, 201);
     if (!yes || failed())
         return;
     m_codes.deleteBill(id);
-    const bool steppedElsewhere = bills->tag() == QLatin1String("1") && row + 1 < m_comparison.last().bills.size();
+    const bool steppedElsewhere = bills->tag() == u"1"_s && row + 1 < m_comparison.last().bills.size();
     if (steppedElsewhere && !m_prescribed.bills)
         m_prescribed.bills = idsOf(m_comparison.last().bills);
     shiftBills(row + 1, false);
@@ -127,9 +126,9 @@ void RandomUser::moveBill() {
     const int row = bills->row();
     const bool up = chance(50);
     const int other = up ? row - 1 : row + 1;
-    say(QStringLiteral("move bill row %1 to %2").arg(row).arg(other));
+    say(u"move bill row %1 to %2"_s.arg(row).arg(other));
     const bool enabled = m_driver.isEnabled(2, up ? 104 : 105);
-    EXPECT_EQ(enabled, bills->tag() == QLatin1String("0") && row >= 0 && other >= 0 && other < bills->rowCount());
+    EXPECT_EQ(enabled, bills->tag() == u"0"_s && row >= 0 && other >= 0 && other < bills->rowCount());
     m_driver.run(2, up ? 104 : 105);
     if (!enabled || failed())
         return;
@@ -143,10 +142,8 @@ void RandomUser::moveBill() {
 }
 
 void RandomUser::query() {
-    const QString text =
-        oneOf({QStringLiteral(""), QStringLiteral("0101"), QStringLiteral("01"), QStringLiteral("1"),
-               QStringLiteral("002"), QStringLiteral("0_0%1"), QStringLiteral("'"), QStringLiteral("zz")});
-    say(QStringLiteral("search for \"%1\"").arg(text));
+    const QString text = oneOf({u""_s, u"0101"_s, u"01"_s, u"1"_s, u"002"_s, u"0_0%1"_s, u"'"_s, u"zz"_s});
+    say(u"search for \"%1\""_s.arg(text));
     m_driver.typeQuery(text);
     m_prescribed.listLoaded();
     m_query = text;
@@ -154,6 +151,6 @@ void RandomUser::query() {
         m_driver.key(m_driver.search(), Qt::Key_Return);
     else
         m_driver.run(2, 202);
-    EXPECT_EQ(m_driver.bills()->tag(), QStringLiteral("1"));
+    EXPECT_EQ(m_driver.bills()->tag(), u"1"_s);
     EXPECT_FALSE(m_driver.tree()->selectedNode());
 }

@@ -4,9 +4,11 @@
 
 #include "tests/gui/RandomUser.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-bool broken(const QString& text) { return text.contains(QLatin1Char('\'')); }
+bool broken(const QString& text) { return text.contains(u'\''); }
 
 }  // namespace
 
@@ -17,7 +19,7 @@ void RandomUser::typeIntoBox() {
     const QString typed = anyText();
     enum Way { Tab, Command, Nothing };
     const Way way = oneOf({Tab, Tab, Command, Nothing});
-    say(QStringLiteral("type \"%1\" into %2").arg(typed, box->objectName()));
+    say(u"type \"%1\" into %2"_s.arg(typed, box->objectName()));
     if (way == Nothing) {
         m_driver.showPage(box);
         box->setFocus();

@@ -10,6 +10,8 @@
 #include "ration_browser/frmDekBrowser.h"
 #include "tests/gui/RandomUser.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace ContentCell;
 
 /// Chooses a library now and then, and a chapter.
@@ -19,7 +21,7 @@ void RandomUser::chooseInBrowser(frmDekBrowser* browser) {
         m_driver.key(browser->cboDek(), oneOf({Qt::Key_Up, Qt::Key_Down}));
         const QString path = m_rations.library(browser->cboDek()->currentData().toString()).browserPath;
         if (browser->cboDek()->currentIndex() != before && !QFile::exists(path))
-            m_expected << QStringLiteral("提示: ") + path + QStringLiteral(" 文件不存在!");
+            m_expected << u"提示: "_s + path + u" 文件不存在!"_s;
     }
     const KeyedTree* tree = browser->tvRationContent();
     const QList<KeyedTree::Node*> nodes = tree->nodes();
@@ -34,10 +36,10 @@ void RandomUser::useBrowser() {
     auto* browser = frmDekBrowser::shared(m_driver.window());
     if (chance(60) && goToRation()) {
         const QString library = contentLine()[DekName];
-        say(QStringLiteral("browse rations of ") + library);
+        say(u"browse rations of "_s + library);
         m_driver.showPage(m_driver.contents());
         m_driver.contents()->setFocus();
-        m_driver.contents()->setCell(m_driver.contents()->row(), QStringLiteral("cont"));
+        m_driver.contents()->setCell(m_driver.contents()->row(), u"cont"_s);
         m_driver.key(m_driver.contents(), Qt::Key_F4);
         EXPECT_EQ(browser->isVisible(), browser->isVisible() || !m_prescribed.detailsLocked);
         if (m_prescribed.detailsLocked)
@@ -45,7 +47,7 @@ void RandomUser::useBrowser() {
         EXPECT_EQ(browser->DekID(), library);
         const QString path = m_rations.library(browser->cboDek()->currentData().toString()).browserPath;
         if (!QFile::exists(path))
-            m_expected << QStringLiteral("提示: ") + path + QStringLiteral(" 文件不存在!");
+            m_expected << u"提示: "_s + path + u" 文件不存在!"_s;
     }
     if (!browser->isVisible())
         return;
@@ -63,12 +65,11 @@ void RandomUser::useBrowser() {
     }
     const int row = upTo(list->rowCount());
     list->setRow(row);
-    const QString code = list->text(row, QStringLiteral("DEH"));
+    const QString code = list->text(row, u"DEH"_s);
     const QString library = browser->cboDek()->currentData().toString();
     const bool acts = browser->ParetnForm() == m_driver.editor() && !m_prescribed.detailsLocked &&
                       (way == Replace ? level == 2 : level > 0);
-    say(QStringLiteral("%1 ration %2 of %3 from the browser")
-            .arg(way == Replace ? QStringLiteral("replace by") : QStringLiteral("insert"), code, library));
+    say(u"%1 ration %2 of %3 from the browser"_s.arg(way == Replace ? u"replace by"_s : u"insert"_s, code, library));
     if (way == DoubleClick) {
         const QRect cell = list->visualRect(list->currentIndex());
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, cell.center());
@@ -87,7 +88,7 @@ void RandomUser::useBrowser() {
         return;
     }
     const QStringList line = contentLine();
-    EXPECT_EQ(line[Level], QStringLiteral("2"));
+    EXPECT_EQ(line[Level], u"2"_s);
     // A row that was written has its id by now; only one that was not is still blank.
     if (failed() || line[ContDeID].isEmpty()) {
         if (cannotBeWritten(line, code, library))

@@ -13,9 +13,11 @@
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/Typing.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-QString chapterLine(const QString& code, const QString& name) { return code + QLatin1Char(' ') + name; }
+QString chapterLine(const QString& code, const QString& name) { return code + u' ' + name; }
 
 qsizetype endOfSubtree(const Rows& tree, qsizetype row) {
     const int depth = tree[row][0].toInt();
@@ -25,7 +27,7 @@ qsizetype endOfSubtree(const Rows& tree, qsizetype row) {
     return row;
 }
 
-bool broken(const QString& text) { return text.contains(QLatin1Char('\'')); }
+bool broken(const QString& text) { return text.contains(u'\''); }
 
 }  // namespace
 
@@ -37,7 +39,7 @@ void RandomUser::clickChapter() {
     // Most often one that has bills.
     for (int tries = 0; tries < 4 && KeyedTree::tag(node).size() != 6; ++tries)
         node = nodes[upTo(static_cast<int>(nodes.size()))];
-    say(QStringLiteral("click chapter ") + node->text(0));
+    say(u"click chapter "_s + node->text(0));
     const QString code = KeyedTree::tag(node);
     m_driver.click(node);
     EXPECT_EQ(m_driver.chapter(), code);
@@ -52,14 +54,14 @@ void RandomUser::walkTree() {
 QString RandomUser::answerNameDialog(const QString& caption, const QString& preset) {
     enum Way { Enter, Button, Cancel, Escape, CloseBox, OnlyBlanks };
     const Way way = oneOf({Enter, Enter, Enter, Enter, Button, Button, Cancel, Escape, CloseBox, OnlyBlanks});
-    const QString typed = way == OnlyBlanks ? QStringLiteral("   ") : anyText();
+    const QString typed = way == OnlyBlanks ? u"   "_s : anyText();
     const QString name = trimBlanks(typed);
     const bool refused = (way == Enter || way == Button || way == OnlyBlanks) && name.isEmpty();
     m_expected << caption;
     m_answers->then([=](QWidget* dialog) {
-        auto* box = dialog->findChild<QLineEdit*>(QStringLiteral("txtContent"));
-        auto* ok = dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"));
-        auto* cancel = dialog->findChild<QPushButton*>(QStringLiteral("cmdCancel"));
+        auto* box = dialog->findChild<QLineEdit*>(u"txtContent"_s);
+        auto* ok = dialog->findChild<QPushButton*>(u"cmdOK"_s);
+        auto* cancel = dialog->findChild<QPushButton*>(u"cmdCancel"_s);
         ASSERT_TRUE(box && ok && cancel);
         EXPECT_EQ(dialog->windowTitle(), caption);
         EXPECT_EQ(box->text(), preset);
@@ -82,7 +84,7 @@ QString RandomUser::answerNameDialog(const QString& caption, const QString& pres
     });
     if (refused) {
         m_answers->press(QMessageBox::Ok);
-        m_expected << QStringLiteral("提示: 目录名不能不空！");
+        m_expected << u"提示: 目录名不能不空！"_s;
     }
     if (way == CloseBox)
         return preset;
@@ -116,13 +118,13 @@ void RandomUser::addChapter() {
     // Behind a code that has overflowed there is no next one.
     if (lastCode.size() % 2 == 1)
         return;
-    say(QStringLiteral("add a chapter behind ") + lastCode);
+    say(u"add a chapter behind "_s + lastCode);
     if (!m_driver.isEnabled(1, 100)) {
         m_driver.run(1, 100);
         return;
     }
-    const QString name = answerNameDialog(QStringLiteral("添加清单目录"), {});
-    const QString code = last ? neighbourCode(lastCode, static_cast<int>(lastCode.size()), true) : QStringLiteral("01");
+    const QString name = answerNameDialog(u"添加清单目录"_s, {});
+    const QString code = last ? neighbourCode(lastCode, static_cast<int>(lastCode.size()), true) : u"01"_s;
     const bool exists = inFile(sql("SELECT ID FROM tblSYB WHERE Code='", code, "'"));
     const Rows before = m_prescribed.tree.value_or(rowsOf(tree));
     const qsizetype at = last ? endOfSubtree(before, tree->nodes().indexOf(const_cast<KeyedTree::Node*>(last))) : 0;
@@ -135,7 +137,7 @@ void RandomUser::addChapter() {
     if (lost)
         expectError("frmEditor.mnuAddContent_Click");
     else if (exists)
-        m_expected << QStringLiteral("提示: 目录编号已经存在!");
+        m_expected << u"提示: 目录编号已经存在!"_s;
     else if (broken(name))
         expectError("frmEditor.AddBillSYB");
     else if (!failed())
@@ -145,17 +147,16 @@ void RandomUser::addChapter() {
 void RandomUser::addSubChapter() {
     const KeyedTree::Node* parent = m_driver.tree()->selectedNode();
     const QString parentCode = KeyedTree::tag(parent);
-    say(QStringLiteral("add a chapter below ") + parentCode);
+    say(u"add a chapter below "_s + parentCode);
     if (!m_driver.isEnabled(1, 101)) {
         EXPECT_TRUE(!parent || parentCode.size() >= 6);
         m_driver.run(1, 101);
         return;
     }
-    const QString name = answerNameDialog(QStringLiteral("添加清单子目录"), {});
+    const QString name = answerNameDialog(u"添加清单子目录"_s, {});
     const int children = parent->childCount();
     const QString last = children > 0 ? KeyedTree::tag(parent->child(children - 1)) : QString();
-    const QString code =
-        children > 0 ? neighbourCode(last, static_cast<int>(last.size()), true) : parentCode + QLatin1String("01");
+    const QString code = children > 0 ? neighbourCode(last, static_cast<int>(last.size()), true) : parentCode + u"01"_s;
     const bool none = last.size() % 2 == 1;
     const bool exists = inFile(sql("SELECT ID FROM tblSYB WHERE Code='", code, "'"));
     const Rows before = m_prescribed.tree.value_or(rowsOf(m_driver.tree()));
@@ -164,7 +165,7 @@ void RandomUser::addSubChapter() {
     if (name.isEmpty() || none)
         return;
     if (exists)
-        m_expected << QStringLiteral("提示: 目录编号已经存在!");
+        m_expected << u"提示: 目录编号已经存在!"_s;
     else if (broken(name))
         expectError("frmEditor.AddBillSYB");
     else if (!failed())
@@ -174,14 +175,14 @@ void RandomUser::addSubChapter() {
 
 void RandomUser::renameChapter() {
     const KeyedTree::Node* node = m_driver.tree()->selectedNode();
-    say(QStringLiteral("rename chapter ") + m_driver.chapter());
+    say(u"rename chapter "_s + m_driver.chapter());
     if (!node) {
         EXPECT_FALSE(m_driver.isEnabled(1, 102));
         m_driver.run(1, 102);
         return;
     }
     const QString code = m_driver.chapter();
-    const QString name = answerNameDialog(QStringLiteral("修改清单目录"), node->text(0).mid(code.size() + 1));
+    const QString name = answerNameDialog(u"修改清单目录"_s, node->text(0).mid(code.size() + 1));
     const qsizetype row = selectedTreeRow();
     m_driver.run(1, 102);
     if (name.isEmpty())
@@ -194,7 +195,7 @@ void RandomUser::renameChapter() {
 
 void RandomUser::deleteChapter() {
     const KeyedTree::Node* node = m_driver.tree()->selectedNode();
-    say(QStringLiteral("delete chapter ") + m_driver.chapter());
+    say(u"delete chapter "_s + m_driver.chapter());
     if (!node) {
         EXPECT_FALSE(m_driver.isEnabled(1, 103));
         m_driver.run(1, 103);
@@ -202,7 +203,7 @@ void RandomUser::deleteChapter() {
     }
     const bool yes = chance(80);
     m_answers->press(yes ? QMessageBox::Yes : QMessageBox::No);
-    m_expected << QStringLiteral("提示: 确实要删除 ") + node->text(0) + QStringLiteral(" 吗?");
+    m_expected << u"提示: 确实要删除 "_s + node->text(0) + u" 吗?"_s;
     const QString code = m_driver.chapter();
     KeyedTree* tree = m_driver.tree();
     const KeyedTree::Node* next = tree->nextSibling(node);
@@ -226,8 +227,8 @@ void RandomUser::deleteChapter() {
     if (m_prescribed.tree)
         m_prescribed.tree->remove(row, endOfSubtree(before, row) - row);
     m_prescribed.detailsLocked =
-        m_prescribed.detailsLocked || (m_prescribed.detailsOf != QLatin1String("0") &&
-                                       !inFile(sql("SELECT ID FROM tblBill WHERE ID=", m_prescribed.detailsOf)));
+        m_prescribed.detailsLocked ||
+        (m_prescribed.detailsOf != u"0"_s && !inFile(sql("SELECT ID FROM tblBill WHERE ID=", m_prescribed.detailsOf)));
 }
 
 void RandomUser::moveChapter() {
@@ -238,7 +239,7 @@ void RandomUser::moveChapter() {
     const KeyedTree::Node* sibling = !node ? nullptr : up ? tree->previousSibling(node) : tree->nextSibling(node);
     const QString code = m_driver.chapter();
     const QString other = KeyedTree::tag(sibling);
-    say(QStringLiteral("swap chapters %1 and %2").arg(code, other));
+    say(u"swap chapters %1 and %2"_s.arg(code, other));
     EXPECT_EQ(m_driver.isEnabled(1, id), sibling != nullptr);
     m_driver.run(1, id);
     // Codes of different length, one of which has overflowed, cannot change places.
@@ -265,7 +266,7 @@ void RandomUser::moveChapter() {
 
 void RandomUser::openOrCloseNodes() {
     const int id = oneOf({106, 107, 108, 108, 109});
-    say(QStringLiteral("tree command %1").arg(id));
+    say(u"tree command %1"_s.arg(id));
     m_driver.run(1, id);
     if (id == 109 && m_driver.tree()->nodeCount() > 0) {
         EXPECT_EQ(m_driver.tree()->selectedNode(), m_driver.tree()->firstNode());

@@ -5,7 +5,7 @@
 #include "tests/support/TemporaryLibrary.h"
 
 QString neighbourCode(const QString& code, int length, bool forward) {
-    QString digits = code.left(length).rightJustified(length, QLatin1Char('0'));
+    QString digits = code.left(length).rightJustified(length, u'0');
     const QChar last = QLatin1Char(forward ? '9' : '0');
     const QChar first = QLatin1Char(forward ? '0' : '9');
     int at = static_cast<int>(digits.size()) - 1;
@@ -14,9 +14,9 @@ QString neighbourCode(const QString& code, int length, bool forward) {
     if (at >= 0)
         digits[at] = QChar(digits[at].unicode() + (forward ? 1 : -1));
     else if (forward)
-        digits.prepend(QLatin1Char('1'));
+        digits.prepend(u'1');
     else
-        digits.fill(QLatin1Char('0'));
+        digits.fill(u'0');
     return digits + code.mid(length);
 }
 
@@ -34,7 +34,7 @@ CodeModel::Library CodeModel::inFile() const {
                                           "SELECT 'b', ID, IFNULL(Code,''), '' FROM tblBill UNION ALL "
                                           "SELECT 'c', ID, IFNULL(Code,''), BillID FROM tblCont UNION ALL "
                                           "SELECT 'p', ID, IFNULL(Code,''), BillID FROM tblParm")) {
-        const QStringList cells = line.split(QLatin1Char('|'));
+        const QStringList cells = line.split(u'|');
         all.insert(cells[0] + cells[1], {cells[0][0].toLatin1(), cells[2], cells[3]});
     }
     return all;
@@ -54,21 +54,20 @@ void CodeModel::deleteChapter(const QString& code) {
 }
 
 void CodeModel::deleteBill(const QString& id) {
-    m_rows.removeIf([&](const std::pair<const QString&, Row&>& row) {
-        return row.second.bill == id || row.first == QLatin1Char('b') + id;
-    });
+    m_rows.removeIf(
+        [&](const std::pair<const QString&, Row&>& row) { return row.second.bill == id || row.first == u'b' + id; });
 }
 
 void CodeModel::recodeBill(const QString& id, const QString& code, bool parametersToo) {
     for (auto row = m_rows.begin(); row != m_rows.end(); ++row) {
         const bool ofBill = row->bill == id && (row->kind == 'c' || parametersToo);
-        if (ofBill || row.key() == QLatin1Char('b') + id)
+        if (ofBill || row.key() == u'b' + id)
             row->code = code;
     }
 }
 
 void CodeModel::swapChapters(const QString& a, const QString& b) {
-    const QString scratch(b.size(), QLatin1Char('0'));
+    const QString scratch(b.size(), u'0');
     for (Row& row : m_rows) {
         const QString rest = row.code.mid(b.size());
         if (row.kind == 'p')

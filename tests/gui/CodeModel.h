@@ -23,7 +23,7 @@ public:
 
     void deleteChapter(const QString& code);
     void deleteBill(const QString& id);
-    void deleteContent(const QString& id) { m_rows.remove(QLatin1Char('c') + id); }
+    void deleteContent(const QString& id) { m_rows.remove(u'c' + id); }
 
     /// Gives a bill and its contents another code; its parameters only when the bill is moved by the user.
     void recodeBill(const QString& id, const QString& code, bool parametersToo);

@@ -13,6 +13,8 @@
 #include "editor/contents/ContentPane.h"
 #include "tests/support/ModalAnswers.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 KeyedGrid* billsOf(const frmEditor& editor) { return editor.billPane()->grdBillList(); }
@@ -29,7 +31,7 @@ Rows withoutOrderOfEqualCodes(Rows rows) {
     return rows;
 }
 
-QString lines(QString text) { return text.replace(QLatin1String("\r\n"), QLatin1String("\n")); }
+QString lines(QString text) { return text.replace(u"\r\n"_s, u"\n"_s); }
 
 }  // namespace
 
@@ -62,7 +64,7 @@ void Comparison::check(const QString& query) {
         EXPECT_FALSE(grid->isEditing()) << qPrintable(grid->objectName());
         EXPECT_TRUE(grid->updatesEnabled()) << qPrintable(grid->objectName());
     }
-    EXPECT_FALSE(QFile::exists(m_driver.path() + QStringLiteral("-journal"))) << "something is uncommitted";
+    EXPECT_FALSE(QFile::exists(m_driver.path() + u"-journal"_s)) << "something is uncommitted";
     m_last = shown;
 }
 
@@ -78,10 +80,10 @@ void Comparison::compareBills(const Snapshot& shown, const QString& query) {
     bills->clearList();
     m_fresh->contentPane()->cboProfession()->setCurrentIndex(m_driver.profession()->currentIndex());
     const QString chapter = m_driver.chapter();
-    if (m_driver.bills()->tag() == QLatin1String("1")) {
-        m_fresh->findChild<QLineEdit*>(QStringLiteral("CommandBars2.203"))->setText(query);
+    if (m_driver.bills()->tag() == u"1"_s) {
+        m_fresh->findChild<QLineEdit*>(u"CommandBars2.203"_s)->setText(query);
         m_fresh->commandBars(2)->execute(202);
-    } else if (KeyedTree::Node* node = m_fresh->chapterPane()->tvSYB()->node(QLatin1Char('K') + chapter)) {
+    } else if (KeyedTree::Node* node = m_fresh->chapterPane()->tvSYB()->node(u'K' + chapter)) {
         m_fresh->chapterPane()->tvSYB_NodeClick(node);
     } else if (chapter.size() == 6) {
         bills->LoadBill(chapter);
@@ -101,7 +103,7 @@ void Comparison::compareBills(const Snapshot& shown, const QString& query) {
 void Comparison::showBill(const QString& id) {
     KeyedGrid* bills = billsOf(*m_fresh);
     int row = bills->rowCount() - 1;
-    while (row >= 0 && bills->text(row, QStringLiteral("id")) != id)
+    while (row >= 0 && bills->text(row, u"id"_s) != id)
         --row;
     if (row >= 0 && m_driver.bills()->hasRows()) {
         bills->setRow(row);
@@ -114,9 +116,9 @@ void Comparison::showBill(const QString& id) {
 
 void Comparison::compareDetails(Snapshot shown) {
     const int row = m_driver.bills()->row();
-    const bool listsBills = m_driver.bills()->tag() == QLatin1String("1") || m_driver.chapter().size() == 6;
+    const bool listsBills = m_driver.bills()->tag() == u"1"_s || m_driver.chapter().size() == 6;
     if (row >= 0 || listsBills) {
-        EXPECT_EQ(m_prescribed.detailsOf, row < 0 ? QStringLiteral("0") : shown.bills[row][BillCell::Id]);
+        EXPECT_EQ(m_prescribed.detailsOf, row < 0 ? u"0"_s : shown.bills[row][BillCell::Id]);
     }
     showBill(m_prescribed.detailsOf);
     Snapshot expected = snapshotOf(*m_fresh);

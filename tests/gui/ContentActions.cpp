@@ -10,12 +10,14 @@
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace ContentCell;
 
 namespace {
 
-const QString contKey = QStringLiteral("cont");
-const QString dekKey = QStringLiteral("dekName");
+const QString contKey = u"cont"_s;
+const QString dekKey = u"dekName"_s;
 
 bool same(const QString& a, const QString& b) { return trimBlanks(a).toLower() == trimBlanks(b).toLower(); }
 
@@ -40,8 +42,8 @@ void RandomUser::walkContents() {
     }
     const QList<int> rows = visibleContentRows(0);
     const int row = rows[upTo(static_cast<int>(rows.size()))];
-    say(QStringLiteral("click content row %1").arg(row));
-    m_driver.click(grid, row, oneOf({contKey, QStringLiteral("Unit"), dekKey}));
+    say(u"click content row %1"_s.arg(row));
+    m_driver.click(grid, row, oneOf({contKey, u"Unit"_s, dekKey}));
     EXPECT_EQ(grid->row(), row);
 }
 
@@ -65,7 +67,7 @@ bool RandomUser::goToRation() {
 void RandomUser::addContent() {
     const KeyedGrid* bills = m_driver.bills();
     const int row = bills->row();
-    say(QStringLiteral("add a content"));
+    say(u"add a content"_s);
     const bool enabled = m_driver.isEnabled(2, 400);
     EXPECT_EQ(enabled, row >= 0);
     m_driver.run(2, 400);
@@ -75,12 +77,12 @@ void RandomUser::addContent() {
     if (failed())
         expectHalfDone();
     else
-        m_codes.addContent(bills->text(row, QStringLiteral("id")), bills->text(row, QStringLiteral("Code")));
+        m_codes.addContent(bills->text(row, u"id"_s), bills->text(row, u"Code"_s));
 }
 
 void RandomUser::addSubContent() {
     const int level = contentLevel();
-    say(QStringLiteral("add a second-level content on level %1").arg(level));
+    say(u"add a second-level content on level %1"_s.arg(level));
     EXPECT_EQ(m_driver.isEnabled(2, 401), (level == 0 || level == 1) && !m_prescribed.detailsLocked);
     m_driver.run(2, 401);
     if (failed())
@@ -89,7 +91,7 @@ void RandomUser::addSubContent() {
 
 void RandomUser::addRation() {
     const int level = contentLevel();
-    say(QStringLiteral("add a ration on level %1").arg(level));
+    say(u"add a ration on level %1"_s.arg(level));
     EXPECT_EQ(m_driver.isEnabled(2, 402), level > 0 && !m_prescribed.detailsLocked);
     m_driver.run(2, 402);
     if (level > 0 && !m_prescribed.detailsLocked) {
@@ -99,7 +101,7 @@ void RandomUser::addRation() {
 
 void RandomUser::deleteContentRow() {
     const int level = contentLevel();
-    say(QStringLiteral("delete content row %1 of level %2").arg(m_driver.contents()->row()).arg(level));
+    say(u"delete content row %1 of level %2"_s.arg(m_driver.contents()->row()).arg(level));
     const bool enabled = m_driver.isEnabled(2, 403);
     EXPECT_EQ(enabled, level >= 0 && !m_prescribed.detailsLocked);
     if (!enabled) {
@@ -111,9 +113,8 @@ void RandomUser::deleteContentRow() {
     const QStringList line = before[row];
     const bool yes = chance(80);
     m_answers->press(yes ? QMessageBox::Yes : QMessageBox::No);
-    m_expected << (level == 2 ? QStringLiteral("清单库编辑器: 确认删除定额 ")
-                              : QStringLiteral("清单库编辑器: 确认删工作内容指引 ")) +
-                      line[Cont] + QStringLiteral(" ？");
+    m_expected << (level == 2 ? u"清单库编辑器: 确认删除定额 "_s : u"清单库编辑器: 确认删工作内容指引 "_s) +
+                      line[Cont] + u" ？"_s;
     const SqlText itsRows =
         sql("SELECT ID FROM tblContDe WHERE contID='", line[ContID], "' AND subNum='", line[SubNum], "'");
     const bool hadRows = inFile(itsRows);
@@ -149,10 +150,10 @@ void RandomUser::renameContent() {
     if (level != 0 && level != 1)
         return;
     const QStringList line = contentLine();
-    const QString text = chance(20) ? QStringLiteral(" ") + line[Cont].toUpper() + QLatin1Char(' ') : anyText();
+    const QString text = chance(20) ? u" "_s + line[Cont].toUpper() + u' ' : anyText();
     const int end = oneOf<int>({Qt::Key_Return, Qt::Key_Return, Qt::Key_Escape});
     const int row = m_driver.contents()->row();
-    say(QStringLiteral("rename content row %1 to \"%2\"").arg(row).arg(text));
+    say(u"rename content row %1 to \"%2\""_s.arg(row).arg(text));
     const bool editable = m_driver.edit(m_driver.contents(), row, contKey, text, end);
     EXPECT_EQ(editable, !m_prescribed.detailsLocked);
     if (!editable || end == Qt::Key_Escape)
@@ -162,7 +163,7 @@ void RandomUser::renameContent() {
         // The next ration below a second-level content would carry what the cell shows into the file.
         if (level == 1)
             m_after = After::Relist;
-    } else if (text.contains(QLatin1Char('\''))) {
+    } else if (text.contains(u'\'')) {
         expectError("ModDBOperator.ExecuteDDL");
     } else if (!failed()) {
         m_prescribed.onlyCaseChanged.remove(Prescribed::nodeKey(line));
@@ -171,7 +172,7 @@ void RandomUser::renameContent() {
 
 /// Whether the ration, or the second-level content that a new row repeats, holds an apostrophe.
 bool RandomUser::cannotBeWritten(const QStringList& line, const QString& code, const QString& library) const {
-    const QChar apostrophe = QLatin1Char('\'');
+    const QChar apostrophe = u'\'';
     if (m_rations.library(library).names.value(code.toUpper()).contains(apostrophe))
         return true;
     const Rows rows = rowsOf(m_driver.contents());
@@ -188,7 +189,7 @@ void RandomUser::rationWritten(const QString& contDeID) {
     m_prescribed.libraryChosen.remove(contDeID);
     m_prescribed.codeKept.remove(contDeID);
     m_prescribed.codeAsItCame.remove(contDeID);
-    m_prescribed.onlyCaseChanged.remove(QLatin1Char('r') + contDeID);
+    m_prescribed.onlyCaseChanged.remove(u'r' + contDeID);
 }
 
 void RandomUser::typeCode() {
@@ -196,14 +197,14 @@ void RandomUser::typeCode() {
         return;
     const QStringList line = contentLine();
     const QStringList codes = m_rations.library(line[DekName]).codes;
-    QString code = oneOf({QStringLiteral("zz"), QStringLiteral(" A1-1 "), QString(), QStringLiteral("a'"), line[Cont]});
+    QString code = oneOf({u"zz"_s, u" A1-1 "_s, QString(), u"a'"_s, line[Cont]});
     if (!codes.isEmpty() && chance(80))
         code = codes[upTo(static_cast<int>(codes.size()))];
     if (chance(40))
         code = code.toLower();
     const QString capital = trimBlanks(code).toUpper();
     const int row = m_driver.contents()->row();
-    say(QStringLiteral("type the code \"%1\" into content row %2 of library %3").arg(code).arg(row).arg(line[DekName]));
+    say(u"type the code \"%1\" into content row %2 of library %3"_s.arg(code).arg(row).arg(line[DekName]));
     const bool broken = cannotBeWritten(line, capital, line[DekName]);
     const bool editable = m_driver.edit(m_driver.contents(), row, contKey, code);
     EXPECT_EQ(editable, !m_prescribed.detailsLocked);
@@ -214,14 +215,14 @@ void RandomUser::typeCode() {
             m_prescribed.onlyCaseChanged[Prescribed::nodeKey(line)] = code;
         return;
     }
-    if (capital.contains(QLatin1Char('\'')) && m_rations.library(line[DekName]).codes.size() > 0)
+    if (capital.contains(u'\'') && m_rations.library(line[DekName]).codes.size() > 0)
         expectError("frmEditor.GetDeData");
     const QString rejection = m_rations.rejection(capital, line[DekName]);
     if (!rejection.isEmpty()) {
         // The code can be typed again.
         m_expected << rejection;
         EXPECT_TRUE(m_driver.contents()->isEditing());
-        if (auto* box = m_driver.contents()->findChild<QWidget*>(QStringLiteral("cellEditor")))
+        if (auto* box = m_driver.contents()->findChild<QWidget*>(u"cellEditor"_s))
             m_driver.key(box, Qt::Key_Escape);
         return;
     }
@@ -241,7 +242,7 @@ void RandomUser::chooseLibrary() {
     const QStringList ids = m_rations.ids();
     const QString library = ids[upTo(static_cast<int>(ids.size()))];
     const QString id = contentLine()[ContDeID];
-    say(QStringLiteral("choose library %1 in content row %2").arg(library).arg(m_driver.contents()->row()));
+    say(u"choose library %1 in content row %2"_s.arg(library).arg(m_driver.contents()->row()));
     const bool editable = m_driver.choose(m_driver.contents(), m_driver.contents()->row(), dekKey, library);
     EXPECT_EQ(editable, !m_prescribed.detailsLocked);
     if (editable && !id.isEmpty())
@@ -254,7 +255,7 @@ void RandomUser::changeProfession() {
     m_driver.showPage(combo);
     combo->setFocus();
     m_driver.key(combo, chance(35) ? Qt::Key_Home : oneOf({Qt::Key_Up, Qt::Key_Down}));
-    say(QStringLiteral("choose profession %1").arg(combo->currentText()));
+    say(u"choose profession %1"_s.arg(combo->currentText()));
     if (combo->currentIndex() == before)
         return;
     const Prescribed kept = m_prescribed;

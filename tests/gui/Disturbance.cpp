@@ -3,21 +3,23 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 Disturbance::Disturbance(const QString& path, Kind kind, const QString& change) : m_kind(kind) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_other), SQLITE_OK);
     switch (kind) {
         case Kind::Written:
-            run(QStringLiteral("BEGIN IMMEDIATE"));
+            run(u"BEGIN IMMEDIATE"_s);
             break;
         case Kind::Locked:
-            run(QStringLiteral("BEGIN EXCLUSIVE"));
+            run(u"BEGIN EXCLUSIVE"_s);
             break;
         case Kind::Read:
             EXPECT_EQ(sqlite3_prepare_v2(m_other, "SELECT * FROM sqlite_schema", -1, &m_reading, nullptr), SQLITE_OK);
             EXPECT_EQ(sqlite3_step(m_reading), SQLITE_ROW);
             break;
         case Kind::Refused:
-            run(QStringLiteral("CREATE TRIGGER refuse BEFORE %1 BEGIN SELECT RAISE(ABORT,'refused'); END").arg(change));
+            run(u"CREATE TRIGGER refuse BEFORE %1 BEGIN SELECT RAISE(ABORT,'refused'); END"_s.arg(change));
             break;
     }
 }
@@ -25,7 +27,7 @@ Disturbance::Disturbance(const QString& path, Kind kind, const QString& change) 
 Disturbance::~Disturbance() {
     sqlite3_finalize(m_reading);
     if (m_kind == Kind::Refused)
-        run(QStringLiteral("DROP TRIGGER refuse"));
+        run(u"DROP TRIGGER refuse"_s);
     sqlite3_close(m_other);
 }
 

@@ -20,6 +20,8 @@
 #include "editor/contents/ContentPane.h"
 #include "tests/support/Typing.h"
 
+using namespace Qt::StringLiterals;
+
 EditorDriver::EditorDriver(const QString& path)
     : m_path(path), m_own(std::make_unique<frmMain>()), m_main(m_own.get()) {
     m_main->MDIForm_Load();
@@ -65,12 +67,12 @@ QPlainTextEdit* EditorDriver::rule() const { return editor()->billPane()->txtRul
 QPlainTextEdit* EditorDriver::content() const { return editor()->billPane()->txtContent(); }
 QComboBox* EditorDriver::profession() const { return editor()->contentPane()->cboProfession(); }
 
-QLineEdit* EditorDriver::search() const { return editor()->findChild<QLineEdit*>(QStringLiteral("CommandBars2.203")); }
+QLineEdit* EditorDriver::search() const { return editor()->findChild<QLineEdit*>(u"CommandBars2.203"_s); }
 
 QString EditorDriver::chapter() const { return KeyedTree::tag(tree()->selectedNode()); }
 
 void EditorDriver::showPage(QWidget* pane) const {
-    auto* tabs = editor()->findChild<QTabWidget*>(QStringLiteral("tabBillDetail"));
+    auto* tabs = editor()->findChild<QTabWidget*>(u"tabBillDetail"_s);
     int page = 0;
     while (page < tabs->count() && tabs->widget(page) != pane && !tabs->widget(page)->isAncestorOf(pane))
         ++page;
@@ -100,7 +102,7 @@ QWidget* EditorDriver::openEditor(KeyedGrid* grid, int row, const QString& key) 
     // A click would open or close a node or tick a check box; the keyboard only goes there.
     grid->setCell(row, key);
     QTest::keyClick(grid, Qt::Key_F2);
-    return grid->isEditing() ? grid->findChild<QWidget*>(QStringLiteral("cellEditor")) : nullptr;
+    return grid->isEditing() ? grid->findChild<QWidget*>(u"cellEditor"_s) : nullptr;
 }
 
 void EditorDriver::typeOver(QWidget* editor, const QString& text) {

@@ -13,22 +13,24 @@
 #include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString nameKey = QStringLiteral("Name");
-const QString idKey = QStringLiteral("id");
-const QString contKey = QStringLiteral("cont");
+const QString nameKey = u"Name"_s;
+const QString idKey = u"id"_s;
+const QString contKey = u"cont"_s;
 
 QStringList one(const char* message) { return {QString::fromUtf8(message)}; }
 
 /// A library as it lies on the disk now: what would be left if the process ended.
 class Left {
 public:
-    explicit Left(const QString& library) : path(library + QStringLiteral(".left")) {
+    explicit Left(const QString& library) : path(library + u".left"_s) {
         QFile::remove(path);
         EXPECT_TRUE(QFile::copy(library, path));
-        EXPECT_FALSE(QFile::exists(library + QStringLiteral("-journal")));
-        EXPECT_EQ(integrityOf(path), QStringLiteral("ok"));
+        EXPECT_FALSE(QFile::exists(library + u"-journal"_s));
+        EXPECT_EQ(integrityOf(path), u"ok"_s);
     }
     ~Left() { QFile::remove(path); }
     Left(const Left&) = delete;
@@ -60,7 +62,7 @@ protected:
         user.run(3, 300);
         EXPECT_EQ(left(sql("SELECT ID FROM tblBillSpec WHERE BillID=", bill)).size(), features + 1);
         user.run(2, 400);
-        const QString content = user.contents()->text(user.contents()->row(), QStringLiteral("contID"));
+        const QString content = user.contents()->text(user.contents()->row(), u"contID"_s);
         EXPECT_EQ(left(sql("SELECT BillID FROM tblCont WHERE ID=", content)), QStringList{bill});
         user.run(2, 200);
         EXPECT_EQ(left(sql("SELECT Code FROM tblBill WHERE ID=", user.bills()->text(1, idKey))), one("010101002"));
@@ -75,7 +77,7 @@ protected:
 
 class OpenSavepoints : public Failures, public ::testing::WithParamInterface<Disturbance::Kind> {
 protected:
-    OpenSavepoints() : other(user.window(), copyOfSampleLibrary(QStringLiteral("other.bdb"))) {
+    OpenSavepoints() : other(user.window(), copyOfSampleLibrary(u"other.bdb"_s)) {
         user.window()->LoadBillDB(other.path());
         const auto nodes = other.tree()->nodes();
         const auto withBills = [](const KeyedTree::Node* node) { return KeyedTree::tag(node).size() == 6; };
@@ -88,7 +90,7 @@ protected:
     void expectEditIsWritten(const EditorDriver& library) {
         library.bringToFront();
         const ModalAnswers noMessages;
-        const QString name = QStringLiteral("以后%1").arg(++m_edits);
+        const QString name = u"以后%1"_s.arg(++m_edits);
         ASSERT_TRUE(library.edit(library.bills(), 0, nameKey, name));
         EditorDriver::settle();
         const SqlText stored = sql("SELECT Name FROM tblBill WHERE ID=", library.bills()->text(0, idKey));
@@ -133,7 +135,7 @@ TEST_P(OpenSavepoints, KeepNothingFromTheFile) {
         {"MoveBillRow", "UPDATE ON tblBill", RolledBack, run(2, 105)},
         {"mnuDeleteFeature_Click", "DELETE ON tblBillSpec", RolledBack, run(3, 301)},
         {"grdSpecEnum_AfterEdit", "UPDATE ON tblBillSpec", RolledBack,
-         [this] { user.edit(user.values(), 0, QStringLiteral("eigenValue"), QStringLiteral("x")); }},
+         [this] { user.edit(user.values(), 0, u"eigenValue"_s, u"x"_s); }},
         {"munAddBillCont_Click", "INSERT ON tblCont", StaysAsFarAsItCame, run(2, 400)},
         {"munAddBillSubCont_Click", "INSERT ON tblContDe", StaysAsFarAsItCame, onContent(1, 401)},
         {"mnuDelBillCont_Click", "DELETE ON tblCont", RolledBack, onContent(0, 403)},
@@ -154,9 +156,9 @@ TEST_P(OpenSavepoints, KeepNothingFromTheFile) {
         }
         const bool couldBegin = GetParam() == Disturbance::Kind::Refused || GetParam() == Disturbance::Kind::Read;
         if (GetParam() == Disturbance::Kind::Read) {
-            EXPECT_EQ(said.value(0), QStringLiteral("ModDBOperator.ReleaseSP 5"));
+            EXPECT_EQ(said.value(0), u"ModDBOperator.ReleaseSP 5"_s);
         } else if (GetParam() == Disturbance::Kind::Refused) {
-            EXPECT_EQ(said, QStringList{QStringLiteral("frmEditor.%1 19").arg(QLatin1String(command.place))});
+            EXPECT_EQ(said, QStringList{u"frmEditor.%1 19"_s.arg(QLatin1String(command.place))});
         } else {
             EXPECT_FALSE(said.isEmpty());
         }
@@ -203,10 +205,10 @@ TEST_F(OpenSavepoints, OfALibraryThatCannotBeMade) {
         return sqlite3_exec(database, "PRAGMA max_page_count=5", nullptr, nullptr, nullptr);
     };
     const auto entry = reinterpret_cast<void (*)()>(+small);
-    const QString path = user.path() + QStringLiteral(".new.bdb");
+    const QString path = user.path() + u".new.bdb"_s;
     sqlite3_auto_extension(entry);
     EXPECT_EQ(messagesOf([&] { EXPECT_FALSE(user.window()->NewBillDB(path)); }).value(0),
-              QStringLiteral("ModDBOperator.ExecuteDDL 13"));
+              u"ModDBOperator.ExecuteDDL 13"_s);
     sqlite3_cancel_auto_extension(entry);
     EXPECT_EQ(rowsInFile(path, "SELECT name FROM sqlite_schema"), QStringList());
     QFile::remove(path);
@@ -223,7 +225,7 @@ TEST_F(Failures, AChapterCodeThatExistsIsNotAddedAgain) {
         click("05");
         const QStringList seen = messagesOf([&] { user.run(1, command); });
         EXPECT_EQ(seen.mid(1), one("提示: 目录编号已经存在!"));
-        EXPECT_EQ(user.chapter(), QStringLiteral("05"));
+        EXPECT_EQ(user.chapter(), u"05"_s);
     }
     EXPECT_EQ(rowsInFile(user.path(), "SELECT ID FROM tblSYB WHERE Name='新'"), QStringList());
     reopen();
@@ -247,11 +249,11 @@ TEST_F(Failures, ARejectedCodeKeepsTheEditorOpen) {
     KeyedGrid* contents = user.contents();
     const int row = 2;
     ASSERT_EQ(contents->level(row), 2);
-    const SqlText stored = sql("SELECT Deh FROM tblContDe WHERE ID=", contents->text(row, QStringLiteral("contDeID")));
+    const SqlText stored = sql("SELECT Deh FROM tblContDe WHERE ID=", contents->text(row, u"contDeID"_s));
     const QStringList before = rowsInFile(user.path(), stored);
     QWidget* editor = user.openEditor(contents, row, contKey);
     ASSERT_TRUE(editor);
-    EditorDriver::typeOver(editor, QStringLiteral("nothing"));
+    EditorDriver::typeOver(editor, u"nothing"_s);
     // Enter, a command: the code has to be put right first, and each is answered once.
     const QStringList rejected = one("提示: 定额 [NOTHING] 不存在, 请重新输入!");
     EXPECT_EQ(messagesOf([&] { user.key(editor, Qt::Key_Return); }), rejected);
@@ -259,11 +261,11 @@ TEST_F(Failures, ARejectedCodeKeepsTheEditorOpen) {
     EXPECT_EQ(messagesOf([&] { user.run(2, 400); }), rejected);
     EXPECT_TRUE(contents->isEditing());
     EXPECT_EQ(rowsInFile(user.path(), stored), before);
-    EditorDriver::typeOver(editor, QStringLiteral("a1-3"));
+    EditorDriver::typeOver(editor, u"a1-3"_s);
     EXPECT_EQ(messagesOf([&] { user.key(editor, Qt::Key_Return); }), QStringList());
     EXPECT_FALSE(contents->isEditing());
     EXPECT_EQ(rowsAfterKill(user.path(), stored), one("A1-3"));
-    EXPECT_TRUE(contents->text(row, contKey).startsWith(QLatin1String("[A1-3] ")));
+    EXPECT_TRUE(contents->text(row, contKey).startsWith(u"[A1-3] "_s));
     expectWindowIsFile();
     expectThatWorkGoesOnEverywhere();
 }

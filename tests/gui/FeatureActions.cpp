@@ -5,13 +5,15 @@
 #include "editor/bills/FeaturePane.h"
 #include "tests/gui/RandomUser.h"
 
+using namespace Qt::StringLiterals;
+
 void RandomUser::clickFeature() {
     KeyedGrid* grid = chance(60) ? m_driver.features() : m_driver.values();
     if (!grid->hasRows())
         return;
     const int row = upTo(grid->rowCount());
-    say(QStringLiteral("click row %1 of %2").arg(row).arg(grid->objectName()));
-    m_driver.click(grid, row, grid == m_driver.features() ? QStringLiteral("Name") : QStringLiteral("eigenValue"));
+    say(u"click row %1 of %2"_s.arg(row).arg(grid->objectName()));
+    m_driver.click(grid, row, grid == m_driver.features() ? u"Name"_s : u"eigenValue"_s);
     EXPECT_EQ(grid->row(), row);
 }
 
@@ -20,13 +22,13 @@ void RandomUser::editFeature() {
     if (!features->hasRows())
         return;
     const int row = upTo(features->rowCount());
-    const QString key = oneOf({QStringLiteral("Name"), QStringLiteral("unit"), QStringLiteral("defval")});
+    const QString key = oneOf({u"Name"_s, u"unit"_s, u"defval"_s});
     const QString text = anyText();
     const int end = oneOf<int>({Qt::Key_Return, Qt::Key_Return, Qt::Key_Escape});
-    say(QStringLiteral("edit %1 of feature row %2 to \"%3\"").arg(key).arg(row).arg(text));
+    say(u"edit %1 of feature row %2 to \"%3\""_s.arg(key).arg(row).arg(text));
     const bool editable = m_driver.edit(features, row, key, text, end);
     EXPECT_EQ(editable, !m_prescribed.detailsLocked);
-    if (editable && end != Qt::Key_Escape && text.contains(QLatin1Char('\'')))
+    if (editable && end != Qt::Key_Escape && text.contains(u'\''))
         expectError("ModDBOperator.ExecuteDDL");
 }
 
@@ -35,17 +37,16 @@ void RandomUser::chooseType() {
     if (!features->hasRows())
         return;
     const int row = upTo(features->rowCount());
-    const QString type = oneOf(
-        {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("2"), QStringLiteral("3")});
-    say(QStringLiteral("choose type %1 of feature row %2").arg(type).arg(row));
-    EXPECT_EQ(m_driver.choose(features, row, QStringLiteral("type"), type), !m_prescribed.detailsLocked);
+    const QString type = oneOf({u"0"_s, u"1"_s, u"2"_s, u"2"_s, u"3"_s});
+    say(u"choose type %1 of feature row %2"_s.arg(type).arg(row));
+    EXPECT_EQ(m_driver.choose(features, row, u"type"_s, type), !m_prescribed.detailsLocked);
     if (!m_prescribed.detailsLocked && !failed()) {
-        EXPECT_EQ(features->text(row, QStringLiteral("type")), type);
+        EXPECT_EQ(features->text(row, u"type"_s), type);
     }
 }
 
 void RandomUser::addFeature() {
-    say(QStringLiteral("add a feature"));
+    say(u"add a feature"_s);
     const int rows = m_driver.features()->rowCount();
     const bool enabled = m_driver.isEnabled(3, 300);
     EXPECT_EQ(enabled, m_driver.bills()->row() >= 0);
@@ -58,7 +59,7 @@ void RandomUser::addFeature() {
 void RandomUser::deleteFeature() {
     KeyedGrid* features = m_driver.features();
     const int row = features->row();
-    say(QStringLiteral("delete feature row %1").arg(row));
+    say(u"delete feature row %1"_s.arg(row));
     const int rows = features->rowCount();
     const bool enabled = m_driver.isEnabled(3, 301);
     EXPECT_EQ(enabled, row >= 0 && !m_prescribed.detailsLocked);
@@ -72,9 +73,9 @@ void RandomUser::deleteFeature() {
 void RandomUser::expectValuesWritten() {
     if (m_disturbed)
         return;
-    const SqlText awkward = sql("SELECT ID FROM tblSpecEnum WHERE SpecID=",
-                                m_driver.features()->text(m_driver.features()->row(), QStringLiteral("id")),
-                                " AND EigenValue LIKE '%'''", "||'%'");
+    const SqlText awkward =
+        sql("SELECT ID FROM tblSpecEnum WHERE SpecID=", m_driver.features()->text(m_driver.features()->row(), u"id"_s),
+            " AND EigenValue LIKE '%'''", "||'%'");
     if (inFile(awkward))
         expectError("frmEditor.grdSpecEnum_AfterEdit");
 }
@@ -84,9 +85,9 @@ void RandomUser::tickValue() {
     if (!values->hasRows())
         return;
     const int row = upTo(values->rowCount());
-    const QString key = QStringLiteral("isUse");
+    const QString key = u"isUse"_s;
     const bool byMouse = chance(60);
-    say(QStringLiteral("tick value row %1").arg(row));
+    say(u"tick value row %1"_s.arg(row));
     const QString before = values->text(row, key);
     if (byMouse) {
         m_driver.click(values, row, key);
@@ -111,14 +112,14 @@ void RandomUser::editValue() {
     const int row = upTo(values->rowCount());
     const QString text = anyText();
     const int end = oneOf<int>({Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape});
-    say(QStringLiteral("edit value row %1 to \"%2\"").arg(row).arg(text));
-    const bool editable = m_driver.edit(values, row, QStringLiteral("eigenValue"), text, end);
+    say(u"edit value row %1 to \"%2\""_s.arg(row).arg(text));
+    const bool editable = m_driver.edit(values, row, u"eigenValue"_s, text, end);
     EXPECT_EQ(editable, !m_prescribed.detailsLocked);
-    if (QWidget* next = values->findChild<QWidget*>(QStringLiteral("cellEditor")))
+    if (QWidget* next = values->findChild<QWidget*>(u"cellEditor"_s))
         m_driver.key(next, Qt::Key_Escape);
     if (!editable || end == Qt::Key_Escape)
         return;
-    if (text.contains(QLatin1Char('\'')))
+    if (text.contains(u'\''))
         expectError("frmEditor.grdSpecEnum_AfterEdit");
     else
         expectValuesWritten();
@@ -126,10 +127,9 @@ void RandomUser::editValue() {
 
 void RandomUser::addValue() {
     KeyedGrid* features = m_driver.features();
-    say(QStringLiteral("add a value"));
+    say(u"add a value"_s);
     const bool enabled = m_driver.isEnabled(4, 300);
-    const bool enumeration =
-        features->row() >= 0 && features->text(features->row(), QStringLiteral("type")) == QLatin1String("2");
+    const bool enumeration = features->row() >= 0 && features->text(features->row(), u"type"_s) == u"2"_s;
     EXPECT_EQ(enabled, enumeration && !m_prescribed.detailsLocked);
     const int rows = m_driver.values()->rowCount();
     m_driver.run(4, 300);
@@ -141,7 +141,7 @@ void RandomUser::addValue() {
 void RandomUser::deleteValue() {
     KeyedGrid* values = m_driver.values();
     const int row = values->row();
-    say(QStringLiteral("delete value row %1").arg(row));
+    say(u"delete value row %1"_s.arg(row));
     const int rows = values->rowCount();
     const bool enabled = m_driver.isEnabled(4, 301);
     EXPECT_EQ(enabled, row >= 0 && !m_prescribed.detailsLocked);

@@ -10,6 +10,8 @@
 #include "storage/Schema.h"
 #include "tests/support/SampleProgram.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::unique_ptr<Connection> newLibrary(const QString& path) {
@@ -22,7 +24,7 @@ std::unique_ptr<Connection> newLibrary(const QString& path) {
 }
 
 void addChapters(Connection& library, const char* codes) {
-    for (const QString& code : QString::fromLatin1(codes).split(QLatin1Char(' ')))
+    for (const QString& code : QString::fromLatin1(codes).split(u' '))
         library.Execute(sql("INSERT INTO tblSYB(Code,Name,IsDel) VALUES('", code, "','章",
                             QString::number(code.size() / 2), "',0)"));
 }
@@ -54,7 +56,7 @@ void addBill(Connection& library, const QString& code) {
 QString sampleCopy() { return copyOfSampleLibrary(sampleLibraryName()); }
 
 QString awkwardLibrary() {
-    const QString path = dataPath + QStringLiteral("awkward.bdb");
+    const QString path = dataPath + u"awkward.bdb"_s;
     const auto library = newLibrary(path);
     addChapters(*library, "01 0101 010101 010102 010104 0103 010301 03 0301 030101 030102 05 070101");
     library->Execute("INSERT INTO tblSYB(Code,Name) VALUES(NULL,'no chapter'),('','no chapter'),('0104','it''s')");
@@ -73,7 +75,7 @@ QString awkwardLibrary() {
 }
 
 QString libraryAtTheLimits() {
-    const QString path = dataPath + QStringLiteral("limits.bdb");
+    const QString path = dataPath + u"limits.bdb"_s;
     const auto library = newLibrary(path);
     addChapters(*library, "01 0198 0199 019998 019999 02 0201 020101 98 99 9998 9999 999998 999999");
     for (const char* code : {"019998998", "019998999", "019999001", "019999998", "020101001", "020101999", "999998997",

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace ContentCell;
 
 namespace {
 
-bool isBlankRation(const QStringList& row) { return row[Level] == QLatin1String("2") && row[ContDeID].isEmpty(); }
+bool isBlankRation(const QStringList& row) { return row[Level] == u"2"_s && row[ContDeID].isEmpty(); }
 
 bool sameSubContent(const QStringList& a, const QStringList& b) {
     return a[ContID] == b[ContID] && a[SubNum] == b[SubNum];
@@ -20,7 +22,7 @@ void takeBlankRation(Rows& shown) {
             continue;
         ++blanks;
         ASSERT_GT(i, 0);
-        EXPECT_NE(shown[i - 1][Level], QLatin1String("0"));
+        EXPECT_NE(shown[i - 1][Level], u"0"_s);
         EXPECT_TRUE(sameSubContent(shown[i - 1], shown[i]));
         shown.removeAt(i);
     }
@@ -33,11 +35,11 @@ void takeEmptied(Rows& shown, const Rows& fresh, QMap<QString, int> emptied) {
         const QStringList& row = shown[i];
         const auto inFile = [&] {
             for (const QStringList& other : fresh)
-                if (other[Level] == QLatin1String("1") && sameSubContent(other, row))
+                if (other[Level] == u"1"_s && sameSubContent(other, row))
                     return true;
             return false;
         };
-        if (row[Level] == QLatin1String("1") && emptied.value(row[ContID]) > 0 && !inFile()) {
+        if (row[Level] == u"1"_s && emptied.value(row[ContID]) > 0 && !inFile()) {
             --emptied[row[ContID]];
             shown.removeAt(i);
         }
@@ -47,11 +49,11 @@ void takeEmptied(Rows& shown, const Rows& fresh, QMap<QString, int> emptied) {
 }  // namespace
 
 QString Prescribed::nodeKey(const QStringList& row) {
-    if (row[Level] == QLatin1String("0"))
-        return QLatin1Char('c') + row[ContID];
-    if (row[Level] == QLatin1String("1"))
-        return QLatin1Char('s') + row[ContID] + QLatin1Char('/') + row[SubNum];
-    return QLatin1Char('r') + row[ContDeID];
+    if (row[Level] == u"0"_s)
+        return u'c' + row[ContID];
+    if (row[Level] == u"1"_s)
+        return u's' + row[ContID] + u'/' + row[SubNum];
+    return u'r' + row[ContDeID];
 }
 
 void Prescribed::detailsLoaded(const QString& bill) {
@@ -69,7 +71,7 @@ void Prescribed::detailsLoaded(const QString& bill) {
 void Prescribed::everythingLoaded() {
     treeLoaded();
     listLoaded();
-    detailsLoaded(QStringLiteral("0"));
+    detailsLoaded(u"0"_s);
 }
 
 void Prescribed::applyToContents(Rows& fresh, Rows& shown) const {
@@ -87,7 +89,7 @@ void Prescribed::applyToContents(Rows& fresh, Rows& shown) const {
         }
         if (const auto typed = onlyCaseChanged.constFind(nodeKey(row)); typed != onlyCaseChanged.constEnd())
             row[Cont] = *typed;
-        if (row[Level] == QLatin1String("0"))
+        if (row[Level] == u"0"_s)
             row[ContNum] = numberShown.value(row[ContID], row[ContNum]);
     }
 }

@@ -5,6 +5,8 @@
 
 #include "tests/gui/Snapshot.h"
 
+using namespace Qt::StringLiterals;
+
 /// The differences between the window and a fresh load of its file that are meant to be, by name. Each is noted by the
 /// action that leads to it, says what the window must show instead, and ends when the part of the window that it
 /// concerns is loaded anew. Everything else must be the same.
@@ -37,7 +39,7 @@ struct Prescribed {
 
     /// "Details stay as they were": a click on a chapter that lists no bills empties the list and leaves the detail
     /// grids; they go on showing, and editing, the bill that was current. Its id, or "0" when none was.
-    QString detailsOf = QStringLiteral("0");
+    QString detailsOf = u"0"_s;
 
     /// "Details of a bill that is gone": when the kept bill was deleted with its chapter the grids stay as they were,
     /// locked.

@@ -13,9 +13,11 @@
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QRegularExpression errorPlace(QStringLiteral("错误位置: (\\S+)"));
+const QRegularExpression errorPlace(u"错误位置: (\\S+)"_s);
 
 }  // namespace
 
@@ -141,14 +143,12 @@ std::unique_ptr<Disturbance> RandomUser::disturb() {
     using Kind = Disturbance::Kind;
     m_disturbed = oneOf({Kind::Written, Kind::Read, Kind::Refused});
     m_driver.pragma("PRAGMA busy_timeout=0");
-    const QString change =
-        oneOf({QStringLiteral("INSERT ON "), QStringLiteral("UPDATE ON "), QStringLiteral("DELETE ON ")}) +
-        oneOf({QStringLiteral("tblSYB"), QStringLiteral("tblBill"), QStringLiteral("tblCont"),
-               QStringLiteral("tblContDe"), QStringLiteral("tblBillSpec"), QStringLiteral("tblSpecEnum"),
-               QStringLiteral("tblParm")});
-    say(*m_disturbed == Kind::Written ? QStringLiteral("(another program writes)")
-        : *m_disturbed == Kind::Read  ? QStringLiteral("(another program reads)")
-                                      : QStringLiteral("(the file refuses %1)").arg(change));
+    const QString change = oneOf({u"INSERT ON "_s, u"UPDATE ON "_s, u"DELETE ON "_s}) +
+                           oneOf({u"tblSYB"_s, u"tblBill"_s, u"tblCont"_s, u"tblContDe"_s, u"tblBillSpec"_s,
+                                  u"tblSpecEnum"_s, u"tblParm"_s});
+    say(*m_disturbed == Kind::Written ? u"(another program writes)"_s
+        : *m_disturbed == Kind::Read  ? u"(another program reads)"_s
+                                      : u"(the file refuses %1)"_s.arg(change));
     return std::make_unique<Disturbance>(m_driver.path(), *m_disturbed, change);
 }
 
@@ -157,12 +157,11 @@ void RandomUser::expectMessages() {
     for (QString& text : seen) {
         const auto record = errorPlace.match(text);
         if (record.hasMatch())
-            text = QLatin1Char('@') + record.captured(1);
+            text = u'@' + record.captured(1);
     }
     // When writing fails there may be errors, and what would have been said after the writing is not.
     if (m_disturbed)
-        seen.removeIf(
-            [this](const QString& text) { return text.startsWith(QLatin1Char('@')) && !m_expected.contains(text); });
+        seen.removeIf([this](const QString& text) { return text.startsWith(u'@') && !m_expected.contains(text); });
     EXPECT_EQ(seen, m_expected);
 }
 
@@ -180,7 +179,7 @@ void RandomUser::expectHalfDone() {
 }
 
 void RandomUser::reopen() {
-    say(QStringLiteral("close and open"));
+    say(u"close and open"_s);
     const bool unknown = m_after == After::Reopen;
     m_driver.close();
     // Codes that have overflowed cut every tree short from now on; somebody puts that right.
@@ -198,7 +197,7 @@ void RandomUser::reopen() {
 /// Lists the bills anew, as the user does: by a click on the chapter, or by the query again.
 void RandomUser::relist() {
     if (m_driver.chapter().size() == 6) {
-        say(QStringLiteral("click the chapter again"));
+        say(u"click the chapter again"_s);
         m_driver.click(m_driver.tree()->selectedNode());
     } else {
         reopen();
@@ -213,19 +212,19 @@ QString RandomUser::anyText() {
         case 0:
             return {};
         case 1:
-            return QStringLiteral("it's");
+            return u"it's"_s;
         case 2:
-            return QStringLiteral("x'--");
+            return u"x'--"_s;
         case 3:
-            return QStringLiteral("  两边空白  ");
+            return u"  两边空白  "_s;
         case 4:
-            return QStringLiteral("　全角空白　");
+            return u"　全角空白　"_s;
         case 5:
-            return QStringLiteral("50%_\"q\";#1;a|b\\");
+            return u"50%_\"q\";#1;a|b\\"_s;
         case 6:
-            return QString(60, QLatin1Char('w'));
+            return QString(60, u'w');
         default:
-            return QStringLiteral("名称%1").arg(++m_names);
+            return u"名称%1"_s.arg(++m_names);
     }
 }
 
@@ -236,12 +235,12 @@ void RandomUser::say(const QString& what) {
         m_story.removeFirst();
 }
 
-QString RandomUser::story() const { return m_story.join(QLatin1String("\n  ")); }
+QString RandomUser::story() const { return m_story.join(u"\n  "_s); }
 
 void RandomUser::walk(QWidget* view, std::initializer_list<QKeyCombination> keys) {
     m_driver.showPage(view);
     view->setFocus();
     const QKeyCombination key = oneOf(keys);
-    say(QStringLiteral("key %1 in %2").arg(QKeySequence(key).toString(), view->objectName()));
+    say(u"key %1 in %2"_s.arg(QKeySequence(key).toString(), view->objectName()));
     m_driver.key(view, key.key(), key.keyboardModifiers());
 }

@@ -49,7 +49,7 @@ private:
     void expectMessages();
     /// Whether an error has been recorded since the step began.
     bool failed() const;
-    void expectError(const char* place) { m_expected << QLatin1Char('@') + QLatin1String(place); }
+    void expectError(const char* place) { m_expected << u'@' + QLatin1String(place); }
     /// The command may have done a part of its work: its failures are not undone. The library is opened anew.
     void expectHalfDone();
     void reopen();

@@ -9,12 +9,14 @@
 #include "storage/SystemDatabase.h"
 #include "tests/support/SampleProgram.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A library with what is awkward: a code in small letters, a name that cannot be written, a code with a blank.
 void addAwkwardLibrary() {
-    const QString file = QStringLiteral("awkward.db");
-    const QString path = joinPath(dataPath + QStringLiteral("广东省"), file);
+    const QString file = u"awkward.db"_s;
+    const QString path = joinPath(dataPath + u"广东省"_s, file);
     if (QFile::exists(path))
         return;
     Connection library;
@@ -45,7 +47,7 @@ Rations::Rations() {
         const QString file = rows.text("DekFilename");
         Library& library = m_libraries[rows.text("DekId")];
         library.path = joinPath(dataPath + rows.text("rgnName"), file);
-        library.browserPath = joinPath(dataPath + QStringLiteral("广东省"), file);
+        library.browserPath = joinPath(dataPath + u"广东省"_s, file);
         if (!QFile::exists(library.path))
             continue;
         Connection connection;
@@ -63,8 +65,8 @@ Rations::Rations() {
 QString Rations::rejection(const QString& code, const QString& id) const {
     const Library found = library(id);
     if (!QFile::exists(found.path))
-        return QStringLiteral("提示: 定额库") + found.path + QStringLiteral("文件不存在!");
+        return u"提示: 定额库"_s + found.path + u"文件不存在!"_s;
     if (!found.names.contains(code.toUpper()))
-        return QStringLiteral("提示: 定额 [") + code + QStringLiteral("] 不存在, 请重新输入!");
+        return u"提示: 定额 ["_s + code + u"] 不存在, 请重新输入!"_s;
     return {};
 }

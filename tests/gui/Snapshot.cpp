@@ -11,16 +11,18 @@
 #include "editor/frmEditor.h"
 #include "storage/Connection.h"
 
+using namespace Qt::StringLiterals;
+
 std::string textOf(const Rows& rows) {
     QStringList lines;
     for (const QStringList& row : rows)
-        lines << row.join(QLatin1Char('|')).replace(QLatin1Char('\n'), QLatin1String("\\n"));
-    return lines.join(QLatin1Char('\n')).toStdString();
+        lines << row.join(u'|').replace(u'\n', u"\\n"_s);
+    return lines.join(u'\n').toStdString();
 }
 
 Rows rowsOf(const KeyedGrid* grid) {
     Rows rows;
-    const bool outline = grid->column(QStringLiteral("contType")) >= 0;
+    const bool outline = grid->column(u"contType"_s) >= 0;
     for (int row = 0; row < grid->rowCount(); ++row) {
         QStringList cells;
         if (outline)
@@ -48,7 +50,7 @@ namespace {
 
 /// As it is: toPlainText() would turn no-break spaces into blanks.
 QString textIn(const QPlainTextEdit* box) {
-    return box->document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    return box->document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include "tests/support/Extent.h"
 #include "tests/support/TemporaryLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Sequence {
@@ -38,8 +40,8 @@ TEST_P(WindowIsFile, AfterEveryStep) {
                                        << qPrintable(user.story());
         }
     }
-    reportFigures(QStringLiteral("random user, %1: %2 steps compared").arg(QLatin1String(GetParam().name)).arg(steps));
-    EXPECT_EQ(rowsInFile(library, "PRAGMA integrity_check"), QStringList{QStringLiteral("ok")});
+    reportFigures(u"random user, %1: %2 steps compared"_s.arg(QLatin1String(GetParam().name)).arg(steps));
+    EXPECT_EQ(rowsInFile(library, "PRAGMA integrity_check"), QStringList{u"ok"_s});
     EXPECT_EQ(rowsInFile(library, "SELECT name FROM sqlite_schema WHERE type<>'table'"), QStringList());
 }
 

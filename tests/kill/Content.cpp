@@ -37,5 +37,5 @@ QString contentOf(const QString& path) {
         });
         digests << QString::fromUtf8(table + '=' + digest.result().toHex().left(10));
     }
-    return read ? digests.join(QLatin1Char(' ')) : QString();
+    return read ? digests.join(u' ') : QString();
 }

@@ -20,6 +20,8 @@
 #include "tests/support/Extent.h"
 #include "tests/support/TemporaryLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Work {
@@ -52,8 +54,8 @@ protected:
         m_orders.steps = extent(40, 250);
     }
 
-    QString pristine() const { return m_library + QStringLiteral(".pristine"); }
-    QString sideFile() const { return m_library + QStringLiteral("-journal"); }
+    QString pristine() const { return m_library + u".pristine"_s; }
+    QString sideFile() const { return m_library + u"-journal"_s; }
 
     void renewLibrary() const {
         QFile::remove(sideFile());
@@ -116,7 +118,7 @@ protected:
     }
 
     void checkFile(const Journal& journal) {
-        EXPECT_EQ(rowsInFile(m_library, "PRAGMA integrity_check"), QStringList{QStringLiteral("ok")});
+        EXPECT_EQ(rowsInFile(m_library, "PRAGMA integrity_check"), QStringList{u"ok"_s});
         QStringList allowed;
         for (int step = 0; step <= journal.ended; ++step)
             if (!m_reference->contents[step].isEmpty())
@@ -128,7 +130,7 @@ protected:
                                                << qPrintable(allowed.join(u'\n'));
         // A side file that is still there had not been begun in earnest: nothing depends on it. The next change would
         // take it over.
-        const QString alone = m_library + QStringLiteral(".alone");
+        const QString alone = m_library + u".alone"_s;
         EXPECT_TRUE(QFile::copy(m_library, alone));
         EXPECT_EQ(contentOf(alone), content);
         QFile::remove(alone);
@@ -176,13 +178,12 @@ TEST_P(Killed, LosesNothing) {
             goOn();
     }
     for (const auto& [way, count] : {std::pair("at any instant", &m_atInstant), std::pair("at a change", &m_atChange)})
-        reportFigures(
-            QStringLiteral("killed %1, %2: %3 kills, %4 inside a step, %5 inside a transaction, %6 steps done")
-                .arg(QLatin1String(way), QString::fromStdString(GetParam().library.first))
-                .arg(count->kills)
-                .arg(count->insideStep)
-                .arg(count->insideTransaction)
-                .arg(count->steps));
+        reportFigures(u"killed %1, %2: %3 kills, %4 inside a step, %5 inside a transaction, %6 steps done"_s
+                          .arg(QLatin1String(way), QString::fromStdString(GetParam().library.first))
+                          .arg(count->kills)
+                          .arg(count->insideStep)
+                          .arg(count->insideTransaction)
+                          .arg(count->steps));
 }
 
 INSTANTIATE_TEST_SUITE_P(At, Killed, ::testing::ValuesIn(works()),

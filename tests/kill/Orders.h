@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+using namespace Qt::StringLiterals;
+
 /// What the user in the program is told to do, and what is heard of it.
 ///
 /// The user writes a journal, line by line, each of which is in the file before anything else happens:
@@ -22,7 +24,7 @@ struct Orders {
     /// For an environment variable that the toolkit reads as a list of Latin letters.
     QString toText() const {
         const auto hex = [](const QString& path) { return QString::fromLatin1(path.toUtf8().toHex()); };
-        const QString numbers = QStringLiteral("%1|%2|%3|%4|").arg(seed).arg(steps).arg(int(checked)).arg(endAt);
+        const QString numbers = u"%1|%2|%3|%4|"_s.arg(seed).arg(steps).arg(int(checked)).arg(endAt);
         return numbers + hex(library) + u'|' + hex(journal);
     }
     static Orders fromText(const QString& text) {

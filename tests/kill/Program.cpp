@@ -5,6 +5,8 @@
 #include "app/base/Paths.h"
 #include "tests/support/SampleProgram.h"
 
+using namespace Qt::StringLiterals;
+
 Journal::Journal(const QByteArray& text) : contents(1) {
     // A line that was cut off is none.
     for (const QByteArray& line : text.left(text.lastIndexOf('\n') + 1).split('\n')) {
@@ -27,19 +29,18 @@ Journal::Journal(const QByteArray& text) : contents(1) {
     }
 }
 
-Program::Program(const VirtualDisplay& display, Orders orders)
-    : m_journal(joinPath(m_folder.path(), QStringLiteral("journal"))) {
+Program::Program(const VirtualDisplay& display, Orders orders) : m_journal(joinPath(m_folder.path(), u"journal"_s)) {
     orders.journal = m_journal;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const auto set = [&](const char* name, const QString& value) { environment.insert(QLatin1String(name), value); };
     set("DISPLAY", display.name());
-    set("QT_QPA_PLATFORM", QStringLiteral("xcb"));
+    set("QT_QPA_PLATFORM", u"xcb"_s);
     set("QT_PLUGIN_PATH", QStringLiteral(TESSEL_PLUGINS));
-    set("QT_QPA_GENERIC_PLUGINS", QStringLiteral("user:") + orders.toText());
-    set("XDG_CONFIG_HOME", joinPath(programFolder(), QStringLiteral("config")));
+    set("QT_QPA_GENERIC_PLUGINS", u"user:"_s + orders.toText());
+    set("XDG_CONFIG_HOME", joinPath(programFolder(), u"config"_s));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.start(joinPath(builtProgramFolder(), QStringLiteral("tessel")), {orders.library});
+    m_process.start(joinPath(builtProgramFolder(), u"tessel"_s), {orders.library});
 }
 
 Program::~Program() { kill(); }

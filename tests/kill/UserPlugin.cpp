@@ -43,11 +43,11 @@ private:
 
     void noteContent() {
         // While something is uncommitted the file holds what it held before.
-        if (QFile::exists(m_orders.library + QStringLiteral("-journal")))
+        if (QFile::exists(m_orders.library + u"-journal"_s))
             return;
         const QString content = contentOf(m_orders.library);
         if (content != m_content && !content.isEmpty())
-            note(QStringLiteral("content ") + content);
+            note(u"content "_s + content);
         m_content = content;
     }
 
@@ -79,26 +79,26 @@ private:
             next(&User::leave);
             return;
         }
-        note(QStringLiteral("begin %1").arg(++m_done));
+        note(u"begin %1"_s.arg(++m_done));
         m_user->step();
         if (m_orders.checked)
             noteContent();
         if (::testing::UnitTest::GetInstance()->Failed()) {
-            note(QStringLiteral("wrong at step %1: %2").arg(m_done).arg(m_user->story().replace(u'\n', u';')));
+            note(u"wrong at step %1: %2"_s.arg(m_done).arg(m_user->story().replace(u'\n', u';')));
             std::fflush(nullptr);
             std::_Exit(1);
         }
-        note(QStringLiteral("end %1").arg(m_done));
+        note(u"end %1"_s.arg(m_done));
         next(&User::step);
     }
 
     void leave() {
-        note(QStringLiteral("changes %1").arg(disk().operations()));
+        note(u"changes %1"_s.arg(disk().operations()));
         m_user.reset();
         ModalAnswers answers;
         answers.press(QMessageBox::Yes);
         m_driver->window()->commandBars()->execute(262);
-        note(QStringLiteral("done"));
+        note(u"done"_s);
     }
 
     const Orders m_orders;
@@ -122,3 +122,5 @@ public:
 };
 
 #include "UserPlugin.moc"
+
+using namespace Qt::StringLiterals;

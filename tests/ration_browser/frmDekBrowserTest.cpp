@@ -93,7 +93,7 @@ protected:
             QStringList cells;
             for (const char* key : {"id", "DEH", "mc", "DW"})
                 cells << grid->text(row, QString::fromLatin1(key));
-            rows << cells.join(QLatin1Char('|'));
+            rows << cells.join(u'|');
         }
         return rows;
     }

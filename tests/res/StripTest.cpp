@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QImage load(const char* name) {
-    const QString icons = joinPath(joinPath(builtProgramFolder(), QStringLiteral("Res")), QStringLiteral("Icons"));
+    const QString icons = joinPath(joinPath(builtProgramFolder(), u"Res"_s), u"Icons"_s);
     return QImage(joinPath(icons, QLatin1String(name)));
 }
 

@@ -72,7 +72,7 @@ TEST(SampleSources, aMistakeIsReportedWithFileAndLineAndNothingIsWritten) {
         Sources spoiled;
         spoiled.write(mistake.file, mistake.line);
         const QStringList complaints = spoiled.build().complaints;
-        ASSERT_EQ(complaints.size(), 1) << mistake.line.constData() << qPrintable(complaints.join(QLatin1Char('\n')));
+        ASSERT_EQ(complaints.size(), 1) << mistake.line.constData() << qPrintable(complaints.join(u'\n'));
         EXPECT_TRUE(complaints.first().startsWith(QString::fromUtf8(mistake.blamed))) << qPrintable(complaints.first());
         EXPECT_TRUE(QDir(spoiled.home()).isEmpty());
     }

@@ -11,6 +11,8 @@
 #include "tests/support/SampleProgram.h"
 #include "tests/support/TestMain.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The real program in a program folder of its own.
@@ -18,11 +20,11 @@ class Program {
 public:
     explicit Program(const QString& home) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("TESSEL_HOME"), home);
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), joinPath(home, QStringLiteral("config")));
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(u"TESSEL_HOME"_s, home);
+        environment.insert(u"XDG_CONFIG_HOME"_s, joinPath(home, u"config"_s));
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         process.setProcessEnvironment(environment);
-        process.start(joinPath(builtProgramFolder(), QStringLiteral("tessel")), {});
+        process.start(joinPath(builtProgramFolder(), u"tessel"_s), {});
     }
     ~Program() {
         process.kill();
@@ -36,7 +38,7 @@ public:
 
 TEST(StartUp, ASecondCopyEndsAndACrashedOneDoesNotBlock) {
     const QTemporaryDir home;
-    const QString data = joinPath(home.path(), QStringLiteral("Data"));
+    const QString data = joinPath(home.path(), u"Data"_s);
     {
         const Program first(home.path());
         ASSERT_TRUE(QTest::qWaitFor([&] { return QDir(data).exists(); }, 20000));
@@ -60,7 +62,7 @@ TEST(StartUp, FillsThePathsAndMakesTheDataFolder) {
     QDir(dataPath).removeRecursively();
     SetBasePrm();
     EXPECT_EQ(appPath, home + QDir::separator());
-    EXPECT_EQ(dataPath, home + QDir::separator() + QStringLiteral("Data") + QDir::separator());
+    EXPECT_EQ(dataPath, home + QDir::separator() + u"Data"_s + QDir::separator());
     EXPECT_TRUE(QDir(dataPath).exists());
     EXPECT_TRUE(cmdFile.isEmpty());
 }

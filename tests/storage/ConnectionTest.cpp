@@ -78,7 +78,7 @@ TEST_F(ConnectionTest, ReadsRowsForwardAndNullsAsEmpty) {
     EXPECT_EQ(rows.text("B"), QString());
     EXPECT_EQ(rows.number("b"), 0);
     rows.MoveNext();
-    EXPECT_TRUE(rows.text("b").endsWith(QLatin1Char('A')));
+    EXPECT_TRUE(rows.text("b").endsWith(u'A'));
     rows.MoveNext();
     EXPECT_EQ(rows.number("b"), 12);
     EXPECT_EQ(errorNumber([&] { rows.text("none"); }), 3265);

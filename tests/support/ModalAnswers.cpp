@@ -13,6 +13,8 @@
 
 #include "tests/support/Typing.h"
 
+using namespace Qt::StringLiterals;
+
 ModalAnswers::ModalAnswers() { qApp->installEventFilter(this); }
 
 ModalAnswers::~ModalAnswers() {
@@ -45,17 +47,17 @@ ModalAnswers& ModalAnswers::otherwise(std::function<void(QWidget*)> act) {
 
 QStringList ModalAnswers::takePlaces() {
     QStringList seen = takeRecords();
-    static const QRegularExpression number(QStringLiteral("^(\\w+\\.\\w*) -?\\d+$"));
-    return seen.replaceInStrings(number, QStringLiteral("\\1"));
+    static const QRegularExpression number(u"^(\\w+\\.\\w*) -?\\d+$"_s);
+    return seen.replaceInStrings(number, u"\\1"_s);
 }
 
 QStringList ModalAnswers::takeRecords() {
-    static const QRegularExpression record(QStringLiteral("错误位置: (\\S+)\\s+错误号码: (-?\\d+)"));
+    static const QRegularExpression record(u"错误位置: (\\S+)\\s+错误号码: (-?\\d+)"_s);
     QStringList seen = takeSeen();
     for (QString& text : seen) {
         const QRegularExpressionMatch found = record.match(text);
         if (found.hasMatch())
-            text = found.captured(1) + QLatin1Char(' ') + found.captured(2);
+            text = found.captured(1) + u' ' + found.captured(2);
     }
     return seen;
 }
@@ -74,7 +76,7 @@ void ModalAnswers::answer(QWidget* window) {
     EXPECT_TRUE(makeActive(window));
     const QPointer<QWidget> owner = window->parentWidget() ? window->parentWidget()->window() : nullptr;
     const auto* box = qobject_cast<QMessageBox*>(window);
-    m_seen << (box ? box->windowTitle() + QLatin1String(": ") + box->text() : window->windowTitle());
+    m_seen << (box ? box->windowTitle() + u": "_s + box->text() : window->windowTitle());
     if (m_next < m_answers.size()) {
         m_answers[m_next++](window);
     } else if (m_otherwise) {

@@ -10,9 +10,11 @@
 #include "storage/Connection.h"
 #include "storage/SystemDatabase.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-QString regionFolder() { return dataPath + QStringLiteral("广东省"); }
+QString regionFolder() { return dataPath + u"广东省"_s; }
 QString utf8(const char* text) { return QString::fromUtf8(text); }
 
 }  // namespace
@@ -22,10 +24,10 @@ RationLibraries::RationLibraries() { QDir().mkpath(regionFolder()); }
 RationLibraries::~RationLibraries() {
     QFile::remove(systemDatabasePath());
     QDir(regionFolder()).removeRecursively();
-    QFile::remove(appPath + QStringLiteral("Error.log"));
+    QFile::remove(appPath + u"Error.log"_s);
 }
 
-QString RationLibraries::systemDatabasePath() { return appPath + QStringLiteral("tessel.dat"); }
+QString RationLibraries::systemDatabasePath() { return appPath + u"tessel.dat"_s; }
 QString RationLibraries::path(const char* fileName) { return joinPath(regionFolder(), utf8(fileName)); }
 
 void RationLibraries::list(const std::vector<Listed>& libraries) const {

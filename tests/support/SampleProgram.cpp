@@ -10,6 +10,8 @@
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 
+using namespace Qt::StringLiterals;
+
 QString builtProgramFolder() { return qEnvironmentVariable("TESSEL_BUILT"); }
 
 void installSamples() {
@@ -19,11 +21,10 @@ void installSamples() {
     done = true;
     const QDir from(builtProgramFolder());
     const QDir to(programFolder());
-    QDirIterator files(from.path(), {QStringLiteral("*")}, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator files(from.path(), {u"*"_s}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString name = from.relativeFilePath(files.next());
-        const bool wanted = name == QLatin1String("tessel.dat") || name.startsWith(QLatin1String("Data/")) ||
-                            name.startsWith(QLatin1String("Res/"));
+        const bool wanted = name == u"tessel.dat"_s || name.startsWith(u"Data/"_s) || name.startsWith(u"Res/"_s);
         if (!wanted || to.exists(name))
             continue;
         to.mkpath(QFileInfo(name).path());
@@ -33,14 +34,14 @@ void installSamples() {
 }
 
 QString sampleLibraryName() {
-    const QStringList names = QDir(joinPath(builtProgramFolder(), QStringLiteral("Data")))
-                                  .entryList({QStringLiteral("*.bdb")}, QDir::Files, QDir::Name);
+    const QStringList names =
+        QDir(joinPath(builtProgramFolder(), u"Data"_s)).entryList({u"*.bdb"_s}, QDir::Files, QDir::Name);
     return names.isEmpty() ? QString() : names.constFirst();
 }
 
 QString copyOfSampleLibrary(const QString& name) {
     installSamples();
-    const QString source = joinPath(joinPath(builtProgramFolder(), QStringLiteral("Data")), sampleLibraryName());
+    const QString source = joinPath(joinPath(builtProgramFolder(), u"Data"_s), sampleLibraryName());
     const QString path = dataPath + name;
     QFile::remove(path);
     EXPECT_TRUE(QFile::copy(source, path));

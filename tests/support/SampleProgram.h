@@ -2,6 +2,8 @@
 
 #include <QString>
 
+using namespace Qt::StringLiterals;
+
 /// The program folder that the build made, with its samples and icons.
 QString builtProgramFolder();
 
@@ -10,7 +12,7 @@ QString builtProgramFolder();
 void installSamples();
 
 /// A fresh copy of the sample library in the Data folder, under `name`.
-QString copyOfSampleLibrary(const QString& name = QStringLiteral("copy.bdb"));
+QString copyOfSampleLibrary(const QString& name = u"copy.bdb"_s);
 
 /// The name of the sample library's file.
 QString sampleLibraryName();

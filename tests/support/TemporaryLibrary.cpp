@@ -9,11 +9,13 @@
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"
 
+using namespace Qt::StringLiterals;
+
 TemporaryLibrary::TemporaryLibrary() : m_connection(GetOrmConn(path())) {
     EXPECT_TRUE(CreateAllBillDBTable(m_connection.get()));
 }
 
-QString TemporaryLibrary::path() const { return joinPath(m_folder.path(), QStringLiteral("library.bdb")); }
+QString TemporaryLibrary::path() const { return joinPath(m_folder.path(), u"library.bdb"_s); }
 
 void TemporaryLibrary::run(const SqlText& statement) const {
     try {
@@ -31,6 +33,6 @@ QStringList rowsInFile(const QString& path, const SqlText& query) {
     QStringList rows;
     Recordset recordset = reader.OpenRecordset(query);
     for (; !recordset.EndOfFile(); recordset.MoveNext())
-        rows << recordset.joined(QStringLiteral("|"));
+        rows << recordset.joined(u"|"_s);
     return rows;
 }

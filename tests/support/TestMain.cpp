@@ -12,6 +12,8 @@
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 std::unique_ptr<QTemporaryDir> folder;
 }
@@ -31,10 +33,10 @@ int main(int argc, char** argv) {
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder->path());
     QApplication application(argc, argv);
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QDir(folder->path()).mkdir(QStringLiteral("Data"));
+    QApplication::setStyle(u"Fusion"_s);
+    QDir(folder->path()).mkdir(u"Data"_s);
     appPath = withSeparator(programFolder());
-    dataPath = withSeparator(joinPath(programFolder(), QStringLiteral("Data")));
+    dataPath = withSeparator(joinPath(programFolder(), u"Data"_s));
     const int result = RUN_ALL_TESTS();
     folder.reset();
     return result;

@@ -9,6 +9,8 @@
 #include "app/base/Text.h"
 #include "tests/support/ModalAnswers.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const char* const tables[] = {"tblSYB", "tblBill", "tblParm", "tblCont", "tblContDe", "tblBillSpec", "tblSpecEnum"};
@@ -23,8 +25,8 @@ QMap<QString, QStringList> rowsOf(const TemporaryLibrary& library) {
     for (const char* name : tables) {
         const QString table = QString::fromLatin1(name);
         for (const QString& line : library.rowsInFile(sql("SELECT * FROM ", table))) {
-            const QStringList cells = line.split(QLatin1Char('|'));
-            rows.insert(table + QLatin1Char(' ') + cells.first().rightJustified(5, QLatin1Char('0')), cells);
+            const QStringList cells = line.split(u'|');
+            rows.insert(table + u' ' + cells.first().rightJustified(5, u'0'), cells);
         }
     }
     return rows;
@@ -62,32 +64,32 @@ QString DetailedLibrary::changes(const std::function<void()>& act) const {
     QStringList lines;
     QMap<QString, QString> ids;  // of a line that is being put together
     const auto note = [&](const QString& row, QChar kind, const QString& change) {
-        const QString line = row.section(QLatin1Char(' '), 0, 0) + kind + change;
+        const QString line = row.section(u' ', 0, 0) + kind + change;
         if (!ids.contains(line))
             lines << line;
-        ids[line] += QLatin1Char(' ') + kind + QString::number(row.section(QLatin1Char(' '), 1).toInt());
+        ids[line] += u' ' + kind + QString::number(row.section(u' ', 1).toInt());
     };
     for (auto row = before.begin(); row != before.end(); ++row)
         if (!after.contains(row.key()))
-            note(row.key(), QLatin1Char('-'), {});
+            note(row.key(), u'-', {});
     for (auto row = after.begin(); row != after.end(); ++row) {
-        const QStringList columns = columnsOf(*this, row.key().section(QLatin1Char(' '), 0, 0));
-        const QStringList old = before.value(row.key(), QStringList(columns.size(), QStringLiteral("NULL")));
+        const QStringList columns = columnsOf(*this, row.key().section(u' ', 0, 0));
+        const QStringList old = before.value(row.key(), QStringList(columns.size(), u"NULL"_s));
         QString change;
         for (qsizetype i = 1; i < columns.size(); ++i) {
             const QString& cell = row.value()[i];
-            const bool now = columns[i] == QLatin1String("LastUpdate") && cell >= start && cell <= nowText();
+            const bool now = columns[i] == u"LastUpdate"_s && cell >= start && cell <= nowText();
             if (cell != old[i])
-                change += QLatin1Char(' ') + columns[i] + QLatin1Char('=') + (now ? QStringLiteral("now") : cell);
+                change += u' ' + columns[i] + u'=' + (now ? u"now"_s : cell);
         }
         if (!change.isEmpty())
             note(row.key(), QLatin1Char(before.contains(row.key()) ? '~' : '+'), change);
     }
     for (QString& line : lines) {
-        const auto table = line.indexOf(QRegularExpression(QStringLiteral("[-~+]")));
+        const auto table = line.indexOf(QRegularExpression(u"[-~+]"_s));
         line = line.first(table) + ids[line] + line.mid(table + 1);
     }
-    return lines.join(QLatin1Char('\n'));
+    return lines.join(u'\n');
 }
 
 void expectWriting(const Writing& writing) {
@@ -104,9 +106,9 @@ void expectWriting(const Writing& writing) {
         if (disturbance == Nothing || (disturbance == NoLibrary && writing.failing == Statement))
             places.clear();
         if (disturbance == NoLibrary && inSavepoint)
-            places = QStringList{QStringLiteral("ModDBOperator.SetSP")};
+            places = QStringList{u"ModDBOperator.SetSP"_s};
         if (disturbance == Read && inSavepoint)
-            places = QStringList{QStringLiteral("ModDBOperator.ReleaseSP")};
+            places = QStringList{u"ModDBOperator.ReleaseSP"_s};
         if (disturbance == Read && writing.failing == LeftOpen)
             expected = QString::fromUtf8(writing.changes);
         if (disturbance == Refused)
