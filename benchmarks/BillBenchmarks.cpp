@@ -24,8 +24,8 @@ int lastOf(const benchmark::State& state) { return billsInFullChapter(shapeOf(st
 QString codeOf(int number) { return QLatin1String(fullChapter) + u"%1"_s.arg(number, 3, 10, QChar(u'0')); }
 
 /// Bills `first` to `last` of the full chapter, each with its code moved on by `by`.
-std::vector<BillCode> shifted(int first, int last, int by) {
-    std::vector<BillCode> bills;
+std::vector<Bill> shifted(int first, int last, int by) {
+    std::vector<Bill> bills;
     for (int number = first; number <= last; ++number)
         bills.push_back({number, codeOf(number + by)});
     return bills;
@@ -93,7 +93,7 @@ Change movingFirstDown() {
 void addAtTopInFile(benchmark::State& state) {
     const int last = lastOf(state);
     Change change = addingAtTop(last);
-    change.ours = onConnection([last](Connection* library) { addBill(library, codeOf(2), shifted(2, last - 1, 1)); });
+    change.ours = onConnection([last](Connection* library) { return addBill(library, codeOf(2), shifted(2, last - 1, 1)).has_value(); });
     compareChange(state, change, Limit::times(3));
 }
 
@@ -107,7 +107,7 @@ void addAtTop(benchmark::State& state) {
 void deleteFirstInFile(benchmark::State& state) {
     const int last = lastOf(state);
     Change change = deletingFirst(last);
-    change.ours = onConnection([last](Connection* library) { deleteBill(library, 1, shifted(2, last, -1)); });
+    change.ours = onConnection([last](Connection* library) { return deleteBill(library, 1, shifted(2, last, -1)); });
     compareChange(state, change, Limit::times(3));
 }
 
@@ -124,7 +124,7 @@ void moveDownInFile(benchmark::State& state) {
     const QString unused = codeOf(lastOf(state) + 1);
     Change change = movingFirstDown();
     change.ours = onConnection([unused](Connection* library) {
-        moveBill(library, {1, codeOf(1)}, {2, codeOf(2)}, unused);
+        return moveBill(library, {1, codeOf(1)}, {2, codeOf(2)}, unused);
     });
     compareChange(state, change, Limit::times(3));
 }

@@ -6,6 +6,7 @@
 #include "benchmarks/Subjects.h"
 #include "editor/chapters/ChapterData.h"
 #include "editor/chapters/ChapterPane.h"
+#include "editor/common/LibraryDocument.h"
 #include "editor/chapters/ChapterTree.h"
 #include "storage/LibraryConnection.h"
 
@@ -20,9 +21,10 @@ constexpr char allChapters[] = "SELECT * FROM tblSYB WHERE IFNULL(Code,'')<>'' O
 
 void buildTree(benchmark::State& state) {
     const int bills = static_cast<int>(state.range(0));
-    const std::unique_ptr<Connection> library = GetOrmConn(generatedLibrary(bills));
-    ChapterPane pane;
-    pane.setConnection(library.get());
+    LibraryDocument library;
+    if (!library.open(generatedLibrary(bills)))
+        return state.SkipWithError("the library cannot be opened");
+    ChapterPane pane(library);
     pane.resize(300, 700);
     pane.show();
     PlainDatabase plain(generatedLibrary(bills));

@@ -45,7 +45,7 @@ Change addingAmongMany() {
 void addFeatureInFile(benchmark::State& state) {
     Change change = addingAmongMany();
     change.ours = onConnection(
-        [](Connection* library) { addFeature(library, 1, GetCopyName(library, defaultName, "tblBillSpec", "Name")); });
+        [](Connection* library) { return addFeature(library, 1, GetCopyName(library, defaultName, "tblBillSpec", "Name")).has_value(); });
     compareChange(state, change, Limit::times(3));
 }
 

@@ -9,6 +9,7 @@
 #include "benchmarks/Subjects.h"
 #include "benchmarks/generator/LibraryGenerator.h"
 #include "editor/bills/BillPane.h"
+#include "editor/common/LibraryDocument.h"
 #include "editor/chapters/ChapterPane.h"
 #include "storage/LibraryConnection.h"
 #include "storage/SystemDatabase.h"
@@ -27,9 +28,10 @@ PlainStatement plainList(PlainDatabase& library) {
 /// The bill list alone: what showing one screen of its rows costs is allowed on top.
 void listChapter(benchmark::State& state) {
     const QString path = generatedLibrary(billsOf(state));
-    const std::unique_ptr<Connection> library = GetOrmConn(path);
-    BillPane pane;
-    pane.setConnection(library.get());
+    LibraryDocument library;
+    if (!library.open(path))
+        return state.SkipWithError("the library cannot be opened");
+    BillPane pane(library);
     pane.resize(1000, 400);
     pane.show();
     const auto list = [&] {
@@ -42,9 +44,9 @@ void listChapter(benchmark::State& state) {
     const KeyedGrid* grid = pane.grdBillList();
     const int rowsOfScreen = grid->viewport()->height() / grid->rowHeight(0) + 1;
     const auto showScreen = [&] {
-        Recordset rows = library->OpenRecordset(sql("SELECT * FROM tblBill WHERE ID<=", rowsOfScreen));
+        Recordset rows = library.connection()->OpenRecordset(sql("SELECT * FROM tblBill WHERE ID<=", rowsOfScreen));
         return milliseconds([&] {
-            pane.ListBillData(&rows);
+            pane.ListBillData(rows);
             QCoreApplication::processEvents();
         });
     };
@@ -100,12 +102,12 @@ void changeBill(benchmark::State& state) {
 void query(benchmark::State& state, const QString& text) {
     const QString path = generatedLibrary(billsOf(state));
     EditorWindow window(path);
-    window->billPane()->queryText = [text] { return text; };
+    
     PlainDatabase plain(path);
     PlainStatement query = plain.prepare(u"SELECT * FROM tblBill WHERE Code LIKE '%%1%' ORDER BY Code"_s.arg(text));
     PlainDetails details(plain);
     compare(
-        state, [&] { return window.timed([&] { window->billPane()->mnuQueryBill_Click(); }); },
+        state, [&] { return window.timed([&] { window->billPane()->mnuQueryBill_Click(text); }); },
         [&] {
             return milliseconds([&] {
                 query.readAll();

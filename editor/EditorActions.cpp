@@ -1,11 +1,14 @@
+#include <QLineEdit>
+
 #include "app/base/Guarded.h"
-#include "app/base/Text.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
 #include "editor/bills/BillPane.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
+#include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentPane.h"
+#include "editor/contents/ContentRows.h"
 #include "editor/frmEditor.h"
 
 using namespace Qt::StringLiterals;
@@ -31,9 +34,6 @@ void addGuarded(CommandBars* host, std::vector<CommandAction> actions, const cha
     host->addActions(std::move(actions));
 }
 
-bool listsQueryResult(const KeyedGrid* bills) { return numericValue(bills->tag()) == 1; }
-bool listsChapter(const KeyedGrid* bills) { return numericValue(bills->tag()) == 0; }
-
 }  // namespace
 
 void frmEditor::CreateActions() {
@@ -48,13 +48,13 @@ void frmEditor::CreateActions() {
 std::vector<CommandAction> frmEditor::chapterActions() {
     ChapterPane* pane = m_chapters;
     KeyedTree* tree = pane->tvSYB();
-    const KeyedGrid* bills = m_bills->grdBillList();
+    const LibraryDocument* library = m_library;
     const QString category = u"Content"_s;
 
     const auto selected = [tree] { return tree->selectedNode() != nullptr; };
     const auto mayHaveChildren = [tree] {
         const KeyedTree::Node* node = tree->selectedNode();
-        return node && KeyedTree::tag(node).size() < 6;
+        return node && KeyedTree::tag(node).size() < deepestChapterLength;
     };
     const auto hasPrevious = [tree] {
         const KeyedTree::Node* node = tree->selectedNode();
@@ -68,7 +68,7 @@ std::vector<CommandAction> frmEditor::chapterActions() {
     return {
         command(
             100, u"添加目录"_s, u"ContentNew"_s, category, [pane] { pane->mnuAddContent_Click(); },
-            [bills] { return !listsQueryResult(bills); }),
+            [library] { return !library->listsQuery(); }),
         command(
             101, u"添加子目录"_s, u"ContentAddSub"_s, category, [pane] { pane->mnuAddSubContent_Click(); },
             mayHaveChildren),
@@ -91,24 +91,22 @@ std::vector<CommandAction> frmEditor::chapterActions() {
 std::vector<CommandAction> frmEditor::billActions() {
     BillPane* pane = m_bills;
     ContentPane* contents = m_contents;
-    const KeyedTree* tree = m_chapters->tvSYB();
+    const LibraryDocument* library = m_library;
     const KeyedGrid* bills = pane->grdBillList();
     const KeyedGrid* grid = contents->grdConcent();
     const QString bill = u"Bill"_s;
     const QString feature = u"Feature"_s;
     const QString project = u"Project"_s;
 
-    const auto mayMoveUp = [bills] { return listsChapter(bills) && bills->hasRows() && bills->row() != 0; };
-    const auto mayMoveDown = [bills] {
-        return listsChapter(bills) && bills->hasRows() && bills->row() != bills->rowCount() - 1;
+    const auto mayMoveUp = [library, bills] { return !library->listsQuery() && bills->hasRows() && bills->row() != 0; };
+    const auto mayMoveDown = [library, bills] {
+        return !library->listsQuery() && bills->hasRows() && bills->row() != bills->rowCount() - 1;
     };
-    const auto mayAddBill = [bills, tree] {
-        const KeyedTree::Node* node = tree->selectedNode();
-        return listsChapter(bills) && node && KeyedTree::tag(node).size() == 6;
-    };
-    const auto unlockedLevel = [contents, grid](auto&& rule) {
-        return [contents, grid, rule] {
-            return !contents->isLocked() && grid->row() >= 0 && rule(grid->level(grid->row()));
+    const auto mayAddBill = [library] { return !library->listsQuery() && holdsBills(library->chapter()); };
+    const auto billIsCurrent = [library] { return library->currentBill() != nullptr; };
+    const auto onLevel = [library, grid](auto&& rule) {
+        return [library, grid, rule] {
+            return !library->isShownBillGone() && grid->row() >= 0 && rule(grid->level(grid->row()));
         };
     };
 
@@ -118,7 +116,8 @@ std::vector<CommandAction> frmEditor::billActions() {
         command(
             201, u"删除清单"_s, u"BillDel"_s, bill, [pane] { pane->mnuDeleteBill_Click(); },
             [bills] { return bills->hasRows(); }),
-        command(202, u"查找清单"_s, u"BillQuery"_s, bill, [pane] { pane->mnuQueryBill_Click(); }),
+        command(202, u"查找清单"_s, u"BillQuery"_s, bill,
+                [this] { m_bills->mnuQueryBill_Click(m_searchText->text()); }),
         command(
             104, u"上移"_s, u"ContentUp"_s, bill, [pane] { pane->MoveBillRow(true); }, mayMoveUp),
         command(
@@ -127,36 +126,37 @@ std::vector<CommandAction> frmEditor::billActions() {
         command(301, u"删除项目特征"_s, u"FeatureDel"_s, feature),
         command(
             400, u"添加工程内容"_s, u"ContentDown"_s, project, [contents] { contents->munAddBillCont_Click(); },
-            [bills] { return bills->row() >= 0; }),
+            billIsCurrent),
         command(
             401, u"添加工程细节"_s, u"ContentLeft"_s, project, [contents] { contents->munAddBillSubCont_Click(); },
-            unlockedLevel([](int level) { return level < 2; })),
+            onLevel([](int level) { return level < ContentRows::rationLevel; })),
         command(
             402, u"添加定额"_s, u"ContentRight"_s, project, [contents] { contents->munAddBillContDe_Click(); },
-            unlockedLevel([](int level) { return level != 0; })),
+            onLevel([](int level) { return level != ContentRows::contentLevel; })),
         command(
-            403, u"删除工作内容"_s, u"ContentRight"_s, project, [this] { deleteContentRow(); },
-            unlockedLevel([](int) { return true; })),
+            403, u"删除工作内容"_s, u"ContentRight"_s, project, [contents] { contents->deleteCurrentRow(); },
+            onLevel([](int) { return true; })),
     };
 }
 
 std::vector<CommandAction> frmEditor::featureActions() {
     FeaturePane* pane = m_features;
-    const KeyedGrid* bills = m_bills->grdBillList();
+    const LibraryDocument* library = m_library;
     const KeyedGrid* features = pane->grdSpec();
     const QString category = u"Spec"_s;
     return {
         command(
             300, u"添加项目特征"_s, QString(), category, [pane] { pane->mnuAddFeature_Click(); },
-            [bills] { return bills->row() >= 0; }),
+            [library] { return library->currentBill() != nullptr; }),
         command(
             301, u"删除项目特征"_s, QString(), category, [pane] { pane->mnuDeleteFeature_Click(); },
-            [pane, features] { return !pane->isLocked() && features->row() >= 0; }),
+            [library, features] { return !library->isShownBillGone() && features->row() >= 0; }),
     };
 }
 
 std::vector<CommandAction> frmEditor::featureValueActions() {
     FeaturePane* pane = m_features;
+    const LibraryDocument* library = m_library;
     const KeyedGrid* features = pane->grdSpec();
     const KeyedGrid* values = pane->grdSpecEnum();
     const QString category = u"SpecEnum"_s;
@@ -164,12 +164,12 @@ std::vector<CommandAction> frmEditor::featureValueActions() {
     return {
         command(
             300, u"添加特征值"_s, QString(), category, [pane] { pane->mnuAddFeatureVal_Click(); },
-            [pane, features] {
-                return !pane->isLocked() && features->hasRows() &&
+            [library, features] {
+                return !library->isShownBillGone() && features->hasRows() &&
                        features->value(features->row(), u"type"_s) == enumeration;
             }),
         command(
             301, u"删除特征值"_s, QString(), category, [pane] { pane->mnuDeleteFeatureVal_Click(); },
-            [pane, values] { return !pane->isLocked() && values->row() >= 0; }),
+            [library, values] { return !library->isShownBillGone() && values->row() >= 0; }),
     };
 }

@@ -50,7 +50,7 @@ void frmEditor::InitFormView() {
     layout->addWidget(whole);
 
     SetVsGridStyle();
-    connectPanes();
+    connect(m_contents, &ContentPane::rationWanted, this, &frmEditor::openRationBrowser);
 }
 
 void frmEditor::SetVsGridStyle() {
@@ -63,32 +63,4 @@ void frmEditor::SetVsGridStyle() {
     for (KeyedGrid* grid :
          {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
         SetVSFlexGridStyle(grid);
-}
-
-void frmEditor::connectPanes() {
-    m_chapters->chapterClicked = [this](const QString& tag) { chapterClicked(tag); };
-    m_chapters->chapterDeleted = [this] { lockDetailsOfDeletedBill(); };
-
-    m_bills->selectedChapter = [this] {
-        const KeyedTree::Node* node = m_chapters->tvSYB()->selectedNode();
-        return node ? KeyedTree::tag(node) : QString();
-    };
-    m_bills->deselectChapter = [this] { m_chapters->tvSYB()->selectNode(nullptr); };
-    m_bills->queryText = [this] { return m_searchText->text(); };
-    m_bills->billChanged = [this](qint64 billId) {
-        m_contents->LoadBillContent(billId);
-        m_features->LoadBillSpec(billId);
-    };
-    m_bills->listEmptied = [this] { m_contents->grdConcent()->clearRows(); };
-
-    m_features->currentBillId = [this] {
-        const KeyedGrid* bills = m_bills->grdBillList();
-        return bills->value(bills->row(), u"id"_s);
-    };
-    m_contents->currentBill = [this] {
-        const KeyedGrid* bills = m_bills->grdBillList();
-        const int row = bills->row();
-        return CurrentBill{bills->value(row, u"id"_s), row < 0 ? QString() : bills->text(row, u"code"_s)};
-    };
-    m_contents->ellipsisClicked = [this](const QString& dekId) { openRationBrowser(dekId); };
 }

@@ -2,49 +2,42 @@
 
 #include <QCloseEvent>
 #include <QTabWidget>
-#include <vector>
 
 #include "app/base/Definitions.h"
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
-#include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
 #include "editor/RationLibraries.h"
 #include "editor/bills/BillPane.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
+#include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentPane.h"
 #include "ration_browser/frmDekBrowser.h"
-#include "storage/LibraryConnection.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Connections that could not be closed: what they still hold is committed at a later event or at the end.
-void keepOpen(std::unique_ptr<Connection> connection) {
-    static std::vector<std::unique_ptr<Connection>> kept;
-    kept.push_back(std::move(connection));
-}
-
-}  // namespace
-
 frmEditor::frmEditor(QWidget* mainWindow)
     : m_mainWindow(mainWindow),
-      m_chapters(new ChapterPane(this)),
-      m_bills(new BillPane(this)),
-      m_features(new FeaturePane(this)),
-      m_contents(new ContentPane(this)),
+      m_library(new LibraryDocument),
+      m_chapters(new ChapterPane(*m_library, this)),
+      m_bills(new BillPane(*m_library, this)),
+      m_contents(new ContentPane(*m_library, this)),
+      m_features(new FeaturePane(*m_library, this)),
       tabBillDetail(new QTabWidget(this)),
       CommandBars1(new CommandBars(this, u"CommandBars1"_s)),
       CommandBars2(new CommandBars(this, u"CommandBars2"_s)),
       CommandBars3(new CommandBars(this, u"CommandBars3"_s)),
       CommandBars4(new CommandBars(this, u"CommandBars4"_s)) {
     setObjectName(u"frmEditor"_s);
+    m_library->setParent(this);
+    m_library->commitPending = [this] { return commitPending(); };
 }
 
 frmEditor::~frmEditor() { Form_Unload(); }
+
+Connection* frmEditor::ormConn() const { return m_library->connection(); }
 
 void frmEditor::setDBFilePath(const QString& path) {
     m_DBFilePath = path;
@@ -52,7 +45,7 @@ void frmEditor::setDBFilePath(const QString& path) {
     setWindowTitle(m_DBFileName);
 }
 
-QString frmEditor::DekID() const { return m_contents->DekID; }
+QString frmEditor::DekID() const { return m_library->defaultRationLibrary(); }
 
 CommandBars* frmEditor::commandBars(int host) const {
     CommandBars* const hosts[] = {CommandBars1, CommandBars2, CommandBars3, CommandBars4};
@@ -68,15 +61,10 @@ bool frmEditor::Form_Load() {
         CreateToolbarsBill();
         CreateContextMenus();
         LoadAllToolbarsIcons();
-        m_ormConn = GetOrmConn(m_DBFilePath);
-        opened = m_ormConn != nullptr;
+        opened = m_library->open(m_DBFilePath);
         if (!opened)
             showMessage(u"打开"_s + m_DBFilePath + u"文件失败！"_s, u"提示"_s, MessageIcon::Exclamation);
-        m_chapters->setConnection(m_ormConn.get());
-        m_bills->setConnection(m_ormConn.get());
-        m_features->setConnection(m_ormConn.get());
-        m_contents->setConnection(m_ormConn.get());
-        m_contents->DekID = GetDefDekID(m_DBFileName);
+        m_library->setDefaultRationLibrary(GetDefDekID(m_DBFileName));
         m_contents->setDekComboList(GetDekComboList());
         m_chapters->CreateTvwSYB();
         if (tabBillDetail->count() > 0)
@@ -92,22 +80,7 @@ void frmEditor::Form_Unload() {
     frmDekBrowser::forget(this);
     for (CommandBars* host : {CommandBars1, CommandBars2, CommandBars3, CommandBars4})
         host->disconnect();
-    const bool closed = guarded({"frmEditor", "Form_Unload"}, [this] {
-        if (!m_ormConn || m_ormConn->State() != 1)
-            return true;
-        m_ormConn->commitLeftovers();
-        if (fso().FileExists(companionPath(m_DBFilePath)))
-            m_ormConn->Execute("detach database dbext;");
-        m_ormConn->Close();
-        return true;
-    });
-    m_chapters->setConnection(nullptr);
-    m_bills->setConnection(nullptr);
-    m_features->setConnection(nullptr);
-    m_contents->setConnection(nullptr);
-    if (!closed)
-        keepOpen(std::move(m_ormConn));
-    m_ormConn.reset();
+    m_library->close();
 }
 
 bool frmEditor::commitPending() {
@@ -126,39 +99,6 @@ void frmEditor::closeEvent(QCloseEvent* event) {
 void frmEditor::WinCommand(short mode, const QString& deh, const QString& dekID) {
     if (commitPending())
         m_contents->WinCommand(mode, deh, dekID);
-}
-
-void frmEditor::chapterClicked(const QString& tag) {
-    if (tag.size() == 6)
-        m_bills->LoadBill(tag);
-    else
-        m_bills->clearList();
-    m_bills->grdBillList()->setTag(u"0"_s);
-}
-
-void frmEditor::lockDetailsOfDeletedBill() {
-    guarded({"frmEditor", "lockDetailsOfDeletedBill"}, [this] {
-        const auto gone = [this](qint64 billId) {
-            return billId > 0 && requireConnection(ormConn())
-                                     .OpenRecordset(sql("SELECT ID FROM tblBill WHERE ID=", billId, ";"))
-                                     .EndOfFile();
-        };
-        m_features->setLocked(gone(m_features->shownBill()));
-        m_contents->setLocked(gone(m_contents->shownBill()));
-    });
-}
-
-void frmEditor::deleteContentRow() {
-    const KeyedGrid* grid = m_contents->grdConcent();
-    const int row = grid->row();
-    if (row < 0)
-        return;
-    if (grid->level(row) <= 0)
-        m_contents->mnuDelBillCont_Click();
-    else if (grid->level(row) == 1)
-        m_contents->munDelBillSubCont_Click();
-    else
-        m_contents->munDelBillContDe_Click();
 }
 
 void frmEditor::openRationBrowser(const QString& dekId) {

@@ -1,23 +1,23 @@
 #pragma once
 
 #include <QWidget>
-#include <memory>
 
 #include "app/controls/CommandBars.h"
 #include "ration_browser/RationReceiver.h"
-#include "storage/Connection.h"
 
 class BillPane;
 class ChapterPane;
+class Connection;
 class ContentPane;
 class FeaturePane;
+class LibraryDocument;
 class QLineEdit;
 class QMenu;
 class QTabWidget;
 
 /// The editor of one bill library: chapter tree, bill list and the details of the current bill.
 ///
-/// It owns the connection on the library, puts the panes together and holds the command tables of the four command-bar
+/// It puts the panes together around one LibraryDocument and holds the command tables of the four command-bar
 /// hosts. Every edit is in the file when its event is over; there is nothing to save.
 class frmEditor : public QWidget, public RationReceiver {
     Q_OBJECT
@@ -34,15 +34,15 @@ public:
     QString DBFileName() const { return m_DBFileName; }
 
     /// The connection on the library; null when it could not be opened.
-    Connection* ormConn() const { return m_ormConn.get(); }
+    Connection* ormConn() const;
     /// Id of the library's default ration library; empty when it has none.
     QString DekID() const;
+    const LibraryDocument& library() const { return *m_library; }
 
     /// Opens the library and fills the views. False when the library could not be opened: the window is to be unloaded
     /// then. The rest of the loading is done in that case too.
     bool Form_Load();
-    /// Detaches the companion file and closes the connection. A connection that cannot be detached or closed stays
-    /// open until the process ends. Done by closing the window, once.
+    /// Closes the library. Done by closing the window, once.
     void Form_Unload();
 
     /// Ends what is still being typed as an edit. False when a cell editor had to stay open.
@@ -65,7 +65,6 @@ private:
     // EditorLayout.cpp
     void InitFormView();
     void SetVsGridStyle();
-    void connectPanes();
 
     // EditorActions.cpp: what the commands are, do, and when they are enabled.
     void CreateActions();
@@ -80,21 +79,19 @@ private:
     void CreateContextMenus();
     void LoadAllToolbarsIcons();
 
-    void chapterClicked(const QString& tag);
-    void deleteContentRow();
-    void lockDetailsOfDeletedBill();
     void openRationBrowser(const QString& dekId);
 
     QWidget* m_mainWindow;
     QString m_DBFilePath;
     QString m_DBFileName;
-    std::unique_ptr<Connection> m_ormConn;
+    LibraryDocument* m_library;
     bool m_unloaded = false;
 
+    // In this order, in which they hear of a change: contents before features.
     ChapterPane* m_chapters;
     BillPane* m_bills;
-    FeaturePane* m_features;
     ContentPane* m_contents;
+    FeaturePane* m_features;
     QTabWidget* tabBillDetail;
 
     CommandBars* CommandBars1;

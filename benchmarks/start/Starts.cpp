@@ -66,8 +66,8 @@ void useLibrary(const QString& library) {
     QTreeWidgetItemIterator node(chapters->tvSYB());
     for (int count = 0; *node && count < clicked; ++count, ++node)
         chapters->tvSYB_NodeClick(*node);
-    window->billPane()->queryText = [] { return u"0"_s; };
-    window->billPane()->mnuQueryBill_Click();
+    
+    window->billPane()->mnuQueryBill_Click(u"0"_s);
     constexpr int shown = 200;
     for (int bill = 0; bill < shown; ++bill) {
         pressKey(window->billPane()->grdBillList(), Qt::Key_Down);

@@ -1,6 +1,5 @@
 #include "editor/bills/BillData.h"
 
-#include "app/base/Guarded.h"
 #include "app/base/Text.h"
 #include "editor/common/InSavepoint.h"
 #include "storage/LibraryConnection.h"
@@ -10,15 +9,15 @@ namespace {
 
 /// An index on the work contents' bill serves the statements that follow, one per bill. For a few of them it would
 /// cost more than it saves.
-std::unique_ptr<TemporaryIndex> indexForShifting(Connection& connection, const std::vector<BillCode>& bills) {
+std::unique_ptr<TemporaryIndex> indexForShifting(Connection& connection, const std::vector<Bill>& bills) {
     constexpr std::size_t worthAnIndex = 4;
     if (bills.size() < worthAnIndex)
         return nullptr;
     return std::make_unique<TemporaryIndex>(&connection, "tblCont", "BillId");
 }
 
-void shiftBills(Connection& connection, const std::vector<BillCode>& bills) {
-    for (const BillCode& bill : bills) {
+void shiftBills(Connection& connection, const std::vector<Bill>& bills) {
+    for (const Bill& bill : bills) {
         connection.Execute(sql("Update tblCont set Code='", bill.code, "' where BillId=", bill.id));
         connection.Execute(sql("Update tblBill set Code='", bill.code, "' where Id=", bill.id));
     }
@@ -43,13 +42,11 @@ Recordset billsWithCode(Connection* ormConn, const QString& text) {
 }
 
 bool ModifyBill(Connection* ormConn, qint64 id, const QString& field, const QString& value) {
-    return guarded({"frmEditor", "ModifyBill"}, [&] {
-        return ExecuteDDL(ormConn, sql("UPDATE tblBill SET ", field, "='", value, "' , LastUpdate='", nowText(),
-                                       "' WHERE id='", id, "';"));
-    });
+    return ExecuteDDL(ormConn, sql("UPDATE tblBill SET ", field, "='", value, "' , LastUpdate='", nowText(),
+                                   "' WHERE id='", id, "';"));
 }
 
-std::optional<qint64> addBill(Connection* ormConn, const QString& code, const std::vector<BillCode>& shifted) {
+std::optional<qint64> addBill(Connection* ormConn, const QString& code, const std::vector<Bill>& shifted) {
     qint64 id = 0;
     const bool added = inSavepoint("mnuAddBill_Click", ormConn, [&](Connection& connection) {
         connection.Execute(
@@ -64,7 +61,7 @@ std::optional<qint64> addBill(Connection* ormConn, const QString& code, const st
     return added ? std::optional(id) : std::nullopt;
 }
 
-bool deleteBill(Connection* ormConn, qint64 id, const std::vector<BillCode>& shifted) {
+bool deleteBill(Connection* ormConn, qint64 id, const std::vector<Bill>& shifted) {
     return inSavepoint("mnuDeleteBill_Click", ormConn, [&](Connection& connection) {
         // Made first: it serves the sub-selects too.
         const auto index = indexForShifting(connection, shifted);
@@ -88,7 +85,7 @@ bool deleteBill(Connection* ormConn, qint64 id, const std::vector<BillCode>& shi
     });
 }
 
-bool moveBill(Connection* ormConn, const BillCode& moving, const BillCode& neighbour, const QString& temporaryCode) {
+bool moveBill(Connection* ormConn, const Bill& moving, const Bill& neighbour, const QString& temporaryCode) {
     return inSavepoint("MoveBillRow", ormConn, [&](Connection& connection) {
         reassign(connection, neighbour.id, temporaryCode);
         reassign(connection, moving.id, neighbour.code);

@@ -4,28 +4,16 @@
 #include "app/base/Text.h"
 #include "editor/bills/BillPane.h"
 #include "editor/bills/BillTextBox.h"
+#include "editor/common/LibraryDocument.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct EditableColumn {
-    const char* key;
-    const char* field;
-    /// Longest text, in characters: the width of the column in the file.
-    int limit;
-};
-
-/// All others, the code among them, change by commands or in the text boxes only.
-constexpr EditableColumn editableColumns[] = {
-    {"codeprefix", "CodePreFix", 8},
-    {"name", "Name", 50},
-    {"unit", "Unit", 12},
-};
-
-const EditableColumn* editableColumn(const QString& key) {
-    for (const EditableColumn& column : editableColumns) {
-        if (key.compare(QLatin1String(column.key), Qt::CaseInsensitive) == 0)
+/// The column when its cells may be edited, else null.
+const BillColumn* editableColumn(const QString& key) {
+    for (const BillColumn& column : BillColumns::all) {
+        if (column.longestText > 0 && key.compare(QLatin1String(column.key), Qt::CaseInsensitive) == 0)
             return &column;
     }
     return nullptr;
@@ -36,8 +24,8 @@ const EditableColumn* editableColumn(const QString& key) {
 void BillPane::enableEditing() {
     m_grdBillList->startEdit = [](int, const QString& key) { return editableColumn(key) != nullptr; };
     m_grdBillList->editLimit = [](int, const QString& key) {
-        const EditableColumn* column = editableColumn(key);
-        return column ? column->limit : 0;
+        const BillColumn* column = editableColumn(key);
+        return column ? column->longestText : 0;
     };
     m_grdBillList->validateEdit = [this](int row, const QString& key, QString& text) {
         return grdBillList_ValidateEdit(row, key, text);
@@ -50,9 +38,9 @@ EditVerdict BillPane::grdBillList_ValidateEdit(int row, const QString& key, QStr
     return guarded(
         {"frmEditor", "grdBillList_ValidateEdit"},
         [&] {
-            const EditableColumn* column = editableColumn(key);
+            const BillColumn* column = editableColumn(key);
             const QString typed = trimBlanks(text);
-            if (!column || !ModifyBill(m_ormConn, billId(row), QString::fromLatin1(column->field), typed))
+            if (!column || !ModifyBill(m_library.connection(), bill(row).id, QString::fromLatin1(column->field), typed))
                 return EditVerdict::Restore;
             text = typed;
             return EditVerdict::Accept;
@@ -61,23 +49,23 @@ EditVerdict BillPane::grdBillList_ValidateEdit(int row, const QString& key, QStr
 }
 
 void BillPane::txtRule_Validate() {
-    guarded({"frmEditor", "txtRule_Validate"}, [this] { writeBox(*m_txtRule, u"Rule"_s, u"RULE"_s); });
+    guarded({"frmEditor", "txtRule_Validate"}, [this] { writeBox(*m_txtRule, BillColumns::rule); });
 }
 
 void BillPane::txtContent_Validate() {
-    guarded({"frmEditor", "txtContent_Validate"}, [this] { writeBox(*m_txtContent, u"Cont"_s, u"Cont"_s); });
+    guarded({"frmEditor", "txtContent_Validate"}, [this] { writeBox(*m_txtContent, BillColumns::cont); });
 }
 
-void BillPane::writeBox(BillTextBox& box, const QString& field, const QString& key) {
+void BillPane::writeBox(BillTextBox& box, const BillColumn& column) {
     const QString text = box.text();
-    if (!ModifyBill(m_ormConn, box.billId(), field, text)) {
+    if (!ModifyBill(m_library.connection(), box.billId(), QString::fromLatin1(column.field), text)) {
         box.restore();
         return;
     }
     box.setStored(text);
     for (int row = 0; row < m_grdBillList->rowCount(); ++row) {
-        if (billId(row) == box.billId())
-            m_grdBillList->setText(row, key, text);
+        if (bill(row).id == box.billId())
+            setCell(row, column, text);
     }
 }
 

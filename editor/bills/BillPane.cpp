@@ -5,32 +5,31 @@
 
 #include "app/base/Guarded.h"
 #include "editor/bills/BillTextBox.h"
+#include "editor/common/LibraryDocument.h"
 #include "storage/LibraryConnection.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
-constexpr Qt::Alignment centre = Qt::AlignCenter;
-
-std::vector<GridColumn> billColumns() {
-    return {
-        {QString(), QString(), 225, left, left},
-        {u"id"_s, u"id"_s, 900, left, left, false},
-        {u"CodePreFix"_s, u"前缀"_s, 960, centre, centre},
-        {u"Code"_s, u"编号"_s, 1590, left, centre},
-        {u"Name"_s, u"清单名称"_s, 4995, left, centre},
-        {u"Unit"_s, u"单位"_s, 1155, centre, centre},
-        {u"Cont"_s, u"工作内容"_s, 2475, left, centre, false},
-        {u"RULE"_s, u"计算规则"_s, 2985, left, centre, false},
-    };
+std::vector<GridColumn> gridColumns() {
+    constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+    // The mark of the current row has a column of its own.
+    std::vector<GridColumn> columns{{QString(), QString(), 225, left, left}};
+    for (const BillColumn& column : BillColumns::all)
+        columns.push_back({.key = QString::fromLatin1(column.key),
+                           .caption = QString::fromUtf16(column.caption),
+                           .twips = column.twips,
+                           .cells = column.centred ? Qt::Alignment(Qt::AlignCenter) : left,
+                           .shown = column.shown});
+    return columns;
 }
 
 }  // namespace
 
-BillPane::BillPane(QWidget* parent)
+BillPane::BillPane(LibraryDocument& library, QWidget* parent)
     : QWidget(parent),
+      m_library(library),
       m_layout(new QVBoxLayout(this)),
       m_grdBillList(new KeyedGrid(this)),
       m_txtRule(new BillTextBox(this)),
@@ -40,11 +39,12 @@ BillPane::BillPane(QWidget* parent)
     m_layout->addWidget(m_grdBillList, 1);
     setFocusProxy(m_grdBillList);
     m_grdBillList->setObjectName(u"grdBillList"_s);
-    m_grdBillList->setColumns(billColumns());
+    m_grdBillList->setColumns(gridColumns());
     m_grdBillList->setTag(u"0"_s);
     m_txtRule->setObjectName(u"txtRule"_s);
     m_txtContent->setObjectName(u"txtContent"_s);
     connect(m_grdBillList, &KeyedGrid::rowChanged, this, [this](int, int row) { grdBillList_AfterRowColChange(row); });
+    connect(&m_library, &LibraryDocument::listingChanged, this, &BillPane::showListing);
     enableEditing();
 }
 
@@ -62,35 +62,59 @@ QPlainTextEdit* BillPane::txtContent() const { return m_txtContent; }
 
 void BillPane::addToolBar(QToolBar* bar) { m_layout->insertWidget(m_layout->indexOf(m_grdBillList), bar); }
 
-void BillPane::LoadBill(const QString& chapterCode) {
-    guarded({"frmEditor", "LoadBill"}, [&] {
-        commitPending();
-        Recordset rows = billsOfChapter(m_ormConn, chapterCode);
-        ListBillData(&rows);
-        ReleaseOrmRecordset(rows);
-    });
+void BillPane::showListing() {
+    m_grdBillList->setTag(m_library.listsQuery() ? u"1"_s : u"0"_s);
+    const Listing listing = m_library.listing();
+    switch (listing.of) {
+        case Listing::Of::Nothing:
+            return clearList();
+        case Listing::Of::Chapter:
+            return LoadBill(listing.text);
+        case Listing::Of::Query:
+            return listQuery(listing.text);
+    }
 }
 
-void BillPane::ListBillData(Recordset* rows) {
-    if (!rows)
-        return;
+void BillPane::LoadBill(const QString& chapterCode) {
+    guarded(
+        {"frmEditor", "LoadBill"},
+        [&] {
+            Recordset rows = billsOfChapter(m_library.connection(), chapterCode);
+            ListBillData(rows);
+            ReleaseOrmRecordset(rows);
+        },
+        [this] { listingFailed(); });
+}
+
+void BillPane::listQuery(const QString& text) {
+    guarded(
+        {"frmEditor", "mnuQueryBill_Click"},
+        [&] {
+            Recordset rows = billsWithCode(m_library.connection(), text);
+            ListBillData(rows);
+            ReleaseOrmRecordset(rows);
+        },
+        [this] { listingFailed(); });
+}
+
+void BillPane::ListBillData(Recordset& rows) {
     guarded(
         {"frmEditor", "ListBillData"},
         [&] {
-            commitPending();
             m_grdBillList->setRedraw(false);
             m_grdBillList->clearRows();
-            for (; !rows->EndOfFile(); rows->MoveNext())
-                m_grdBillList->appendRow({{"id", rows->utf8("ID")},
-                                          {"CodePrefix", rows->utf8("CodePrefix")},
-                                          {"Code", rows->utf8("Code")},
-                                          {"Name", rows->utf8("Name")},
-                                          {"Unit", rows->utf8("Unit")},
-                                          {"Cont", rows->utf8("Cont")},
-                                          {"RULE", rows->utf8("Rule")}});
+            for (; !rows.EndOfFile(); rows.MoveNext())
+                appendBill(rows);
             showFirstBill();
         },
-        [this] { showFirstBill(); });
+        [this] { listingFailed(); });
+}
+
+void BillPane::listingFailed() {
+    // Rows of another listing, or a part of this one, would be taken for the whole by every command.
+    m_grdBillList->clearRows();
+    m_library.listingFailed();
+    showFirstBill();
 }
 
 void BillPane::showFirstBill() {
@@ -99,13 +123,11 @@ void BillPane::showFirstBill() {
     else
         grdBillList_AfterRowColChange(-1);
     m_grdBillList->setRedraw(true);
-    if (!m_grdBillList->hasRows() && listEmptied)
-        listEmptied();
 }
 
 void BillPane::clearList() {
-    commitPending();
     m_grdBillList->clearRows();
+    m_library.leaveCurrentBill();
     m_txtRule->showText(0, {});
     m_txtContent->showText(0, {});
 }
@@ -115,12 +137,27 @@ void BillPane::grdBillList_AfterRowColChange(int newRow) {
         // What was typed for the bill that was current until now.
         m_txtRule->commitChange();
         m_txtContent->commitChange();
-        const qint64 id = billId(newRow);
-        if (billChanged)
-            billChanged(id);
-        m_txtRule->showText(id, m_grdBillList->text(newRow, u"RULE"_s));
-        m_txtContent->showText(id, m_grdBillList->text(newRow, u"Cont"_s));
+        const Bill current = bill(newRow);
+        m_library.setCurrentBill(newRow < 0 ? std::nullopt : std::optional(current));
+        m_txtRule->showText(current.id, cell(newRow, BillColumns::rule));
+        m_txtContent->showText(current.id, cell(newRow, BillColumns::cont));
     });
 }
 
-qint64 BillPane::billId(int row) const { return m_grdBillList->value(row, u"id"_s); }
+void BillPane::appendBill(const Recordset& rows) {
+    using namespace BillColumns;
+    const auto cell = [&](const BillColumn& column) {
+        return std::pair(column.key, CellText(rows.utf8(column.field)));
+    };
+    m_grdBillList->appendRow({cell(id), cell(prefix), cell(code), cell(name), cell(unit), cell(cont), cell(rule)});
+}
+
+QString BillPane::cell(int row, const BillColumn& column) const {
+    return m_grdBillList->text(row, QString::fromLatin1(column.key));
+}
+
+void BillPane::setCell(int row, const BillColumn& column, const QString& text) {
+    m_grdBillList->setText(row, QString::fromLatin1(column.key), text);
+}
+
+Bill BillPane::bill(int row) const { return {m_grdBillList->value(row, u"id"_s), cell(row, BillColumns::code)}; }

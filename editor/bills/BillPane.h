@@ -2,13 +2,14 @@
 
 #include <QPointer>
 #include <QWidget>
-#include <functional>
 #include <vector>
 
 #include "app/controls/KeyedGrid.h"
+#include "editor/bills/BillColumns.h"
 #include "editor/bills/BillData.h"
 
 class BillTextBox;
+class LibraryDocument;
 class QPlainTextEdit;
 class QToolBar;
 class QVBoxLayout;
@@ -21,11 +22,9 @@ class BillPane : public QWidget {
     Q_OBJECT
 
 public:
-    explicit BillPane(QWidget* parent = nullptr);
+    /// Lists what `library` says is to be listed, and tells it which bill is current.
+    explicit BillPane(LibraryDocument& library, QWidget* parent = nullptr);
     ~BillPane() override;
-
-    /// The library to work on, owned by the caller; null when it could not be opened.
-    void setConnection(Connection* ormConn) { m_ormConn = ormConn; }
 
     KeyedGrid* grdBillList() const { return m_grdBillList; }
     QPlainTextEdit* txtRule() const;
@@ -34,11 +33,11 @@ public:
     /// Lays the toolbar out above the list.
     void addToolBar(QToolBar* bar);
 
-    /// Lists the bills of a chapter. After a recorded error the list is as it was.
+    /// Lists the bills of a chapter. After a recorded error the list is empty.
     void LoadBill(const QString& chapterCode);
-    /// Lists the rows of tblBill that `rows` holds and makes the first current; does nothing when there are none to ask
-    /// (null). The details of the bill that was current before are replaced, also by an empty list.
-    void ListBillData(Recordset* rows);
+    /// Lists the rows of tblBill that `rows` holds and makes the first current. The details of the bill that was
+    /// current before are replaced, also by an empty list. After a recorded error the list is empty.
+    void ListBillData(Recordset& rows);
     /// Empties the list without touching the details; the text boxes are emptied and locked.
     void clearList();
 
@@ -47,37 +46,35 @@ public:
 
     void mnuAddBill_Click();
     void mnuDeleteBill_Click();
-    void mnuQueryBill_Click();
+    /// Lists the bills whose codes contain `text`.
+    void mnuQueryBill_Click(const QString& text);
     /// Moves the current bill one place up or down.
     void MoveBillRow(bool up);
 
-    /// Code of the selected chapter, empty when none is.
-    std::function<QString()> selectedChapter;
-    std::function<void()> deselectChapter;
-    /// What to search for.
-    std::function<QString()> queryText;
-    /// Another bill is current (0: none); its details are to be shown.
-    std::function<void(qint64 billId)> billChanged;
-    /// A list without bills is shown.
-    std::function<void()> listEmptied;
-
 private:
+    void showListing();
+    void listQuery(const QString& text);
+    void listingFailed();
     void showFirstBill();
     void grdBillList_AfterRowColChange(int newRow);
+
+    QString cell(int row, const BillColumn& column) const;
+    void setCell(int row, const BillColumn& column, const QString& text);
+    Bill bill(int row) const;
+    void appendBill(const Recordset& rows);
 
     // BillEditing.cpp
     void enableEditing();
     EditVerdict grdBillList_ValidateEdit(int row, const QString& key, QString& text);
     void txtRule_Validate();
     void txtContent_Validate();
-    void writeBox(BillTextBox& box, const QString& field, const QString& key);
+    void writeBox(BillTextBox& box, const BillColumn& column);
 
     // BillCommands.cpp
-    std::vector<BillCode> shiftedCodes(int firstRow, bool forward) const;
-    void showCodes(int firstRow, const std::vector<BillCode>& bills);
-    qint64 billId(int row) const;
+    std::vector<Bill> steppedCodes(int firstRow, bool forward) const;
+    void showCodes(int firstRow, const std::vector<Bill>& bills);
 
-    Connection* m_ormConn = nullptr;
+    LibraryDocument& m_library;
     QVBoxLayout* m_layout;
     KeyedGrid* m_grdBillList;
     QPointer<BillTextBox> m_txtRule;

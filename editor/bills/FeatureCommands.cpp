@@ -3,6 +3,7 @@
 #include "app/base/Guarded.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/common/CopyName.h"
+#include "editor/common/LibraryDocument.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,13 +18,13 @@ void stayAtRow(KeyedGrid* grid, int row) { grid->setRow(qMin(row, grid->rowCount
 
 void FeaturePane::mnuAddFeature_Click() {
     guarded({"frmEditor", "mnuAddFeature_Click"}, [this] {
-        const qint64 billId = currentBillId();
-        if (m_locked || billId == 0)
+        const Bill* bill = m_library.currentBill();
+        if (!bill)
             return;
-        const QString name = GetCopyName(m_ormConn, u"新建项目特征"_s, "tblBillSpec", "Name");
+        const QString name = GetCopyName(m_library.connection(), u"新建项目特征"_s, "tblBillSpec", "Name");
         if (name.isEmpty())
             return;
-        const std::optional<qint64> added = addFeature(m_ormConn, billId, name);
+        const std::optional<qint64> added = addFeature(m_library.connection(), bill->id, name);
         if (!added)
             return;
         const int row = m_grdSpec->appendRow({{"id", QString::number(*added)}, {"Name", name}, {"type", u"0"_s}});
@@ -35,7 +36,7 @@ void FeaturePane::mnuAddFeature_Click() {
 void FeaturePane::mnuDeleteFeature_Click() {
     guarded({"frmEditor", "mnuDeleteFeature_Click"}, [this] {
         const int row = m_grdSpec->row();
-        if (m_locked || row < 0 || !deleteFeature(m_ormConn, m_grdSpec->value(row, id)))
+        if (row < 0 || !deleteFeature(m_library.connection(), m_grdSpec->value(row, id)))
             return;
         m_grdSpec->removeRows(row);
         stayAtRow(m_grdSpec, row);
@@ -47,9 +48,9 @@ void FeaturePane::mnuDeleteFeature_Click() {
 void FeaturePane::mnuAddFeatureVal_Click() {
     guarded({"frmEditor", "mnuAddFeatureVal_Click"}, [this] {
         const int row = m_grdSpec->row();
-        if (m_locked || row < 0)
+        if (row < 0)
             return;
-        const std::optional<qint64> added = addFeatureVal(m_ormConn, m_grdSpec->value(row, id));
+        const std::optional<qint64> added = addFeatureVal(m_library.connection(), m_grdSpec->value(row, id));
         if (!added)
             return;
         m_grdSpecEnum->setCell(m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", u"2"_s}}),
@@ -61,7 +62,7 @@ void FeaturePane::mnuAddFeatureVal_Click() {
 void FeaturePane::mnuDeleteFeatureVal_Click() {
     guarded({"frmEditor", "mnuDeleteFeatureVal_Click"}, [this] {
         const int row = m_grdSpecEnum->row();
-        if (m_locked || row < 0 || !deleteFeatureVal(m_ormConn, m_grdSpecEnum->value(row, id)))
+        if (row < 0 || !deleteFeatureVal(m_library.connection(), m_grdSpecEnum->value(row, id)))
             return;
         m_grdSpecEnum->removeRows(row);
         stayAtRow(m_grdSpecEnum, row);

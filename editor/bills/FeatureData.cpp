@@ -14,10 +14,8 @@ Recordset valuesOfFeature(Connection* ormConn, qint64 specId) {
 }
 
 bool ModifyBillSpec(Connection* ormConn, qint64 id, const QString& field, const QString& value) {
-    return guarded({"frmEditor", "ModifyBillSpec"}, [&] {
-        return ExecuteDDL(ormConn, sql("UPDATE tblBillSpec SET ", field, "='", value, "' , LastUpdate='", nowText(),
-                                       "' WHERE id='", id, "';"));
-    });
+    return ExecuteDDL(ormConn, sql("UPDATE tblBillSpec SET ", field, "='", value, "' , LastUpdate='", nowText(),
+                                   "' WHERE id='", id, "';"));
 }
 
 std::optional<qint64> addFeature(Connection* ormConn, qint64 billId, const QString& name) {

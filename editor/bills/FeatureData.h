@@ -25,21 +25,21 @@ Recordset featuresOfBill(Connection* ormConn, qint64 billId);
 Recordset valuesOfFeature(Connection* ormConn, qint64 specId);
 
 /// Writes one column of a feature. False after a recorded error: `value` must hold no apostrophe.
-bool ModifyBillSpec(Connection* ormConn, qint64 id, const QString& field, const QString& value);
+[[nodiscard]] bool ModifyBillSpec(Connection* ormConn, qint64 id, const QString& field, const QString& value);
 
 /// Adds a feature without a type to a bill. Its row id.
-std::optional<qint64> addFeature(Connection* ormConn, qint64 billId, const QString& name);
+[[nodiscard]] std::optional<qint64> addFeature(Connection* ormConn, qint64 billId, const QString& name);
 
 /// Deletes a feature with its values. After an error both are there as before.
-bool deleteFeature(Connection* ormConn, qint64 id);
+[[nodiscard]] bool deleteFeature(Connection* ormConn, qint64 id);
 
 /// Adds an empty value to a feature. Its row id.
-std::optional<qint64> addFeatureVal(Connection* ormConn, qint64 specId);
+[[nodiscard]] std::optional<qint64> addFeatureVal(Connection* ormConn, qint64 specId);
 
 /// Deletes a value; the feature's default value stays.
-bool deleteFeatureVal(Connection* ormConn, qint64 id);
+[[nodiscard]] bool deleteFeatureVal(Connection* ormConn, qint64 id);
 
 /// Writes all values of the feature `specId`, in order, and `defVal` as its default value. After an error everything
 /// is as before.
-bool writeFeatureValues(Connection* ormConn, qint64 specId, const std::vector<FeatureValue>& values,
-                        const QString& defVal);
+[[nodiscard]] bool writeFeatureValues(Connection* ormConn, qint64 specId, const std::vector<FeatureValue>& values,
+                                      const QString& defVal);

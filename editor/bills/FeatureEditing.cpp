@@ -3,6 +3,7 @@
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
 #include "editor/bills/FeaturePane.h"
+#include "editor/common/LibraryDocument.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,7 +19,7 @@ const QString notInUse = u"2"_s;
 void FeaturePane::enableEditing() {
     m_grdSpec->setComboList(u"type"_s, u"#0; |#1;数值|#2;枚举|#3;计算"_s);
     m_grdSpec->startEdit = [this](int, const QString& key) {
-        return !m_locked && key.compare(u"id"_s, Qt::CaseInsensitive) != 0;
+        return !m_library.isShownBillGone() && key.compare(u"id"_s, Qt::CaseInsensitive) != 0;
     };
     m_grdSpec->validateEdit = [this](int row, const QString& key, QString& text) {
         return grdSpec_ValidateEdit(row, key, text);
@@ -38,7 +39,7 @@ EditVerdict FeaturePane::grdSpec_ValidateEdit(int row, const QString& key, QStri
             // Of the type the number is stored, which is the position in its list.
             const bool isType = key.compare(u"type"_s, Qt::CaseInsensitive) == 0;
             const QString value = isType ? QString::number(numericValue(text)) : trimBlanks(text);
-            if (!ModifyBillSpec(m_ormConn, m_grdSpec->value(row, u"id"_s), key, value))
+            if (!ModifyBillSpec(m_library.connection(), m_grdSpec->value(row, u"id"_s), key, value))
                 return EditVerdict::Restore;
             text = value;
             return EditVerdict::Accept;
@@ -60,7 +61,7 @@ void FeaturePane::grdSpecEnum_AfterEdit(int row, const QString& key) {
             if (value.isUse == inUse)
                 defVal = value.eigenValue;
         }
-        if (writeFeatureValues(m_ormConn, m_shownFeature, written, defVal))
+        if (writeFeatureValues(m_library.connection(), m_shownFeature, written, defVal))
             m_grdSpec->setText(rowOfFeature(m_shownFeature), u"defval"_s, defVal);
         else
             showValues(m_valuesBeforeEdit);

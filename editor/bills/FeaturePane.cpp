@@ -4,6 +4,7 @@
 #include <QSplitter>
 
 #include "app/base/Guarded.h"
+#include "editor/common/LibraryDocument.h"
 #include "storage/LibraryConnection.h"
 
 using namespace Qt::StringLiterals;
@@ -31,8 +32,8 @@ std::vector<GridColumn> valueColumns() {
 
 }  // namespace
 
-FeaturePane::FeaturePane(QWidget* parent)
-    : QWidget(parent), m_grdSpec(new KeyedGrid(this)), m_grdSpecEnum(new KeyedGrid(this)) {
+FeaturePane::FeaturePane(LibraryDocument& library, QWidget* parent)
+    : QWidget(parent), m_library(library), m_grdSpec(new KeyedGrid(this)), m_grdSpecEnum(new KeyedGrid(this)) {
     m_grdSpec->setObjectName(u"grdSpec"_s);
     m_grdSpec->setColumns(featureColumns());
     m_grdSpecEnum->setObjectName(u"grdSpecEnum"_s);
@@ -50,18 +51,26 @@ FeaturePane::FeaturePane(QWidget* parent)
     setFocusProxy(m_grdSpec);
 
     connect(m_grdSpec, &KeyedGrid::rowChanged, this, [this](int, int row) { grdSpec_AfterRowColChange(row); });
+    connect(&m_library, &LibraryDocument::currentBillChanged, this, &FeaturePane::showCurrentBill);
     enableEditing();
+}
+
+void FeaturePane::showCurrentBill() {
+    if (const Bill* bill = m_library.currentBill()) {
+        LoadBillSpec(bill->id);
+    } else {
+        m_grdSpec->clearRows();
+        grdSpec_AfterRowColChange(-1);
+    }
 }
 
 void FeaturePane::LoadBillSpec(qint64 billId) {
     guarded(
         {"frmEditor", "LoadBillSpec"},
         [&] {
-            m_shownBill = billId;
-            m_locked = false;
             m_grdSpec->setRedraw(false);
             m_grdSpec->clearRows();
-            Recordset rows = featuresOfBill(m_ormConn, billId);
+            Recordset rows = featuresOfBill(m_library.connection(), billId);
             for (; !rows.EndOfFile(); rows.MoveNext())
                 m_grdSpec->appendRow({{"id", rows.text("ID")},
                                       {"Name", rows.text("Name")},
@@ -81,7 +90,7 @@ void FeaturePane::LoadSpecEnum(qint64 specId) {
             m_shownFeature = specId;
             m_grdSpecEnum->setRedraw(false);
             m_grdSpecEnum->clearRows();
-            Recordset rows = valuesOfFeature(m_ormConn, specId);
+            Recordset rows = valuesOfFeature(m_library.connection(), specId);
             for (; !rows.EndOfFile(); rows.MoveNext())
                 m_grdSpecEnum->appendRow({{"ID", rows.text("ID")},
                                           {"isUse", QString::number(rows.number("IsUse") == 1 ? 1 : 2)},

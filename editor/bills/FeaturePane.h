@@ -1,11 +1,12 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <vector>
 
 #include "app/controls/KeyedGrid.h"
 #include "editor/bills/FeatureData.h"
+
+class LibraryDocument;
 
 /// The features of one bill beside the values of the current feature, and the commands that change them.
 ///
@@ -15,26 +16,16 @@ class FeaturePane : public QWidget {
     Q_OBJECT
 
 public:
-    explicit FeaturePane(QWidget* parent = nullptr);
-
-    /// The library to work on, owned by the caller; null when it could not be opened.
-    void setConnection(Connection* ormConn) { m_ormConn = ormConn; }
+    /// Shows the features of the current bill of `library`.
+    explicit FeaturePane(LibraryDocument& library, QWidget* parent = nullptr);
 
     KeyedGrid* grdSpec() const { return m_grdSpec; }
     KeyedGrid* grdSpecEnum() const { return m_grdSpecEnum; }
 
-    /// Shows the features of a bill (0: none), unlocked, and makes the first current.
+    /// Shows the features of a bill and makes the first current.
     void LoadBillSpec(qint64 billId);
     /// Shows the values of a feature and makes the first current.
     void LoadSpecEnum(qint64 specId);
-
-    /// The bill whose features are shown; 0 for none.
-    qint64 shownBill() const { return m_shownBill; }
-
-    /// While the pane is locked, because the bill shown is no longer there, nothing can be edited and commands do
-    /// nothing.
-    void setLocked(bool locked) { m_locked = locked; }
-    bool isLocked() const { return m_locked; }
 
     /// Ends an open cell editor as an edit. False when it stays open.
     bool commitPending();
@@ -44,10 +35,8 @@ public:
     void mnuAddFeatureVal_Click();
     void mnuDeleteFeatureVal_Click();
 
-    /// The current bill; 0 for none.
-    std::function<qint64()> currentBillId;
-
 private:
+    void showCurrentBill();
     void grdSpec_AfterRowColChange(int newRow);
     void showFirstRow(KeyedGrid* grid);
 
@@ -59,11 +48,9 @@ private:
     void showValues(const std::vector<FeatureValue>& values);
     int rowOfFeature(qint64 specId) const;
 
-    Connection* m_ormConn = nullptr;
+    LibraryDocument& m_library;
     KeyedGrid* m_grdSpec;
     KeyedGrid* m_grdSpecEnum;
-    qint64 m_shownBill = 0;
     qint64 m_shownFeature = 0;
-    bool m_locked = false;
     std::vector<FeatureValue> m_valuesBeforeEdit;
 };

@@ -5,7 +5,8 @@
 #include "editor/chapters/ChapterPane.h"
 #include "editor/chapters/ChapterTree.h"
 #include "editor/chapters/frmEditContent.h"
-#include "editor/common/CodeStepping.h"
+#include "editor/common/Codes.h"
+#include "editor/common/LibraryDocument.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,7 +41,7 @@ void ChapterPane::mnuAddContent_Click() {
             lastSibling = m_tvSYB->lastSibling(selected);
             code = nextCode(lastSibling);
         }
-        if (!AddBillSYB(m_ormConn, code, name))
+        if (!AddBillSYB(m_library.connection(), code, name))
             return;
         const QString key = chapterKey(code);
         const QString text = chapterText(code, name);
@@ -59,7 +60,7 @@ void ChapterPane::mnuAddSubContent_Click() {
             return;
         const int children = parent->childCount();
         const QString code = children == 0 ? KeyedTree::tag(parent) + u"01"_s : nextCode(parent->child(children - 1));
-        if (code.isEmpty() || !AddBillSYB(m_ormConn, code, name))
+        if (code.isEmpty() || !AddBillSYB(m_library.connection(), code, name))
             return;
         tvSYB_NodeClick(m_tvSYB->addNode(parent, chapterKey(code), chapterText(code, name), code));
     });
@@ -72,7 +73,7 @@ void ChapterPane::mnuModifyContent_Click() {
             return;
         const QString name = askName(u"修改清单目录"_s, chapterName(selected));
         const QString code = KeyedTree::tag(selected);
-        if (!name.isEmpty() && ModifyBillSYB(m_ormConn, code, name))
+        if (!name.isEmpty() && ModifyBillSYB(m_library.connection(), code, name))
             selected->setText(0, chapterText(code, name));
     });
 }
@@ -85,13 +86,11 @@ void ChapterPane::mnuDeleteContent_Click() {
         const QString question = u"确实要删除 "_s + selected->text(0) + u" 吗?"_s;
         if (!askYesNo(question, u"提示"_s, MessageIcon::Question))
             return;
-        if (!DeleteBillSYB(m_ormConn, KeyedTree::tag(selected)))
+        if (!DeleteBillSYB(m_library.connection(), KeyedTree::tag(selected)))
             return;
         m_tvSYB->removeNode(selected);
-        if (chapterDeleted)
-            chapterDeleted();
-        if (KeyedTree::Node* next = m_tvSYB->selectedNode())
-            tvSYB_NodeClick(next);
+        m_library.checkShownBill();
+        tvSYB_NodeClick(m_tvSYB->selectedNode());
     });
 }
 
@@ -117,15 +116,10 @@ void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
     // A code that has overflowed is longer than its siblings' codes: a swap would recode chapters of neither.
     if (codeA.size() != codeB.size())
         return;
-    if (!ExchangeSYBNode(m_ormConn, codeA, codeB))
+    if (!ExchangeSYBNode(m_library.connection(), codeA, codeB))
         return;
     CreateTvwSYB();
-    if (KeyedTree::Node* moved = GetTvwNode(m_tvSYB, chapterKey(codeB))) {
-        tvSYB_NodeClick(moved);
-        return;
-    }
-    // The tree was cut short before it: no bills may stay listed under the codes they had.
-    m_tvSYB->selectNode(nullptr);
-    if (chapterClicked)
-        chapterClicked(QString());
+    m_library.checkShownBill();
+    // None when the tree was cut short before it: then no bills stay listed under the codes they had.
+    tvSYB_NodeClick(GetTvwNode(m_tvSYB, chapterKey(codeB)));
 }

@@ -5,11 +5,12 @@
 
 #include "app/base/Guarded.h"
 #include "editor/chapters/ChapterTree.h"
+#include "editor/common/LibraryDocument.h"
 
 using namespace Qt::StringLiterals;
 
-ChapterPane::ChapterPane(QWidget* parent)
-    : QWidget(parent), m_layout(new QVBoxLayout(this)), m_tvSYB(new KeyedTree(this)) {
+ChapterPane::ChapterPane(LibraryDocument& library, QWidget* parent)
+    : QWidget(parent), m_library(library), m_layout(new QVBoxLayout(this)), m_tvSYB(new KeyedTree(this)) {
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
     m_tvSYB->setObjectName(u"tvSYB"_s);
@@ -17,20 +18,26 @@ ChapterPane::ChapterPane(QWidget* parent)
     setFocusProxy(m_tvSYB);
     connect(m_tvSYB, &KeyedTree::nodeClick, this, &ChapterPane::tvSYB_NodeClick);
     connect(m_tvSYB, &KeyedTree::contextMenuWanted, this, &ChapterPane::contextMenuWanted);
+    connect(&m_library, &LibraryDocument::chapterChanged, this, &ChapterPane::selectCurrentChapter);
 }
 
 void ChapterPane::addToolBar(QToolBar* bar) { m_layout->insertWidget(m_layout->indexOf(m_tvSYB), bar); }
 
 void ChapterPane::CreateTvwSYB() {
-    guarded({"frmEditor", "CreateTvwSYB"}, [this] { buildChapterTree(m_ormConn, m_tvSYB); });
+    guarded({"frmEditor", "CreateTvwSYB"}, [this] { buildChapterTree(m_library.connection(), m_tvSYB); });
+    m_library.setChapter(KeyedTree::tag(m_tvSYB->selectedNode()));
 }
 
 void ChapterPane::tvSYB_NodeClick(KeyedTree::Node* node) {
     guarded({"frmEditor", "tvSYB_NodeClick"}, [&] {
         m_tvSYB->selectNode(node);
-        if (chapterClicked)
-            chapterClicked(KeyedTree::tag(node));
+        m_library.showChapter(KeyedTree::tag(node));
     });
+}
+
+void ChapterPane::selectCurrentChapter() {
+    if (KeyedTree::tag(m_tvSYB->selectedNode()) != m_library.chapter())
+        m_tvSYB->selectNode(GetTvwNode(m_tvSYB, chapterKey(m_library.chapter())));
 }
 
 void ChapterPane::expandAll() {

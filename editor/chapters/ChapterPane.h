@@ -1,11 +1,10 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "app/controls/KeyedTree.h"
 
-class Connection;
+class LibraryDocument;
 class QToolBar;
 class QVBoxLayout;
 
@@ -17,10 +16,8 @@ class ChapterPane : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ChapterPane(QWidget* parent = nullptr);
-
-    /// The library to work on, owned by the caller; null when it could not be opened.
-    void setConnection(Connection* ormConn) { m_ormConn = ormConn; }
+    /// Shows the chapters of `library` and tells it which one is current.
+    explicit ChapterPane(LibraryDocument& library, QWidget* parent = nullptr);
 
     KeyedTree* tvSYB() const { return m_tvSYB; }
 
@@ -30,7 +27,7 @@ public:
     /// Rebuilds the tree from the library and selects its first node, without a node click. See buildChapterTree().
     void CreateTvwSYB();
 
-    /// The one place where a change of the current chapter is handled: selects the node and calls chapterClicked.
+    /// The one place where the user's choice of a chapter is handled: selects the node and has its bills listed.
     void tvSYB_NodeClick(KeyedTree::Node* node);
 
     void mnuAddContent_Click();
@@ -42,22 +39,16 @@ public:
     void expandAll();
     void collapseAll();
 
-    /// The chapter `tag` is current now: its bills are to be listed when it is on the deepest level, six characters
-    /// long, and the list is to be emptied otherwise (empty when no chapter is current).
-    std::function<void(const QString& tag)> chapterClicked;
-
-    /// A chapter has been deleted, perhaps with bills; the node click on the new current chapter comes afterwards.
-    std::function<void()> chapterDeleted;
-
 Q_SIGNALS:
     /// The tree's context menu is wanted at a global position.
     void contextMenuWanted(const QPoint& position);
 
 private:
+    void selectCurrentChapter();
     QString askName(const QString& caption, const QString& preset = QString());
     void swapWith(const KeyedTree::Node* sibling);
 
-    Connection* m_ormConn = nullptr;
+    LibraryDocument& m_library;
     QVBoxLayout* m_layout;
     KeyedTree* m_tvSYB;
 };

@@ -3,6 +3,7 @@
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
 #include "editor/common/CopyName.h"
+#include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentData.h"
 #include "editor/contents/ContentPane.h"
 #include "editor/contents/ContentRows.h"
@@ -45,13 +46,13 @@ int ContentPane::rowBelowRations(int row) const {
 }
 
 void ContentPane::munAddBillCont_Click() {
-    if (!ready())
-        return;
     guarded({"frmEditor", "munAddBillCont_Click"}, [this] {
-        const CurrentBill current = bill();
-        NewContent content{current.id, current.code, 0, {}, profession()};
-        content.name = GetCopyName(m_ormConn, u"新建工作内容"_s, "tblCont", "cont");
-        if (content.billID < 1 || content.name.isEmpty())
+        const Bill* bill = m_library.currentBill();
+        if (!bill || bill->id < 1)
+            return;
+        NewContent content{bill->id, bill->code, 0, {}, profession()};
+        content.name = GetCopyName(m_library.connection(), u"新建工作内容"_s, "tblCont", "cont");
+        if (content.name.isEmpty())
             return;
         const int row = m_grdConcent->row();
         const int rows = m_grdConcent->rowCount();
@@ -61,27 +62,25 @@ void ContentPane::munAddBillCont_Click() {
         int at = row + 1;
         while (at < rows && m_grdConcent->value(at, contNum) <= 0)
             ++at;
-        const qint64 id = addContent(m_ormConn, content);
-        if (id < 1)
+        const std::optional<qint64> id = addContent(m_library.connection(), content);
+        if (!id)
             return;
         for (int below = row + 1; below < rows; ++below)
             if (m_grdConcent->value(below, contNum) > 0)
                 m_grdConcent->setText(below, contNum, stepped(*m_grdConcent, below, contNum, 1));
-        insertNode(at,
-                   {{"contID", QString::number(id)}, {"contNum", QString::number(content.num)}, {"cont", content.name}},
-                   contentLevel);
+        insertNode(
+            at, {{"contID", QString::number(*id)}, {"contNum", QString::number(content.num)}, {"cont", content.name}},
+            contentLevel);
     });
 }
 
 void ContentPane::munAddBillSubCont_Click() {
-    if (!ready())
-        return;
     guarded({"frmEditor", "munAddBillSubCont_Click"}, [this] {
         const int row = m_grdConcent->row();
         if (row < 0 || m_grdConcent->level(row) >= rationLevel)
             return;
-        const qint64 contId = m_grdConcent->value(row, contID);
-        const QString name = GetCopyName(m_ormConn, u"新建二级工作内容"_s, "tblContDe", "subCont");
+        const qint64 content = m_grdConcent->value(row, contID);
+        const QString name = GetCopyName(m_library.connection(), u"新建二级工作内容"_s, "tblContDe", "subCont");
         if (name.isEmpty())
             return;
         // On a content it goes behind the last one, on a second-level content right behind that.
@@ -94,23 +93,22 @@ void ContentPane::munAddBillSubCont_Click() {
             number = m_grdConcent->value(row, subNum) + 1;
             at = rowBelowRations(row);
         }
-        if (!addSubContent(m_ormConn, contId, number, name))
+        if (!addSubContent(m_library.connection(), content, number, name))
             return;
         for (int below = at; below < m_grdConcent->rowCount() && m_grdConcent->value(below, subNum) > 0; ++below)
             m_grdConcent->setText(below, subNum, stepped(*m_grdConcent, below, subNum, 1));
-        insertNode(at, {{"contID", QString::number(contId)}, {"subNum", QString::number(number)}, {"cont", name}},
+        insertNode(at, {{"contID", QString::number(content)}, {"subNum", QString::number(number)}, {"cont", name}},
                    subContentLevel);
     });
 }
 
 void ContentPane::munAddBillContDe_Click() {
-    if (!ready())
-        return;
     guarded({"frmEditor", "munAddBillContDe_Click"}, [this] {
         const int row = m_grdConcent->row();
         if (row < 0)
             return;
-        const QString library = DekID.isEmpty() ? QString() : DekID.left(10) + bill().code.left(2);
+        const QString& dekID = m_library.defaultRationLibrary();
+        const QString library = dekID.isEmpty() ? QString() : dekID.left(10) + m_library.shownBill().code.left(2);
         insertNode(rowBelowRations(row),
                    {{"contID", m_grdConcent->text(row, contID)},
                     {"subNum", QString::number(m_grdConcent->value(row, subNum))},
@@ -130,13 +128,12 @@ void ContentPane::munAddBillContDe_Click() {
 }
 
 void ContentPane::mnuDelBillCont_Click() {
-    if (!ready())
-        return;
     guarded({"frmEditor", "mnuDelBillCont_Click"}, [this] {
         const int row = m_grdConcent->row();
         if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
             return;
-        if (!deleteContent(m_ormConn, m_grdConcent->value(row, contID), m_grdConcent->value(row, contNum), bill().id))
+        if (!deleteContent(m_library.connection(), m_grdConcent->value(row, contID), m_grdConcent->value(row, contNum),
+                           m_library.shownBill().id))
             return;
         for (int next = m_grdConcent->nextSibling(row); next >= 0; next = m_grdConcent->nextSibling(next))
             m_grdConcent->setText(next, contNum, stepped(*m_grdConcent, next, contNum, -1));
@@ -145,13 +142,12 @@ void ContentPane::mnuDelBillCont_Click() {
 }
 
 void ContentPane::munDelBillSubCont_Click() {
-    if (!ready())
-        return;
     guarded({"frmEditor", "munDelBillSubCont_Click"}, [this] {
         const int row = m_grdConcent->row();
         if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
             return;
-        if (!deleteSubContent(m_ormConn, m_grdConcent->value(row, contID), m_grdConcent->value(row, subNum)))
+        if (!deleteSubContent(m_library.connection(), m_grdConcent->value(row, contID),
+                              m_grdConcent->value(row, subNum)))
             return;
         for (int next = m_grdConcent->nodeEnd(row);
              next < m_grdConcent->rowCount() && m_grdConcent->level(next) != contentLevel; ++next)
@@ -161,8 +157,6 @@ void ContentPane::munDelBillSubCont_Click() {
 }
 
 void ContentPane::munDelBillContDe_Click() {
-    if (!ready())
-        return;
     guarded({"frmEditor", "munDelBillContDe_Click"}, [this] {
         const int row = m_grdConcent->row();
         if (row < 0 || !askYesNo(u"确认删除定额 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
@@ -171,16 +165,30 @@ void ContentPane::munDelBillContDe_Click() {
         const bool beforeSubContent =
             row + 1 < m_grdConcent->rowCount() && m_grdConcent->level(row + 1) == subContentLevel;
         const RationRow becomes = !first || beforeSubContent ? RationRow::Removed : RationRow::Cleared;
-        if (deleteRation(m_ormConn, m_grdConcent->value(row, contDeID), becomes))
+        if (deleteRation(m_library.connection(), m_grdConcent->value(row, contDeID), becomes))
             removeNode(row);
     });
+}
+
+void ContentPane::deleteCurrentRow() {
+    const int row = m_grdConcent->row();
+    if (row < 0)
+        return;
+    switch (m_grdConcent->level(row)) {
+        case contentLevel:
+            return mnuDelBillCont_Click();
+        case subContentLevel:
+            return munDelBillSubCont_Click();
+        default:
+            return munDelBillContDe_Click();
+    }
 }
 
 void ContentPane::WinCommand(short mode, const QString& deh, const QString& dekID) {
     guarded({"frmEditor", "WinCommand"}, [&] {
         constexpr short insert = 0;
         constexpr short replace = 1;
-        if (!ready())
+        if (m_library.isShownBillGone())
             return;
         const int row = m_grdConcent->row();
         const int level = row < 0 ? contentLevel : m_grdConcent->level(row);

@@ -6,30 +6,26 @@
 #include "storage/LibraryConnection.h"
 
 bool ModifyCont(Connection* ormConn, qint64 contID, const QString& text) {
-    return guarded({"frmEditor", "ModifyCont"}, [&] {
-        return ExecuteDDL(ormConn, sql("UPDATE tblCont SET cont='", text, "' , LastUpdate='", nowText(), "' WHERE id='",
-                                       contID, "';"));
-    });
+    return ExecuteDDL(
+        ormConn, sql("UPDATE tblCont SET cont='", text, "' , LastUpdate='", nowText(), "' WHERE id='", contID, "';"));
 }
 
 bool ModifySubCont(Connection* ormConn, qint64 contID, qint64 subNum, const QString& text) {
-    return guarded({"frmEditor", "ModifySubCont"}, [&] {
-        return ExecuteDDL(ormConn, sql("UPDATE tblContde SET subCont='", text, "' , LastUpdate='", nowText(),
-                                       "' WHERE contID='", contID, "' AND subNum='", subNum, "';"));
-    });
+    return ExecuteDDL(ormConn, sql("UPDATE tblContde SET subCont='", text, "' , LastUpdate='", nowText(),
+                                   "' WHERE contID='", contID, "' AND subNum='", subNum, "';"));
 }
 
-qint64 GetSubContID(Connection* ormConn, qint64 contId, qint64 subNum) {
+qint64 GetSubContID(Connection* ormConn, qint64 contID, qint64 subNum) {
     return guarded({"frmEditor", "GetSubContID"}, [&] {
         Recordset row = requireConnection(ormConn).OpenRecordset(sql(
-            "SELECT ID FROM tblContDe WHERE contId='", contId, "' AND subNum='", subNum, "' ORDER BY ID ASC limit 1;"));
+            "SELECT ID FROM tblContDe WHERE contId='", contID, "' AND subNum='", subNum, "' ORDER BY ID ASC limit 1;"));
         const qint64 id = row.EndOfFile() ? 0 : row.number("ID");
         ReleaseOrmRecordset(row);
         return id;
     });
 }
 
-qint64 addContent(Connection* ormConn, const NewContent& content) {
+std::optional<qint64> addContent(Connection* ormConn, const NewContent& content) {
     qint64 id = 0;
     const bool added = inSavepoint(
         "munAddBillCont_Click", ormConn,
@@ -43,7 +39,7 @@ qint64 addContent(Connection* ormConn, const NewContent& content) {
             return true;
         },
         AfterFailure::LeaveOpen);
-    return added ? id : 0;
+    return added ? std::optional(id) : std::nullopt;
 }
 
 bool addSubContent(Connection* ormConn, qint64 contID, qint64 subNum, const QString& name) {
@@ -59,33 +55,33 @@ bool addSubContent(Connection* ormConn, qint64 contID, qint64 subNum, const QStr
         AfterFailure::LeaveOpen);
 }
 
-bool deleteContent(Connection* ormConn, qint64 contId, qint64 contNum, qint64 billID) {
+bool deleteContent(Connection* ormConn, qint64 contID, qint64 contNum, qint64 billID) {
     return inSavepoint("mnuDelBillCont_Click", ormConn, [&](Connection& connection) {
-        connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contId, "';"));
+        connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contID, "';"));
         connection.Execute(sql("UPDATE tblcont SET num=num-1 WHERE num>'", contNum, "' AND billId ='", billID, "';"));
-        connection.Execute(sql("DELETE FROM tblcont WHERE id='", contId, "';"));
+        connection.Execute(sql("DELETE FROM tblcont WHERE id='", contID, "';"));
         return true;
     });
 }
 
-bool deleteSubContent(Connection* ormConn, qint64 contId, qint64 subNum) {
+bool deleteSubContent(Connection* ormConn, qint64 contID, qint64 subNum) {
     return inSavepoint("munDelBillSubCont_Click", ormConn, [&](Connection& connection) {
-        connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contId, "' AND subNum='", subNum, "' ;"));
+        connection.Execute(sql("DELETE FROM tblContde WHERE contId='", contID, "' AND subNum='", subNum, "' ;"));
         connection.Execute(
-            sql("UPDATE tblcontDe SET subNum=subNum-1 WHERE  subNum>'", subNum, "' AND contId ='", contId, "';"));
+            sql("UPDATE tblcontDe SET subNum=subNum-1 WHERE  subNum>'", subNum, "' AND contId ='", contID, "';"));
         return true;
     });
 }
 
-bool deleteRation(Connection* ormConn, qint64 contDeId, RationRow becomes) {
+bool deleteRation(Connection* ormConn, qint64 contDeID, RationRow becomes) {
     return inSavepoint(
         "munDelBillContDe_Click", ormConn,
         [&](Connection& connection) {
             if (becomes == RationRow::Removed)
-                connection.Execute(sql("DELETE FROM tblContde WHERE id='", contDeId, "' ;"));
+                connection.Execute(sql("DELETE FROM tblContde WHERE id='", contDeID, "' ;"));
             else
                 connection.Execute(sql("UPDATE tblContDe SET DEH='',Name='',Unit='',DekID='',LastUpdate='", nowText(),
-                                       "' WHERE ID='", contDeId, "';"));
+                                       "' WHERE ID='", contDeID, "';"));
             return true;
         },
         AfterFailure::LeaveOpen);
@@ -97,10 +93,11 @@ bool updateRation(Connection* ormConn, qint64 id, const Ration& ration) {
                           "',DekID='", ration.dekID, "',LastUpdate='", nowText(), "' WHERE ID='", id, "';"));
 }
 
-qint64 insertRation(Connection* ormConn, qint64 contId, qint64 subNum, const QString& subCont, const Ration& ration) {
+std::optional<qint64> insertRation(Connection* ormConn, qint64 contID, qint64 subNum, const QString& subCont,
+                                   const Ration& ration) {
     const bool inserted = ExecuteDDL(
         ormConn, sql("INSERT INTO tblContde (contID,subNum,subCont,deh,Name,Unit,dekID,lastUpdate,IsDel) VALUES('",
-                     contId, "','", subNum, "','", subCont, "','", ration.deh, "','", ration.name, "','", ration.unit,
+                     contID, "','", subNum, "','", subCont, "','", ration.deh, "','", ration.name, "','", ration.unit,
                      "','", ration.dekID, "','", nowText(), "','0');"));
-    return inserted ? ormConn->LastInsertId() : 0;
+    return inserted ? std::optional(ormConn->LastInsertId()) : std::nullopt;
 }

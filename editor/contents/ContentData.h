@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 class Connection;
 
@@ -12,13 +13,13 @@ class Connection;
 /// then leave the savepoint open, with what was done until then.
 
 /// Changes the text of a content, whether or not there is such a content. False when it could not be written.
-bool ModifyCont(Connection* ormConn, qint64 contID, const QString& text);
+[[nodiscard]] bool ModifyCont(Connection* ormConn, qint64 contID, const QString& text);
 
 /// Changes the text of a second-level content: of every row with its number.
-bool ModifySubCont(Connection* ormConn, qint64 contID, qint64 subNum, const QString& text);
+[[nodiscard]] bool ModifySubCont(Connection* ormConn, qint64 contID, qint64 subNum, const QString& text);
 
 /// Lowest row id of a second-level content; 0 when it has no row.
-qint64 GetSubContID(Connection* ormConn, qint64 contId, qint64 subNum);
+[[nodiscard]] qint64 GetSubContID(Connection* ormConn, qint64 contID, qint64 subNum);
 
 struct NewContent {
     qint64 billID = 0;
@@ -28,17 +29,17 @@ struct NewContent {
     QString prof;
 };
 
-/// Adds a content as number `num` of its bill. Gives its id; 0 when it failed.
-qint64 addContent(Connection* ormConn, const NewContent& content);
+/// Adds a content as number `num` of its bill. Gives its id, when it was added.
+[[nodiscard]] std::optional<qint64> addContent(Connection* ormConn, const NewContent& content);
 
 /// Adds a second-level content as number `subNum` of the content `contID`.
-bool addSubContent(Connection* ormConn, qint64 contID, qint64 subNum, const QString& name);
+[[nodiscard]] bool addSubContent(Connection* ormConn, qint64 contID, qint64 subNum, const QString& name);
 
 /// Deletes a content with its second-level contents and rations.
-bool deleteContent(Connection* ormConn, qint64 contId, qint64 contNum, qint64 billID);
+[[nodiscard]] bool deleteContent(Connection* ormConn, qint64 contID, qint64 contNum, qint64 billID);
 
 /// Deletes a second-level content with its rations.
-bool deleteSubContent(Connection* ormConn, qint64 contId, qint64 subNum);
+[[nodiscard]] bool deleteSubContent(Connection* ormConn, qint64 contID, qint64 subNum);
 
 /// What happens to the row of a ration that is deleted.
 enum class RationRow {
@@ -46,8 +47,8 @@ enum class RationRow {
     Cleared,  ///< The row stays as that of its second-level content, without a ration.
 };
 
-/// Deletes the ration in row `contDeId`.
-bool deleteRation(Connection* ormConn, qint64 contDeId, RationRow becomes);
+/// Deletes the ration in row `contDeID`.
+[[nodiscard]] bool deleteRation(Connection* ormConn, qint64 contDeID, RationRow becomes);
 
 struct Ration {
     QString deh;
@@ -57,7 +58,8 @@ struct Ration {
 };
 
 /// Writes a ration into row `id`. False when it could not be written.
-bool updateRation(Connection* ormConn, qint64 id, const Ration& ration);
+[[nodiscard]] bool updateRation(Connection* ormConn, qint64 id, const Ration& ration);
 
-/// Adds a row for a ration to a second-level content whose text is `subCont`. Gives its id; 0 when it failed.
-qint64 insertRation(Connection* ormConn, qint64 contId, qint64 subNum, const QString& subCont, const Ration& ration);
+/// Adds a row for a ration to a second-level content whose text is `subCont`. Gives its id, when it was added.
+[[nodiscard]] std::optional<qint64> insertRation(Connection* ormConn, qint64 contID, qint64 subNum,
+                                                 const QString& subCont, const Ration& ration);

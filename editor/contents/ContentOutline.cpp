@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/base/Guarded.h"
+#include "editor/contents/ContentRows.h"
 #include "storage/LibraryConnection.h"
 
 using namespace Qt::StringLiterals;
@@ -17,7 +18,10 @@ namespace {
 /// changes the connection's last inserted row id.
 class RowsOfContents {
 public:
-    RowsOfContents(Connection& connection, const Outline& contents) : m_connection(connection) {
+    explicit RowsOfContents(Connection& connection) : m_connection(connection) {}
+
+    /// When it fails half-way the destructor takes away what was made.
+    void fill(const Outline& contents) {
         SqlComposer ids;
         bool first = true;
         for (const OutlineRow& content : contents) {
@@ -74,11 +78,12 @@ Outline LoadBillContent(Connection* ormConn, qint64 billID, const QString& prof)
             outline = readContents(requireConnection(ormConn), billID, prof);
             if (outline.empty())
                 return outline;
-            const RowsOfContents copy(*ormConn, outline);
+            RowsOfContents copy(*ormConn);
+            copy.fill(outline);
             Outline whole;
             for (const OutlineRow& content : outline) {
                 whole.push_back(content);
-                LoadSubContent(ormConn, whole, content.contID, 1);
+                LoadSubContent(ormConn, whole, content.contID, ContentRows::subContentLevel);
             }
             return whole;
         },
@@ -112,7 +117,7 @@ void LoadContentDe(Connection* ormConn, Outline& outline, const QString& contID,
             ration.contID = contID;
             ration.contDeID = rows.text("id");
             ration.subNum = subNum;
-            ration.cont = u'[' + rows.text("deh").toUpper() + u"] "_s + rows.text("name");
+            ration.cont = ContentRows::rationText(rows.text("deh").toUpper(), rows.text("name"));
             ration.unit = rows.text("Unit");
             ration.dekName = rows.text("dekid");
         }

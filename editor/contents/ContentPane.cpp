@@ -7,6 +7,7 @@
 
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
+#include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentOutline.h"
 #include "editor/contents/ContentRows.h"
 
@@ -14,8 +15,8 @@ using namespace Qt::StringLiterals;
 
 using namespace ContentRows;
 
-ContentPane::ContentPane(QWidget* parent)
-    : QWidget(parent), m_grdConcent(new KeyedGrid(this)), m_cboProfession(new QComboBox(this)) {
+ContentPane::ContentPane(LibraryDocument& library, QWidget* parent)
+    : QWidget(parent), m_library(library), m_grdConcent(new KeyedGrid(this)), m_cboProfession(new QComboBox(this)) {
     m_cboProfession->setObjectName(u"cboProfession"_s);
     int number = 0;
     for (const char16_t* name : {u"建筑", u"装饰", u"安装", u"市政", u"园林", u"送电", u"变电", u"发电", u"配网"})
@@ -35,6 +36,8 @@ ContentPane::ContentPane(QWidget* parent)
     layout->addLayout(choice);
     layout->addWidget(m_grdConcent);
     setUpGrid();
+    connect(&m_library, &LibraryDocument::currentBillChanged, this, &ContentPane::showCurrentBill);
+    connect(&m_library, &LibraryDocument::shownBillLost, m_grdConcent, &KeyedGrid::cancelEdit);
     setTabOrder(m_cboProfession, m_grdConcent);
 }
 
@@ -74,13 +77,18 @@ void ContentPane::setDekComboList(const QString& list) {
     m_grdConcent->setComboList(dekName, list);
 }
 
+void ContentPane::showCurrentBill() {
+    if (const Bill* bill = m_library.currentBill())
+        LoadBillContent(bill->id);
+    else
+        m_grdConcent->clearRows();
+}
+
 void ContentPane::LoadBillContent(qint64 billID) {
     guarded(
         {"frmEditor", "LoadBillContent"},
         [&] {
-            m_shownBill = billID;
-            m_locked = false;
-            const Outline outline = ::LoadBillContent(m_ormConn, billID, profession());
+            const Outline outline = ::LoadBillContent(m_library.connection(), billID, profession());
             m_grdConcent->setRedraw(false);
             m_grdConcent->clearRows();
             for (const OutlineRow& row : outline)
@@ -101,21 +109,12 @@ void ContentPane::LoadBillContent(qint64 billID) {
 
 void ContentPane::cboProfession_Click() {
     guarded({"frmEditor", "cboProfession_Click"}, [this] {
-        const qint64 billID = bill().id;
-        if (billID < 1)
+        const Bill* bill = m_library.currentBill();
+        if (!bill || bill->id < 1)
             m_grdConcent->clearRows();
         else
-            LoadBillContent(billID);
+            LoadBillContent(bill->id);
     });
 }
 
 bool ContentPane::commitPending() { return m_grdConcent->commitEdit(); }
-
-void ContentPane::setLocked(bool locked) {
-    m_locked = locked;
-    if (locked)
-        m_grdConcent->cancelEdit();
-}
-
-/// Whether a command may run now: what is being typed counts first.
-bool ContentPane::ready() { return !m_locked && commitPending(); }

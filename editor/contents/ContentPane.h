@@ -1,18 +1,11 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "app/controls/KeyedGrid.h"
 
-class Connection;
+class LibraryDocument;
 class QComboBox;
-
-/// The bill whose work is edited; id 0 when no bill is current.
-struct CurrentBill {
-    qint64 id = 0;
-    QString code;
-};
 
 /// The work contents of a bill as an outline: contents (level 0), second-level contents (level 1) and rations (level
 /// 2), filtered by profession.
@@ -24,10 +17,8 @@ class ContentPane : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ContentPane(QWidget* parent = nullptr);
-
-    /// The library to work on, owned by the caller; null when it could not be opened.
-    void setConnection(Connection* ormConn) { m_ormConn = ormConn; }
+    /// Shows the work contents of the current bill of `library`.
+    explicit ContentPane(LibraryDocument& library, QWidget* parent = nullptr);
 
     /// Columns: cont, Unit, dekName and, hidden, contID, contDeID, contNum, subNum, contType.
     KeyedGrid* grdConcent() const { return m_grdConcent; }
@@ -45,6 +36,8 @@ public:
     void mnuDelBillCont_Click();
     void munDelBillSubCont_Click();
     void munDelBillContDe_Click();
+    /// Deletes what the current row shows, by its level: one of the three above.
+    void deleteCurrentRow();
 
     /// Sets the ration `deh` of the ration library `dekID` onto the current row. False, after a message, when there is
     /// no such library or ration; True even when it could not be written.
@@ -54,31 +47,20 @@ public:
     /// current ration; anything that does not fit the current row does nothing.
     void WinCommand(short mode, const QString& deh, const QString& dekID);
 
-    /// Id of the library's default ration library; empty when it has none.
-    QString DekID;
-
     /// The ration libraries to choose from, in drop-down form.
     void setDekComboList(const QString& list);
-
-    /// Tells the current bill.
-    std::function<CurrentBill()> currentBill;
-    /// A ration is to be chosen in a browser that shows the library `dekId`.
-    std::function<void(const QString& dekId)> ellipsisClicked;
 
     /// Ends an open cell editor as Enter would. False when the edit was rejected and the editor stays open.
     bool commitPending();
 
-    /// Id of the bill whose contents are shown; it may be gone.
-    qint64 shownBill() const { return m_shownBill; }
-    /// A locked pane takes neither edits nor commands: its bill no longer exists. Loading a bill unlocks it.
-    void setLocked(bool locked);
-    bool isLocked() const { return m_locked; }
+Q_SIGNALS:
+    /// A ration is to be chosen in a browser that shows the library `dekId`.
+    void rationWanted(const QString& dekId);
 
 private:
+    void showCurrentBill();
     void setUpGrid();
     QString profession() const;
-    CurrentBill bill() const { return currentBill ? currentBill() : CurrentBill(); }
-    bool ready();
 
     // ContentEditing.cpp
     void grdConcent_RowColChange(int row, const QString& key);
@@ -86,19 +68,16 @@ private:
     EditVerdict grdConcent_ValidateEdit(int row, const QString& key, QString& text);
     EditVerdict validateText(int row, QString& text);
     void grdConcent_CellButtonClick(int row);
-    bool setRation(int row, const QString& deh, const QString& dekID);
+    enum class Setting { Refused, NotWritten, Written };
+    Setting setRation(int row, const QString& deh, const QString& dekID);
 
     // ContentCommands.cpp
     void insertNode(int at, KeyedGrid::Cells cells, int level);
     void removeNode(int row);
     int rowBelowRations(int row) const;
 
-    Connection* m_ormConn = nullptr;
+    LibraryDocument& m_library;
     KeyedGrid* m_grdConcent;
     QComboBox* m_cboProfession;
     QString m_dekComboList;
-    /// Text of the cell editor while its edit is validated.
-    QString m_editText;
-    qint64 m_shownBill = 0;
-    bool m_locked = false;
 };

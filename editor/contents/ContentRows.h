@@ -20,4 +20,7 @@ inline constexpr int contentLevel = 0;
 inline constexpr int subContentLevel = 1;
 inline constexpr int rationLevel = 2;
 
+/// What a ration's row shows in the column cont.
+inline QString rationText(const QString& deh, const QString& name) { return u'[' + deh + u"] "_s + name; }
+
 }  // namespace ContentRows

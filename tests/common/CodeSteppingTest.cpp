@@ -1,4 +1,4 @@
-#include "editor/common/CodeStepping.h"
+#include "editor/common/Codes.h"
 
 #include <gtest/gtest.h>
 

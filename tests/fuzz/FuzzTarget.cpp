@@ -15,7 +15,7 @@
 #include "app/base/MessageBox.h"
 #include "app/base/Paths.h"
 #include "app/base/Text.h"
-#include "editor/common/CodeStepping.h"
+#include "editor/common/Codes.h"
 #include "editor/common/CopyName.h"
 #include "storage/Connection.h"
 #include "storage/LibraryConnection.h"

@@ -8,10 +8,11 @@
 #include "editor/bills/BillPane.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
+#include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentPane.h"
 #include "editor/contents/RationLookup.h"
 #include "ration_browser/RationTree.h"
-#include "storage/LibraryConnection.h"
+#include "storage/Connection.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,41 +21,13 @@ namespace {
 constexpr qsizetype mostChapters = 6;
 constexpr int mostRows = 4;
 
-/// The panes of an editor window, put together as the window does.
+/// The panes of an editor window, without the window.
 struct Panes {
-    ChapterPane chapters;
-    BillPane bills;
-    FeaturePane features;
-    ContentPane contents;
-
-    Panes() {
-        chapters.chapterClicked = [this](const QString& tag) {
-            if (tag.size() == 6)
-                bills.LoadBill(tag);
-            else
-                bills.clearList();
-        };
-        bills.selectedChapter = [this] { return KeyedTree::tag(chapters.tvSYB()->selectedNode()); };
-        bills.deselectChapter = [this] { chapters.tvSYB()->selectNode(nullptr); };
-        bills.queryText = [] { return u"0"_s; };
-        bills.billChanged = [this](qint64 id) {
-            contents.LoadBillContent(id);
-            features.LoadBillSpec(id);
-        };
-        const auto currentId = [this] { return bills.grdBillList()->value(bills.grdBillList()->row(), u"id"_s); };
-        features.currentBillId = currentId;
-        contents.currentBill = [this, currentId] {
-            return CurrentBill{currentId(), bills.grdBillList()->text(bills.grdBillList()->row(), u"Code"_s)};
-        };
-        contents.DekID = u"GD2018ZHDE01"_s;
-    }
-
-    void setConnection(Connection* connection) {
-        chapters.setConnection(connection);
-        bills.setConnection(connection);
-        features.setConnection(connection);
-        contents.setConnection(connection);
-    }
+    LibraryDocument library;
+    ChapterPane chapters{library};
+    BillPane bills{library};
+    ContentPane contents{library};
+    FeaturePane features{library};
 
     void look() {
         KeyedGrid* list = bills.grdBillList();
@@ -93,12 +66,12 @@ struct Panes {
 }  // namespace
 
 void walkLibrary(const QString& path) {
-    const auto connection = GetOrmConn(path);
-    if (!connection || !succeeds([&] { connection->OpenRecordset("PRAGMA synchronous=OFF"); }))
-        return;
     // Making the panes takes longer than everything that is done with them.
     static auto* panes = new Panes;
-    panes->setConnection(connection.get());
+    LibraryDocument& library = panes->library;
+    library.setDefaultRationLibrary(u"GD2018ZHDE01"_s);
+    if (!library.open(path) || !succeeds([&] { library.connection()->OpenRecordset("PRAGMA synchronous=OFF"); }))
+        return library.close();
     panes->chapters.CreateTvwSYB();
     panes->chapters.expandAll();
     const QList<KeyedTree::Node*> nodes = panes->chapters.tvSYB()->nodes();
@@ -106,17 +79,16 @@ void walkLibrary(const QString& path) {
         panes->chapters.tvSYB_NodeClick(nodes[nodes.size() - 1 - i]);
         panes->look();
     }
-    panes->bills.mnuQueryBill_Click();
+    library.showQuery(u"0"_s);
     panes->look();
     if (!nodes.isEmpty())
         panes->chapters.tvSYB_NodeClick(nodes.last());
     panes->work();
     // What was not committed is, as after an event of the user.
     QCoreApplication::processEvents();
-    panes->bills.clearList();
-    panes->contents.LoadBillContent(0);
-    panes->features.LoadBillSpec(0);
-    panes->setConnection(nullptr);
+    library.showChapter({});
+    library.setCurrentBill(std::nullopt);
+    library.close();
 }
 
 void walkRations(const QString& path, const QString& code) {

@@ -10,6 +10,8 @@
 #include "editor/bills/BillPane.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
+#include "editor/common/LibraryDocument.h"
+
 #include "editor/contents/ContentPane.h"
 #include "tests/support/ModalAnswers.h"
 
@@ -131,8 +133,7 @@ void Comparison::compareDetails(Snapshot shown) {
     m_lastFeature = m_driver.features()->row();
     if (m_prescribed.contentsEmptied)
         expected.contents.clear();
-    EXPECT_EQ(m_driver.editor()->featurePane()->isLocked(), m_prescribed.detailsLocked);
-    EXPECT_EQ(m_driver.editor()->contentPane()->isLocked(), m_prescribed.detailsLocked);
+    EXPECT_EQ(m_driver.editor()->library().isShownBillGone(), m_prescribed.detailsLocked);
     if (!m_prescribed.detailsLocked)
         m_prescribed.applyToContents(expected.contents, shown.contents);
     EXPECT_EQ(textOf(shown.contents), textOf(expected.contents)) << "the contents";

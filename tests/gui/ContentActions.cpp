@@ -129,10 +129,7 @@ void RandomUser::deleteContentRow() {
     }
     if (level == 0) {
         m_codes.deleteContent(line[ContID]);
-        if (m_driver.bills()->row() < 0)
-            for (const QStringList& below : before.mid(row + 1))
-                if (isOf(below, "0"))
-                    m_prescribed.numberShown[below[ContID]] = QString::number(below[ContNum].toInt() - 1);
+
     } else if (level == 1) {
         if (!hadRows)
             --m_prescribed.emptied[line[ContID]];
@@ -165,9 +162,19 @@ void RandomUser::renameContent() {
             m_after = After::Relist;
     } else if (text.contains(u'\'')) {
         expectError("ModDBOperator.ExecuteDDL");
+        leaveRefusedEdit();
+    } else if (failed()) {
+        leaveRefusedEdit();
     } else if (!failed()) {
         m_prescribed.onlyCaseChanged.remove(Prescribed::nodeKey(line));
     }
+}
+
+/// What was typed stays in the editor, to be put right or given up.
+void RandomUser::leaveRefusedEdit() {
+    EXPECT_TRUE(m_driver.contents()->isEditing());
+    if (auto* box = m_driver.contents()->findChild<QWidget*>(u"cellEditor"_s))
+        m_driver.key(box, Qt::Key_Escape);
 }
 
 /// Whether the ration, or the second-level content that a new row repeats, holds an apostrophe.
@@ -221,9 +228,7 @@ void RandomUser::typeCode() {
     if (!rejection.isEmpty()) {
         // The code can be typed again.
         m_expected << rejection;
-        EXPECT_TRUE(m_driver.contents()->isEditing());
-        if (auto* box = m_driver.contents()->findChild<QWidget*>(u"cellEditor"_s))
-            m_driver.key(box, Qt::Key_Escape);
+        leaveRefusedEdit();
         return;
     }
     if (broken)

@@ -6,6 +6,7 @@
 #include "app/controls/KeyedTree.h"
 #include "app/shell/frmMain.h"
 #include "editor/frmEditor.h"
+#include "storage/Connection.h"
 
 class QComboBox;
 class QLineEdit;

@@ -233,13 +233,27 @@ TEST_F(Failures, AChapterCodeThatExistsIsNotAddedAgain) {
 }
 
 TEST_F(Failures, AChapterOfALockedFileCanBeClickedAgain) {
-    const Rows listed = rowsOf(user.bills());
+    const QStringList before = contentOf(user.path());
+    for (const auto& [list, refused] :
+         {std::pair<std::function<void()>, const char*>([&] { click("030101"); }, "frmEditor.LoadBill 5"),
+          {[&] { user.typeQuery(u"0"_s), user.run(2, 202); }, "frmEditor.mnuQueryBill_Click 5"}}) {
+        click("010101");
+        const Disturbance other(user.path(), Disturbance::Kind::Locked);
+        EXPECT_EQ(messagesOf(list), one(refused));
+        EXPECT_FALSE(user.bills()->hasRows());
+        EXPECT_FALSE(user.contents()->hasRows());
+    }
+    // No command takes bills of another listing, or none, for what could not be listed.
+    user.run(2, 200);
+    user.run(2, 201);
+    EXPECT_EQ(contentOf(user.path()), before);
+    click("030101");
     {
         const Disturbance other(user.path(), Disturbance::Kind::Locked);
-        EXPECT_EQ(messagesOf([&] { click("030101"); }), one("frmEditor.LoadBill 5"));
-        EXPECT_EQ(textOf(rowsOf(user.bills())), textOf(listed));
+        messagesOf([&] { click("030101"); });
     }
-    click("030101");
+    user.run(2, 200);
+    EXPECT_EQ(contentOf(user.path()), before);
     EXPECT_EQ(user.bills()->rowCount(), 2);
     expectWindowIsFile();
     expectThatWorkGoesOnEverywhere();

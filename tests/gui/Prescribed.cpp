@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "editor/common/LibraryDocument.h"
+
 using namespace Qt::StringLiterals;
 
 using namespace ContentCell;
@@ -56,6 +58,12 @@ QString Prescribed::nodeKey(const QStringList& row) {
     return u'r' + row[ContDeID];
 }
 
+void Prescribed::follow(const LibraryDocument& library) {
+    QObject::connect(&library, &LibraryDocument::listingChanged, &library, [this] { listLoaded(); });
+    QObject::connect(&library, &LibraryDocument::currentBillChanged, &library,
+                     [this, &library] { detailsLoaded(QString::number(library.shownBill().id)); });
+}
+
 void Prescribed::detailsLoaded(const QString& bill) {
     detailsOf = bill;
     detailsLocked = false;
@@ -65,7 +73,6 @@ void Prescribed::detailsLoaded(const QString& bill) {
     codeAsItCame.clear();
     onlyCaseChanged.clear();
     emptied.clear();
-    numberShown.clear();
 }
 
 void Prescribed::everythingLoaded() {
@@ -89,7 +96,5 @@ void Prescribed::applyToContents(Rows& fresh, Rows& shown) const {
         }
         if (const auto typed = onlyCaseChanged.constFind(nodeKey(row)); typed != onlyCaseChanged.constEnd())
             row[Cont] = *typed;
-        if (row[Level] == u"0"_s)
-            row[ContNum] = numberShown.value(row[ContID], row[ContNum]);
     }
 }

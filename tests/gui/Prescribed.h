@@ -5,6 +5,8 @@
 
 #include "tests/gui/Snapshot.h"
 
+class LibraryDocument;
+
 using namespace Qt::StringLiterals;
 
 /// The differences between the window and a fresh load of its file that are meant to be, by name. Each is noted by the
@@ -70,13 +72,11 @@ struct Prescribed {
     /// the file along, and with it what the second-level content consists of. How many of a content, by contID.
     QMap<QString, int> emptied;
 
-    /// "Numbers without a bill": while no bill is listed a deleted content does not know its bill; the contents after
-    /// it step back in the grid alone. Shown number by contID.
-    QMap<QString, QString> numberShown;
-
     /// Identifies a row of the content grid as long as it is not renumbered.
     static QString nodeKey(const QStringList& row);
 
+    /// Hears from `library` when a part of its window is loaded anew.
+    void follow(const LibraryDocument& library);
     void treeLoaded() { tree.reset(); }
     void listLoaded() { bills.reset(); }
     void detailsLoaded(const QString& bill);

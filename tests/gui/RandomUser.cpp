@@ -6,9 +6,8 @@
 #include <QComboBox>
 #include <QRegularExpression>
 
-#include "editor/bills/BillPane.h"
-#include "editor/chapters/ChapterPane.h"
-#include "editor/contents/ContentPane.h"
+#include "editor/common/LibraryDocument.h"
+
 #include "storage/LibraryConnection.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
@@ -86,23 +85,9 @@ const RandomUser::Choice& RandomUser::choose() {
 
 RandomUser::RandomUser(EditorDriver& driver, unsigned seed, Check check)
     : m_random(seed), m_driver(driver), m_check(check), m_comparison(driver, m_prescribed), m_codes(driver.path()) {
-    watch();
+    m_prescribed.follow(m_driver.editor()->library());
     if (m_check == Check::EveryStep)
         m_comparison.check(m_query);
-}
-
-/// Learns from the panes' own calls when a part of the window is loaded anew.
-void RandomUser::watch() {
-    BillPane* bills = m_driver.editor()->billPane();
-    bills->billChanged = [this, load = bills->billChanged](qint64 id) {
-        m_prescribed.detailsLoaded(QString::number(id));
-        load(id);
-    };
-    ChapterPane* chapters = m_driver.editor()->chapterPane();
-    chapters->chapterClicked = [this, list = chapters->chapterClicked](const QString& tag) {
-        m_prescribed.listLoaded();
-        list(tag);
-    };
 }
 
 void RandomUser::step() {
@@ -189,7 +174,7 @@ void RandomUser::reopen() {
     m_driver.open();
     m_prescribed.everythingLoaded();
     m_query.clear();
-    watch();
+    m_prescribed.follow(m_driver.editor()->library());
     if (unknown || tidied)
         m_codes.load();
 }

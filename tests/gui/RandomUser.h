@@ -44,7 +44,6 @@ private:
     }
     QString anyText();
     void say(const QString& what);
-    void watch();
     std::unique_ptr<Disturbance> disturb();
     void expectMessages();
     /// Whether an error has been recorded since the step began.
@@ -113,6 +112,7 @@ private:
     bool goToRation();
     QStringList contentLine() const;
     bool cannotBeWritten(const QStringList& line, const QString& code, const QString& library) const;
+    void leaveRefusedEdit();
     void rationWritten(const QString& contDeID);
 
     // BrowserActions.cpp

@@ -5,22 +5,13 @@
 #include <QMessageBox>
 #include <QTest>
 
-#include "editor/bills/BillPane.h"
 #include "tests/support/TemporaryLibrary.h"
 
 using namespace Qt::StringLiterals;
 
 Workplace::Workplace(const QString& path) : user(path), comparison(user, prescribed) {
-    watch();
+    prescribed.follow(user.editor()->library());
     click("010101");
-}
-
-void Workplace::watch() {
-    BillPane* bills = user.editor()->billPane();
-    bills->billChanged = [this, load = bills->billChanged](qint64 id) {
-        prescribed.detailsLoaded(QString::number(id));
-        load(id);
-    };
 }
 
 void Workplace::click(const char* chapter) {
@@ -35,7 +26,7 @@ void Workplace::reopen() {
         user.close();
     user.open();
     prescribed.everythingLoaded();
-    watch();
+    prescribed.follow(user.editor()->library());
 }
 
 QStringList Workplace::messagesOf(const std::function<void(ModalAnswers&)>& act) {

@@ -40,7 +40,6 @@ protected:
     Comparison comparison;
 
 private:
-    void watch();
     int m_edits = 0;
 };
 
