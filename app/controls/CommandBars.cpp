@@ -30,6 +30,8 @@ void CommandBars::addActions(std::vector<CommandAction> actions) {
         made->setToolTip(command.tooltip);
         made->setStatusTip(command.description);
         made->setProperty("category", command.category);
+        // A key held down must not write again and again.
+        made->setAutoRepeat(false);
         connect(made, &QAction::triggered, this, [this, id] { execute(id); });
         m_commands.insert(id, {std::move(command), made});
     }

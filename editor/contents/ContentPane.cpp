@@ -7,6 +7,7 @@
 
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
+#include "app/controls/UiHelpers.h"
 #include "editor/contents/ContentOutline.h"
 #include "editor/contents/ContentRows.h"
 
@@ -17,6 +18,7 @@ using namespace ContentRows;
 ContentPane::ContentPane(QWidget* parent)
     : QWidget(parent), m_grdConcent(new KeyedGrid(this)), m_cboProfession(new QComboBox(this)) {
     m_cboProfession->setObjectName(u"cboProfession"_s);
+    turnByWheelOnlyWithFocus(m_cboProfession);
     int number = 0;
     for (const char16_t* name : {u"建筑", u"装饰", u"安装", u"市政", u"园林", u"送电", u"变电", u"发电", u"配网"})
         m_cboProfession->addItem(QString::fromUtf16(name), ++number);
