@@ -1,6 +1,7 @@
 #include "app/controls/GridHeader.h"
 
 #include <QPainter>
+#include <QScopedValueRollback>
 
 #include "app/controls/Style.h"
 
@@ -17,7 +18,25 @@ GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
         const int least = captionWidth(section);
         if (size > 0 && size < least)
             resizeSection(section, least);
+        if (m_userActs)
+            m_userResized = section;
     });
+}
+
+void GridHeader::mouseMoveEvent(QMouseEvent* event) {
+    const QScopedValueRollback userActs(m_userActs, true);
+    QHeaderView::mouseMoveEvent(event);
+}
+
+void GridHeader::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QScopedValueRollback userActs(m_userActs, true);
+    QHeaderView::mouseDoubleClickEvent(event);
+}
+
+void GridHeader::mouseReleaseEvent(QMouseEvent* event) {
+    QHeaderView::mouseReleaseEvent(event);
+    if (const int section = std::exchange(m_userResized, -1); section >= 0)
+        Q_EMIT widthChosen(section, sectionSize(section));
 }
 
 void GridHeader::setMergesEqual(bool on) {

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QScrollBar>
+#include <QWheelEvent>
 
 #include "app/base/Guarded.h"
 #include "app/controls/UiHelpers.h"
@@ -115,8 +118,9 @@ TEST_F(GridRows, KeysAndClicksMakeCellsCurrentButNeitherFocusNorDrags) {
 
     // A right click makes its cell current before the menu; below the last row the menu comes all the same.
     window.click(2, unit, Qt::RightButton);
-    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, QPoint(100, grid.viewport()->height() - 5));
-    EXPECT_EQ(window.takeTold(), u"row 3>2, cell 2 Unit, menu at 2 Unit, menu at 2 Unit"_s);
+    window.clickOn(*grid.viewport(), QPoint(100, grid.viewport()->height() - 5), Qt::RightButton);
+    window.clickOn(*grid.horizontalHeader()->viewport(), QPoint(100, 5), Qt::RightButton);
+    EXPECT_EQ(window.takeTold(), u"row 3>2, cell 2 Unit, menu at 2 Unit, menu at 2 Unit, menu at 2 Unit"_s);
     for (const auto& [reason, told] :
          {std::pair(QContextMenuEvent::Keyboard, u"menu at 2 Unit"_s), {QContextMenuEvent::Mouse, QString()}}) {
         QContextMenuEvent event(reason, QPoint(1, 1), QPoint(1, 1));
@@ -138,6 +142,36 @@ TEST_F(GridRows, CaptionsAreNeverCut) {
         }
         EXPECT_GE(grid.rowHeight(0), QFontMetrics(font).height());
     }
+}
+
+TEST_F(GridRows, TheGrowingColumnGivesWayButKeepsTheWidthThatAUserChose) {
+    grid.setObjectName(u"grdWidths"_s);
+    grid.setGrowingColumn(name);
+    const int width = 3000 / 15;
+    window.resize(1100, 400);
+    EXPECT_GT(grid.columnWidth(grid.column(name)), width);
+    window.resize(480, 400);
+    EXPECT_LT(grid.columnWidth(grid.column(name)), width);
+    EXPECT_FALSE(grid.horizontalScrollBar()->isVisible());
+
+    // The user drags the line behind the column.
+    QWidget* header = grid.horizontalHeader()->viewport();
+    const QPoint line(grid.columnViewportPosition(grid.column(unit)) - 1, 5);
+    const int before = grid.columnWidth(grid.column(name));
+    QTest::mousePress(header, Qt::LeftButton, {}, line);
+    QMouseEvent move(QEvent::MouseMove, line + QPoint(30, 0), header->mapToGlobal(line + QPoint(30, 0)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(header, &move);
+    QTest::mouseRelease(header, Qt::LeftButton, {}, line + QPoint(30, 0));
+    for (const int size : {1100, 300}) {
+        window.resize(size, 400);
+        EXPECT_EQ(grid.columnWidth(grid.column(name)), before + 30);
+    }
+    KeyedGrid later;
+    later.setObjectName(u"grdWidths"_s);
+    later.setColumns({{name, name, 3000}, {unit, unit, 1155}});
+    EXPECT_EQ(later.columnWidth(0), before + 30);
+    EXPECT_EQ(later.columnWidth(1), 1155 / 15);
 }
 
 TEST(GridHeader, EqualNeighbouringCaptionsMerge) {
@@ -173,4 +207,20 @@ TEST(UiHelpers, ValiTextLetsListedCharactersPass) {
     for (const int refused : {int('c'), int(u'石'), 8, 0})
         EXPECT_EQ(ValiText(refused, listed, false), 0);
     EXPECT_EQ(ValiText(8, listed, true), 8);
+}
+
+TEST(UiHelpers, TheWheelTurnsABoxOnlyWithTheFocus) {
+    QWidget window;
+    QComboBox box(&window), other(&window);
+    box.addItems({u"建筑"_s, u"装饰"_s});
+    turnByWheelOnlyWithFocus(&box);
+    window.show();
+    window.activateWindow();
+    (void)QTest::qWaitForWindowActive(&window);
+    for (QComboBox* focused : {&other, &box}) {
+        focused->setFocus();
+        QWheelEvent wheel({1, 1}, box.mapToGlobal(QPointF(1, 1)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&box, &wheel);
+        EXPECT_EQ(box.currentIndex(), focused == &box ? 1 : 0);
+    }
 }
