@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QGuiApplication>
 #include <QInputMethod>
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 
 #include "app/base/Text.h"
@@ -35,7 +36,11 @@ QString lineEndOf(const QString& stored) {
 
 }  // namespace
 
-BillTextBox::BillTextBox(QWidget* parent) : QPlainTextEdit(parent) {
+BillTextBox::BillTextBox(QWidget* parent)
+    : QPlainTextEdit(parent), m_guard([this] {
+          commitChange();
+          return true;
+      }) {
     setTabChangesFocus(true);
     setReadOnly(true);
 }
@@ -53,8 +58,11 @@ void BillTextBox::setStored(const QString& stored) {
     m_shown = shownText();
 }
 
-/// The document's own text: toPlainText() would turn no-break spaces into blanks.
-QString BillTextBox::shownText() const { return document()->toRawText(); }
+/// The document's own text: toPlainText() would turn no-break spaces into blanks. A line separator that was pasted ends
+/// a line like any other line end.
+QString BillTextBox::shownText() const {
+    return document()->toRawText().replace(QChar::LineSeparator, QChar::ParagraphSeparator);
+}
 
 bool BillTextBox::isChanged() const { return m_billId != 0 && shownText() != m_shown; }
 
@@ -79,8 +87,25 @@ void BillTextBox::write() {
     validate();
 }
 
+void BillTextBox::keyPressEvent(QKeyEvent* event) {
+    // The toolkit would put in a character that ends the line without ending the paragraph.
+    if (event->matches(QKeySequence::InsertLineSeparator)) {
+        if (!isReadOnly())
+            textCursor().insertBlock();
+        ensureCursorVisible();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+void BillTextBox::focusInEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusInEvent(event);
+    m_guard.watch(this);
+}
+
 void BillTextBox::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
+    m_guard.watch(nullptr);
     const Qt::FocusReason reason = event->reason();
     const bool borrowed =
         reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
