@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScopedValueRollback>
 
 #include "app/base/Text.h"
@@ -58,11 +59,8 @@ void BillTextBox::setStored(const QString& stored) {
     m_shown = shownText();
 }
 
-/// The document's own text: toPlainText() would turn no-break spaces into blanks. A line separator that was pasted ends
-/// a line like any other line end.
-QString BillTextBox::shownText() const {
-    return document()->toRawText().replace(QChar::LineSeparator, QChar::ParagraphSeparator);
-}
+/// The document's own text: toPlainText() would turn no-break spaces into blanks.
+QString BillTextBox::shownText() const { return document()->toRawText(); }
 
 bool BillTextBox::isChanged() const { return m_billId != 0 && shownText() != m_shown; }
 
@@ -87,15 +85,20 @@ void BillTextBox::write() {
     validate();
 }
 
+// A line separator, which the toolkit puts in for Shift+Enter, ends a line without being a line end to anybody else.
 void BillTextBox::keyPressEvent(QKeyEvent* event) {
-    // The toolkit would put in a character that ends the line without ending the paragraph.
-    if (event->matches(QKeySequence::InsertLineSeparator)) {
-        if (!isReadOnly())
-            textCursor().insertBlock();
-        ensureCursorVisible();
+    if (isReadOnly() || !event->matches(QKeySequence::InsertLineSeparator)) {
+        QPlainTextEdit::keyPressEvent(event);
         return;
     }
-    QPlainTextEdit::keyPressEvent(event);
+    textCursor().insertBlock();
+    ensureCursorVisible();
+}
+
+void BillTextBox::insertFromMimeData(const QMimeData* source) {
+    QMimeData pasted;
+    pasted.setText(source->text().replace(QChar::LineSeparator, u'\n'));
+    QPlainTextEdit::insertFromMimeData(&pasted);
 }
 
 void BillTextBox::focusInEvent(QFocusEvent* event) {
