@@ -107,6 +107,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     painter->save();
     if (model().column(index.column()).key.isEmpty()) {
         painter->fillRect(cell.rect, Theme::header);
+        cell.palette.setColor(QPalette::ButtonText, Theme::accent);
         if (index.row() == m_grid->row())
             style->drawPrimitive(QStyle::PE_IndicatorArrowRight, &cell, painter, m_grid);
         painter->restore();
