@@ -47,7 +47,6 @@ FeaturePane::FeaturePane(QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(sides);
-    setFocusProxy(m_grdSpec);
 
     connect(m_grdSpec, &KeyedGrid::rowChanged, this, [this](int, int row) { grdSpec_AfterRowColChange(row); });
     enableEditing();
