@@ -1,7 +1,6 @@
 #include "app/controls/CellEditing.h"
 
 #include <QApplication>
-#include <QInputMethod>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 
@@ -125,7 +124,7 @@ bool CellEditing::commit() {
         return !isOpen();
     // What an input method is still composing counts as typed.
     if (m_editor->hasFocus() || m_grid->hasFocus())
-        QGuiApplication::inputMethod()->commit();
+        PressGuard::finishComposing();
     const auto* choice = qobject_cast<CellChoice*>(m_editor.data());
     if (choice && !choice->isChosen()) {
         cancel();

@@ -1,12 +1,19 @@
 #include "app/controls/PressGuard.h"
 
 #include <QApplication>
+#include <QInputMethod>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWindow>
 
 PressGuard::PressGuard(std::function<bool()> commit) : m_commit(std::move(commit)) {}
+
+void PressGuard::finishComposing() {
+    QGuiApplication::inputMethod()->commit();
+    // Some input methods commit only now. For the others nothing is left to reset.
+    QGuiApplication::inputMethod()->reset();
+}
 
 void PressGuard::watch(QWidget* editor) {
     m_editor = editor;
@@ -33,6 +40,8 @@ bool PressGuard::mayPass(const QWindow* window, const QPoint& position) const {
 }
 
 bool PressGuard::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusAboutToChange && watched->isWidgetType())
+        finishComposing();
     const bool isDoubleClick = event->type() == QEvent::MouseButtonDblClick;
     // A press reaches the window before it reaches a widget.
     if ((event->type() != QEvent::MouseButtonPress && !isDoubleClick) || !watched->isWindowType())

@@ -6,7 +6,8 @@
 
 class QWindow;
 
-/// Commits what is being typed before the mouse can act anywhere else.
+/// Commits what is being typed before the mouse can act anywhere else, and takes what an input method is still
+/// composing as typed before the focus goes.
 ///
 /// While it watches an editor, a mouse press in any window of the program runs `commit` first, before the focus moves.
 /// The press is dropped when the editor stays open, and also when the button is up by then: a message box came in
@@ -18,6 +19,9 @@ class PressGuard : public QObject {
 public:
     /// `commit` ends the edit; it returns false when the editor stays open.
     explicit PressGuard(std::function<bool()> commit);
+
+    /// Takes what an input method is composing as typed.
+    static void finishComposing();
 
     /// Watches `editor`, an open one; null for none.
     void watch(QWidget* editor);

@@ -1,8 +1,6 @@
 #include "editor/bills/BillTextBox.h"
 
 #include <QFocusEvent>
-#include <QGuiApplication>
-#include <QInputMethod>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -70,7 +68,7 @@ QString BillTextBox::text() const {
 
 void BillTextBox::commitChange() {
     if (hasFocus())
-        QGuiApplication::inputMethod()->commit();
+        PressGuard::finishComposing();
     if (isChanged())
         write();
 }
