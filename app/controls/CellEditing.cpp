@@ -80,10 +80,6 @@ void CellEditing::setEditorData(QWidget* editor, const QModelIndex& index) const
         edit->setText(index.data(Qt::EditRole).toString());
 }
 
-void CellEditing::setModelData(QWidget*, QAbstractItemModel*, const QModelIndex&) const {
-    // The toolkit would write without asking; commit() writes.
-}
-
 void CellEditing::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                        const QModelIndex& index) const {
     QRect rect = option.rect;
@@ -114,8 +110,11 @@ EditVerdict CellEditing::decide(const QModelIndex& index, QString& text) {
                                 : EditVerdict::Accept;
 }
 
-void CellEditing::write(const QModelIndex& index, const QString& text) {
-    m_grid->setText(index.row(), m_grid->key(index.column()), text);
+void CellEditing::accept(const QPersistentModelIndex& cell, const QString& text) {
+    const QString key = m_grid->key(cell.column());
+    m_grid->setText(cell.row(), key, text);
+    if (cell.isValid())
+        Q_EMIT m_grid->afterEdit(cell.row(), key);
 }
 
 bool CellEditing::commit() {
@@ -141,15 +140,13 @@ bool CellEditing::commit() {
             edit->selectAll();
         return false;
     }
-    if (verdict == EditVerdict::Accept && cell.isValid())
-        write(cell, text);
     if (m_cell == cell)
         cancel();
     // A message box of the decision has taken the focus away, and would give it back to no one.
     if (keepsFocus)
         m_grid->setFocus();
     if (verdict == EditVerdict::Accept && cell.isValid())
-        Q_EMIT m_grid->afterEdit(cell.row(), m_grid->key(cell.column()));
+        accept(cell, text);
     return true;
 }
 
@@ -158,10 +155,8 @@ void CellEditing::toggleCheck(const QModelIndex& index) {
         return;
     const QPersistentModelIndex cell = index;
     QString text = CheckState::of(model().text(index.row(), index.column()) != CheckState::checked);
-    if (decide(index, text) != EditVerdict::Accept || !cell.isValid())
-        return;
-    write(cell, text);
-    Q_EMIT m_grid->afterEdit(cell.row(), m_grid->key(cell.column()));
+    if (decide(index, text) == EditVerdict::Accept && cell.isValid())
+        accept(cell, text);
 }
 
 bool CellEditing::focusLeft(Qt::FocusReason reason) {

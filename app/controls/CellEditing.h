@@ -40,7 +40,6 @@ public:
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
-    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
     void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
@@ -55,7 +54,7 @@ protected:
 private:
     bool keyPressed(QKeyEvent* event);
     EditVerdict decide(const QModelIndex& index, QString& text);
-    void write(const QModelIndex& index, const QString& text);
+    void accept(const QPersistentModelIndex& cell, const QString& text);
     void editNextCell(bool forward);
     void goToRow(bool forward);
     int shownRow(int from, bool forward) const;

@@ -27,8 +27,16 @@ QRect GridDelegate::arrowRect(const QRect& cell, const QModelIndex& index) const
     return {cell.left() + 2 + model().row(index.row()).level * indent, cell.top(), indent, cell.height()};
 }
 
-QRect GridDelegate::buttonRect(const QRect& cell, const QModelIndex& index) const {
-    if (!model().list(index.column()).ellipsis || index != m_grid->currentIndex())
+/// What stands at the end of the current cell: a button, the arrow of a list or nothing.
+GridDelegate::Part GridDelegate::endPart(const QModelIndex& index) const {
+    const ComboList& list = model().list(index.column());
+    if (index != m_grid->currentIndex() || (!list.ellipsis && !(m_listOffered && list.isDropDown())))
+        return Part::None;
+    return list.ellipsis ? Part::Button : Part::List;
+}
+
+QRect GridDelegate::endRect(const QRect& cell, const QModelIndex& index) const {
+    if (endPart(index) == Part::None)
         return {};
     const int edge = cell.height() - 4;
     return {cell.right() - edge - 1, cell.top() + 2, edge + 2, edge};
@@ -42,20 +50,12 @@ QRect GridDelegate::checkRect(const QRect& cell, const QModelIndex& index) const
     return QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, cell);
 }
 
-QRect GridDelegate::listRect(const QRect& cell, const QModelIndex& index) const {
-    if (!m_listOffered || !model().list(index.column()).isDropDown() || index != m_grid->currentIndex())
-        return {};
-    constexpr int width = 16;
-    return {cell.right() - width, cell.top(), width, cell.height()};
-}
-
 QRect GridDelegate::textRect(const QRect& cell, const QModelIndex& index) const {
     QRect rect = cell.adjusted(margin, 0, -margin, 0);
     if (index.column() == model().outlineColumn())
         rect.setLeft(cell.left() + 4 + (model().row(index.row()).level + 1) * indent);
-    for (const QRect& end : {buttonRect(cell, index), listRect(cell, index)})
-        if (!end.isEmpty())
-            rect.setRight(end.left() - 2);
+    if (const QRect end = endRect(cell, index); !end.isEmpty())
+        rect.setRight(end.left() - 2);
     return rect;
 }
 
@@ -64,13 +64,13 @@ GridDelegate::Part GridDelegate::partAt(const QPoint& position, const QModelInde
     const QRect cell = m_grid->visualRect(index);
     if (arrowRect(cell, index).contains(position))
         return Part::Arrow;
-    if (buttonRect(cell, index).contains(position))
-        return Part::Button;
-    if (const QRect check = checkRect(cell, index);
-        !check.isEmpty() && check.adjusted(-reach, -reach, reach, reach).contains(position))
-        return Part::Check;
-    // The whole of the cell opens the list.
-    return listRect(cell, index).isEmpty() ? Part::None : Part::List;
+    // A list opens from anywhere in its cell.
+    const Part end = endPart(index);
+    if (end == Part::List || endRect(cell, index).contains(position))
+        return end;
+    const QRect check = checkRect(cell, index);
+    return check.marginsAdded({reach, reach, reach, reach}).contains(position) && !check.isEmpty() ? Part::Check
+                                                                                                   : Part::None;
 }
 
 void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
@@ -133,9 +133,9 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
 void GridDelegate::paintParts(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const QStyle* style = m_grid->style();
     const QRect arrow = arrowRect(option.rect, index);
-    const QRect button = buttonRect(option.rect, index);
     QStyleOptionViewItem part = option;
-    if (part.rect = arrow; !arrow.isEmpty()) {
+    part.rect = arrow;
+    if (!arrow.isEmpty()) {
         part.state.setFlag(QStyle::State_Children);
         part.state.setFlag(QStyle::State_Open, !model().row(index.row()).collapsed);
         style->drawPrimitive(QStyle::PE_IndicatorBranch, &part, painter, m_grid);
@@ -144,17 +144,17 @@ void GridDelegate::paintParts(QPainter* painter, const QStyleOptionViewItem& opt
         part.state.setFlag(option.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off);
         style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &part, painter, m_grid);
     }
-    if (part.rect = listRect(option.rect, index); !part.rect.isEmpty())
+    part.rect = endRect(option.rect, index);
+    if (endPart(index) == Part::List)
         style->drawPrimitive(QStyle::PE_IndicatorArrowDown, &part, painter, m_grid);
-    if (!button.isEmpty()) {
-        QStyleOptionToolButton raised;
-        raised.QStyleOption::operator=(option);
-        raised.rect = button;
-        raised.state = QStyle::State_Enabled | QStyle::State_Raised;
-        raised.subControls = QStyle::SC_ToolButton;
-        raised.text = u"…"_s;
-        raised.font = option.font;
-        style->drawComplexControl(QStyle::CC_ToolButton, &raised, painter, m_grid);
+    if (endPart(index) == Part::Button) {
+        QStyleOptionToolButton button;
+        button.QStyleOption::operator=(part);
+        button.state = QStyle::State_Enabled | QStyle::State_Raised;
+        button.subControls = QStyle::SC_ToolButton;
+        button.text = u"…"_s;
+        button.font = option.font;
+        style->drawComplexControl(QStyle::CC_ToolButton, &button, painter, m_grid);
     }
     if (index.column() == model().outlineColumn() && arrow.isEmpty() && model().row(index.row()).level >= 2) {
         painter->setRenderHint(QPainter::Antialiasing);

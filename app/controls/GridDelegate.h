@@ -35,9 +35,9 @@ protected:
 
 private:
     QRect arrowRect(const QRect& cell, const QModelIndex& index) const;
-    QRect buttonRect(const QRect& cell, const QModelIndex& index) const;
     QRect checkRect(const QRect& cell, const QModelIndex& index) const;
-    QRect listRect(const QRect& cell, const QModelIndex& index) const;
+    Part endPart(const QModelIndex& index) const;
+    QRect endRect(const QRect& cell, const QModelIndex& index) const;
     void paintParts(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
     bool m_listOffered = false;

@@ -3,13 +3,23 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 
+#include "app/base/UserSettings.h"
+#include "app/controls/KeyedGrid.h"
 #include "app/controls/Style.h"
 
-namespace {
-constexpr int margin = 6;
-}
+using namespace Qt::StringLiterals;
 
-GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+namespace {
+
+constexpr int margin = 6;
+
+QSettings widthSettings() { return userSettings(u"columns"_s); }
+
+QString widthKey(const KeyedGrid& grid, int column) { return grid.objectName() + u'/' + grid.key(column); }
+
+}  // namespace
+
+GridHeader::GridHeader(KeyedGrid* grid) : QHeaderView(Qt::Horizontal, grid), m_grid(grid) {
     setSectionsClickable(false);
     setHighlightSections(false);
     setSectionResizeMode(QHeaderView::Interactive);
@@ -35,8 +45,22 @@ void GridHeader::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void GridHeader::mouseReleaseEvent(QMouseEvent* event) {
     QHeaderView::mouseReleaseEvent(event);
-    if (const int section = std::exchange(m_userResized, -1); section >= 0)
-        Q_EMIT widthChosen(section, sectionSize(section));
+    const int section = std::exchange(m_userResized, -1);
+    if (section < 0)
+        return;
+    m_chosen.insert(section, sectionSize(section));
+    if (!m_grid->objectName().isEmpty())
+        widthSettings().setValue(widthKey(*m_grid, section), sectionSize(section));
+    Q_EMIT widthChosen();
+}
+
+void GridHeader::readChosenWidths() {
+    if (m_grid->objectName().isEmpty())
+        return;
+    const QSettings settings = widthSettings();
+    for (int section = 0; section < count(); ++section)
+        if (const int width = settings.value(widthKey(*m_grid, section)).toInt(); width > 0)
+            m_chosen.insert(section, width);
 }
 
 void GridHeader::setMergesEqual(bool on) {

@@ -1,13 +1,24 @@
 #pragma once
 
+#include <QHash>
 #include <QHeaderView>
 
+class KeyedGrid;
+
 /// The fixed header row of a KeyedGrid. Captions are never cut off; equal neighbouring captions can merge into one.
+///
+/// Widths that the user chose are remembered under the objectName of the grid and the keys of its columns.
 class GridHeader : public QHeaderView {
     Q_OBJECT
 
 public:
-    explicit GridHeader(QWidget* parent);
+    explicit GridHeader(KeyedGrid* grid);
+
+    /// Reads the remembered widths of a grid that has its columns.
+    void readChosenWidths();
+    bool isChosen(int section) const { return m_chosen.contains(section); }
+    /// The width that the user chose, else `width`.
+    int chosenWidth(int section, int width) const { return m_chosen.value(section, width); }
 
     void setMergesEqual(bool on);
     bool mergesEqual() const { return m_mergesEqual; }
@@ -16,8 +27,7 @@ public:
     int captionWidth(int section) const;
 
 Q_SIGNALS:
-    /// The user has given `section` this width.
-    void widthChosen(int section, int width);
+    void widthChosen();
 
 protected:
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -30,6 +40,8 @@ protected:
 private:
     int neighbour(int section, int step) const;
 
+    KeyedGrid* m_grid;
+    QHash<int, int> m_chosen;
     bool m_mergesEqual = false;
     bool m_userActs = false;
     int m_userResized = -1;

@@ -4,20 +4,9 @@
 
 #include "app/base/Text.h"
 #include "app/base/UserEvent.h"
-#include "app/base/UserSettings.h"
 #include "app/controls/CellEditing.h"
 #include "app/controls/GridHeader.h"
 #include "app/controls/GridModel.h"
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString widthSettings = u"columns"_s;
-
-QString widthKey(const QString& grid, const QString& column) { return grid + u'/' + column; }
-
-}  // namespace
 
 KeyedGrid::KeyedGrid(QWidget* parent)
     : QTableView(parent),
@@ -43,12 +32,7 @@ KeyedGrid::KeyedGrid(QWidget* parent)
     m_header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_header, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& position) { wantMenu(m_header->viewport()->mapToGlobal(position)); });
-    connect(m_header, &GridHeader::widthChosen, this, [this](int column, int width) {
-        m_chosenWidths.insert(column, width);
-        if (!objectName().isEmpty())
-            userSettings(widthSettings).setValue(widthKey(objectName(), key(column)), width);
-        growColumn();
-    });
+    connect(m_header, &GridHeader::widthChosen, this, &KeyedGrid::growColumn);
     // A procedure that failed half-way through must not leave the grid dead.
     connect(&UserEvent::instance(), &UserEvent::over, this, [this] {
         if (!updatesEnabled())
@@ -63,13 +47,9 @@ KeyedGrid::~KeyedGrid() {
 
 void KeyedGrid::setColumns(std::vector<GridColumn> columns) {
     m_model->setColumns(std::move(columns));
-    const QSettings remembered = userSettings(widthSettings);
-    for (int i = 0; i < m_model->columns(); ++i) {
+    for (int i = 0; i < m_model->columns(); ++i)
         setColumnHidden(i, !m_model->column(i).shown);
-        const int width = remembered.value(widthKey(objectName(), key(i))).toInt();
-        if (width > 0 && m_model->column(i).shown && !objectName().isEmpty())
-            m_chosenWidths.insert(i, width);
-    }
+    m_header->readChosenWidths();
     m_column = firstColumn();
     fitSizes();
 }
@@ -81,7 +61,7 @@ void KeyedGrid::fitSizes() {
     for (int i = 0; i < m_model->columns(); ++i) {
         const GridColumn& column = m_model->column(i);
         if (column.shown)
-            setColumnWidth(i, m_chosenWidths.value(i, widthOf(i)));
+            setColumnWidth(i, m_header->chosenWidth(i, widthOf(i)));
         if (column.key.isEmpty())
             m_header->setSectionResizeMode(i, QHeaderView::Fixed);
     }
@@ -100,7 +80,7 @@ void KeyedGrid::setGrowingColumn(const QString& key) {
 }
 
 void KeyedGrid::growColumn() {
-    if (m_growingColumn < 0 || m_chosenWidths.contains(m_growingColumn))
+    if (m_growingColumn < 0 || m_header->isChosen(m_growingColumn))
         return;
     const int others = m_header->length() - columnWidth(m_growingColumn);
     const int least = qMax(widthOf(m_growingColumn) / 3, m_header->captionWidth(m_growingColumn));

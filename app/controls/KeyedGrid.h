@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QPersistentModelIndex>
 #include <QTableView>
 #include <functional>
@@ -180,8 +179,6 @@ private:
     /// The column of the current cell. It stays while no row is current: the next row is made current in it.
     int m_column = -1;
     int m_growingColumn = -1;
-    /// Widths that the user chose, by column.
-    QHash<int, int> m_chosenWidths;
     bool m_menuWanted = false;
     /// The cell whose button, check box or list the mouse was pressed on.
     QPersistentModelIndex m_pressed;
