@@ -108,21 +108,3 @@ TEST_F(KeyedTreeTest, KeysThatMoveTheSelectionTellItAndTheProgramTellsNothing) {
     QTest::keyClick(&tree, Qt::Key_Down);
     EXPECT_EQ(takeClicks(), u"01"_s);
 }
-
-TEST_F(KeyedTreeTest, RemovingSelectsTheNextThenThePreviousThenTheParent) {
-    add(u"010103"_s);
-    EXPECT_THROW(add(u"0101"_s), Error);
-    tree.selectNode(node(u"010102"_s));
-    for (const auto& [removed, next] : {std::pair(u"010102"_s, u"010103"_s),
-                                        {u"010103"_s, u"010101"_s},
-                                        {u"010101"_s, u"0101"_s},
-                                        {u"03"_s, u"0101"_s},
-                                        {u"01"_s, u"02"_s},
-                                        {u"02"_s, QString()}}) {
-        tree.removeNode(node(removed));
-        EXPECT_EQ(selected(), next);
-    }
-    EXPECT_EQ(tree.nodeCount(), 0);
-    EXPECT_EQ(node(u"0201"_s), nullptr);
-    EXPECT_EQ(takeClicks(), QString());
-}
