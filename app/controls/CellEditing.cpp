@@ -12,17 +12,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Whether `widget` is `editor` or a part of it. The list of a combo box is a window, but its parent is the box.
-bool belongsTo(const QWidget* editor, const QObject* widget) {
-    while (widget && widget != editor)
-        widget = widget->parent();
-    return widget;
-}
-
-}  // namespace
-
 CellEditing::CellEditing(KeyedGrid* grid) : GridDelegate(grid), m_guard(new PressGuard([this] { return commit(); })) {
     m_guard->setParent(this);
 }
@@ -132,7 +121,7 @@ bool CellEditing::commit() {
     QString text =
         choice ? choice->currentData().toString() : wholeCharacters(static_cast<QLineEdit*>(m_editor.data())->text());
     const QPersistentModelIndex cell = m_cell;
-    const bool keepsFocus = m_grid->hasFocus() || belongsTo(m_editor, QApplication::focusWidget());
+    const bool keepsFocus = m_grid->hasFocus() || m_editor->hasFocus() || choice;
     const EditVerdict verdict = decide(cell, text);
     if (verdict == EditVerdict::KeepOpen && isOpen()) {
         m_editor->setFocus();
@@ -165,9 +154,9 @@ bool CellEditing::focusLeft(Qt::FocusReason reason) {
         m_editor->setFocus();
         return false;
     }
-    // A menu only borrows the focus.
-    return m_deciding || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
-           belongsTo(m_editor, QApplication::focusWidget()) || commit();
+    // A menu only borrows the focus; a drop-down cell closes with its list.
+    return m_deciding || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason || m_editor->hasFocus() ||
+           qobject_cast<CellChoice*>(m_editor.data()) || commit();
 }
 
 bool CellEditing::eventFilter(QObject* watched, QEvent* event) {

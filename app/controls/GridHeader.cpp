@@ -4,7 +4,7 @@
 #include <QScopedValueRollback>
 
 #include "app/base/UserSettings.h"
-#include "app/controls/KeyedGrid.h"
+#include "app/controls/GridModel.h"
 #include "app/controls/Style.h"
 
 using namespace Qt::StringLiterals;
@@ -51,16 +51,35 @@ void GridHeader::mouseReleaseEvent(QMouseEvent* event) {
     m_chosen.insert(section, sectionSize(section));
     if (!m_grid->objectName().isEmpty())
         widthSettings().setValue(widthKey(*m_grid, section), sectionSize(section));
-    Q_EMIT widthChosen();
+    grow();
 }
 
-void GridHeader::readChosenWidths() {
-    if (m_grid->objectName().isEmpty())
-        return;
+int GridHeader::ownWidth(int section) const {
+    constexpr int twipsPerInch = 1440;
+    const int twips = static_cast<const GridModel*>(model())->column(section).twips;
+    return qMax(twips * logicalDpiX() / twipsPerInch, captionWidth(section));
+}
+
+void GridHeader::layOut() {
     const QSettings settings = widthSettings();
-    for (int section = 0; section < count(); ++section)
-        if (const int width = settings.value(widthKey(*m_grid, section)).toInt(); width > 0)
+    for (int section = 0; section < count(); ++section) {
+        const int width = settings.value(widthKey(*m_grid, section)).toInt();
+        if (width > 0 && !m_grid->objectName().isEmpty())
             m_chosen.insert(section, width);
+        if (!isSectionHidden(section))
+            resizeSection(section, m_chosen.value(section, ownWidth(section)));
+        // The marker column has no text that could need room.
+        if (m_grid->key(section).isEmpty())
+            setSectionResizeMode(section, Fixed);
+    }
+    grow();
+}
+
+void GridHeader::grow() {
+    if (m_growing < 0 || m_chosen.contains(m_growing))
+        return;
+    const int room = m_grid->viewport()->width() - (length() - sectionSize(m_growing));
+    resizeSection(m_growing, qMax(qMax(ownWidth(m_growing) / 3, captionWidth(m_growing)), room));
 }
 
 void GridHeader::setMergesEqual(bool on) {

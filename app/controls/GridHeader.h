@@ -5,7 +5,8 @@
 
 class KeyedGrid;
 
-/// The fixed header row of a KeyedGrid. Captions are never cut off; equal neighbouring captions can merge into one.
+/// The fixed header row of a KeyedGrid, and the widths of its columns. Captions are never cut off; equal neighbouring
+/// captions can merge into one.
 ///
 /// Widths that the user chose are remembered under the objectName of the grid and the keys of its columns.
 class GridHeader : public QHeaderView {
@@ -14,20 +15,15 @@ class GridHeader : public QHeaderView {
 public:
     explicit GridHeader(KeyedGrid* grid);
 
-    /// Reads the remembered widths of a grid that has its columns.
-    void readChosenWidths();
-    bool isChosen(int section) const { return m_chosen.contains(section); }
-    /// The width that the user chose, else `width`.
-    int chosenWidth(int section, int width) const { return m_chosen.value(section, width); }
+    /// Gives each column the width that the user chose, else its own.
+    void layOut();
+    /// The section that takes the room which the others leave free; -1 for none.
+    void setGrowing(int section) { m_growing = section; }
+    /// Fits the growing section into the grid.
+    void grow();
 
     void setMergesEqual(bool on);
     bool mergesEqual() const { return m_mergesEqual; }
-
-    /// Width below which the caption of `section` would be cut off.
-    int captionWidth(int section) const;
-
-Q_SIGNALS:
-    void widthChosen();
 
 protected:
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -38,10 +34,14 @@ protected:
     QSize sizeHint() const override;
 
 private:
+    /// Width below which the caption of `section` would be cut off.
+    int captionWidth(int section) const;
+    int ownWidth(int section) const;
     int neighbour(int section, int step) const;
 
     KeyedGrid* m_grid;
     QHash<int, int> m_chosen;
+    int m_growing = -1;
     bool m_mergesEqual = false;
     bool m_userActs = false;
     int m_userResized = -1;

@@ -32,7 +32,6 @@ KeyedGrid::KeyedGrid(QWidget* parent)
     m_header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_header, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& position) { wantMenu(m_header->viewport()->mapToGlobal(position)); });
-    connect(m_header, &GridHeader::widthChosen, this, &KeyedGrid::growColumn);
     // A procedure that failed half-way through must not leave the grid dead.
     connect(&UserEvent::instance(), &UserEvent::over, this, [this] {
         if (!updatesEnabled())
@@ -49,7 +48,6 @@ void KeyedGrid::setColumns(std::vector<GridColumn> columns) {
     m_model->setColumns(std::move(columns));
     for (int i = 0; i < m_model->columns(); ++i)
         setColumnHidden(i, !m_model->column(i).shown);
-    m_header->readChosenWidths();
     m_column = firstColumn();
     fitSizes();
 }
@@ -58,38 +56,17 @@ void KeyedGrid::fitSizes() {
     const int height = fontMetrics().height() + 9;
     verticalHeader()->setMinimumSectionSize(height);
     verticalHeader()->setDefaultSectionSize(height);
-    for (int i = 0; i < m_model->columns(); ++i) {
-        const GridColumn& column = m_model->column(i);
-        if (column.shown)
-            setColumnWidth(i, m_header->chosenWidth(i, widthOf(i)));
-        if (column.key.isEmpty())
-            m_header->setSectionResizeMode(i, QHeaderView::Fixed);
-    }
-    growColumn();
-}
-
-/// The width that a column is laid out with.
-int KeyedGrid::widthOf(int column) const {
-    constexpr int twipsPerInch = 1440;
-    return qMax(m_model->column(column).twips * logicalDpiX() / twipsPerInch, m_header->captionWidth(column));
+    m_header->layOut();
 }
 
 void KeyedGrid::setGrowingColumn(const QString& key) {
-    m_growingColumn = column(key);
-    growColumn();
-}
-
-void KeyedGrid::growColumn() {
-    if (m_growingColumn < 0 || m_header->isChosen(m_growingColumn))
-        return;
-    const int others = m_header->length() - columnWidth(m_growingColumn);
-    const int least = qMax(widthOf(m_growingColumn) / 3, m_header->captionWidth(m_growingColumn));
-    setColumnWidth(m_growingColumn, qMax(least, viewport()->width() - others));
+    m_header->setGrowing(column(key));
+    m_header->grow();
 }
 
 void KeyedGrid::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    growColumn();
+    m_header->grow();
 }
 
 void KeyedGrid::changeEvent(QEvent* event) {

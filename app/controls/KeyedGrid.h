@@ -161,8 +161,6 @@ protected:
 
 private:
     void fitSizes();
-    int widthOf(int column) const;
-    void growColumn();
     int firstColumn() const;
     void makeCurrent(int row, int column);
     void wantMenu(const QPoint& globalPosition);
@@ -178,7 +176,6 @@ private:
     QString m_tag;
     /// The column of the current cell. It stays while no row is current: the next row is made current in it.
     int m_column = -1;
-    int m_growingColumn = -1;
     bool m_menuWanted = false;
     /// The cell whose button, check box or list the mouse was pressed on.
     QPersistentModelIndex m_pressed;
