@@ -4,7 +4,8 @@ target_compile_definitions(tessel_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_
 if(MSVC)
     target_compile_options(tessel_options INTERFACE /W4 /WX /utf-8)
 else()
-    target_compile_options(tessel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
+    target_compile_options(tessel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+        -Wno-sign-conversion -Wnon-virtual-dtor -Werror)
 endif()
 
 if(TESSEL_SANITIZE)
