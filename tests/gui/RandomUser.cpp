@@ -148,8 +148,8 @@ std::unique_ptr<Disturbance> RandomUser::disturb() {
                                   u"tblSpecEnum"_s, u"tblParm"_s});
     say(*m_disturbed == Kind::Written ? u"(another program writes)"_s
         : *m_disturbed == Kind::Read  ? u"(another program reads)"_s
-                                      : u"(the file refuses %1)"_s.arg(change));
-    return std::make_unique<Disturbance>(m_driver.path(), *m_disturbed, change);
+                                      : u"(refused is %1)"_s.arg(change));
+    return std::make_unique<Disturbance>(m_driver.path(), *m_disturbed, change, m_driver.editor());
 }
 
 void RandomUser::expectMessages() {

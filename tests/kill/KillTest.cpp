@@ -135,8 +135,6 @@ protected:
         EXPECT_EQ(contentOf(alone), content);
         QFile::remove(alone);
         QFile::remove(sideFile());
-        // What refuses changes is the disturbance's, which was killed too.
-        GetOrmConn(m_library)->Execute("DROP TRIGGER IF EXISTS refuse");
         EXPECT_EQ(rowsInFile(m_library, "SELECT name FROM sqlite_schema WHERE type<>'table'"), QStringList());
     }
 

@@ -17,7 +17,7 @@ namespace {
 /// A command that leaves its savepoint open.
 void failingCommand(const TemporaryLibrary& library, const SqlText& statement) {
     guarded({"frmEditor", "failing"}, [&] {
-        SetSP(u"failing"_s, library.connection());
+        EXPECT_TRUE(SetSP(u"failing"_s, library.connection()));
         library.run(statement);
     });
 }
@@ -62,7 +62,7 @@ TEST(TemporaryIndex, GoesWithACommandThatFails) {
     const SqlText indexes = "SELECT count(*) FROM sqlite_master WHERE type='index'";
     EXPECT_THROW(
         {
-            SetSP(u"b"_s, library.connection());
+            EXPECT_TRUE(SetSP(u"b"_s, library.connection()));
             TemporaryIndex index(library.connection(), "tblBill", "Code");
             throw Error(1, u"in the middle of a command that does not roll back"_s);
         },

@@ -21,7 +21,7 @@ TEST(LibraryConnection, AttachesTheCompanionWhenThereIsOneAndKeepsOneFile) {
     {
         Connection foreign;
         foreign.Open(path, QString(), 6);
-        foreign.OpenRecordset("PRAGMA journal_mode=WAL");
+        foreign.Execute("PRAGMA journal_mode=WAL");
         foreign.Execute("CREATE TABLE t (a)");
     }
     {
