@@ -58,6 +58,10 @@ public:
     /// Host 1 to 4.
     CommandBars* commandBars(int host) const;
 
+Q_SIGNALS:
+    /// `text` is to be shown in the status bar for a while; nothing any more when it is empty.
+    void statusText(const QString& text);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 

@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QStandardPaths>
+#include <QSysInfo>
 
 #include "app/base/Paths.h"
 
@@ -10,13 +11,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One file per user and program folder; the folder may be written in any letter case.
+/// One file per user, machine and program folder. The settings folder may be shared by all machines of a user, and a
+/// process that died on another one cannot be told from a running one. The folder may be written in any letter case.
 QString lockPath() {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     QDir().mkpath(folder);
-    const QByteArray program =
-        QCryptographicHash::hash(programFolder().toLower().toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
-    return joinPath(folder, u"tessel-"_s + QString::fromLatin1(program) + u".lock"_s);
+    const QByteArray copy = QSysInfo::machineUniqueId() + '\n' + QSysInfo::machineHostName().toUtf8() + '\n' +
+                            programFolder().toLower().toUtf8();
+    const QByteArray name = QCryptographicHash::hash(copy, QCryptographicHash::Sha1).toHex().left(16);
+    return joinPath(folder, u"tessel-"_s + QString::fromLatin1(name) + u".lock"_s);
 }
 
 bool namesAProcess(const QLockFile& lock) {

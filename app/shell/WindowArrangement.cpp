@@ -2,13 +2,14 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
 #include <algorithm>
 
 namespace {
 
 constexpr int narrowestStrip = 220;
 
-QList<QMdiSubWindow*> windowsToTile(const QMdiArea* area) {
+QList<QMdiSubWindow*> windowsToArrange(const QMdiArea* area) {
     QList<QMdiSubWindow*> windows;
     for (QMdiSubWindow* window : area->subWindowList()) {
         if (!window->isMinimized() && !window->isHidden())
@@ -20,10 +21,42 @@ QList<QMdiSubWindow*> windowsToTile(const QMdiArea* area) {
     return windows;
 }
 
+/// The place of the window `index` in a cascade: four fifths of the area; the last fifth is used up by the steps.
+QRect cascadePlace(const QMdiArea* area, qsizetype index) {
+    const QSize whole = area->viewport()->size();
+    const QSize size = whole * 4 / 5;
+    const int step = area->style()->pixelMetric(QStyle::PM_TitleBarHeight) + 4;
+    const int steps = 1 + std::max(0, (whole - size).height() / step);
+    const int offset = step * static_cast<int>(index % steps);
+    return {QPoint(offset, offset), size};
+}
+
 }  // namespace
 
+void bringToFront(QMdiArea* area, QMdiSubWindow* window) {
+    if (window->isMinimized())
+        window->showNormal();
+    area->setActiveSubWindow(window);
+}
+
+void placeSubWindow(QMdiArea* area, QMdiSubWindow* window) {
+    window->setGeometry(cascadePlace(area, area->subWindowList().indexOf(window)));
+}
+
+void cascadeSubWindows(QMdiArea* area) {
+    QList<QMdiSubWindow*> windows = windowsToArrange(area);
+    std::reverse(windows.begin(), windows.end());
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        windows[i]->showNormal();
+        windows[i]->setGeometry(cascadePlace(area, i));
+        windows[i]->raise();
+    }
+    if (!windows.isEmpty())
+        area->setActiveSubWindow(windows.last());
+}
+
 void tileSubWindows(QMdiArea* area, Qt::Orientation orientation) {
-    const QList<QMdiSubWindow*> windows = windowsToTile(area);
+    const QList<QMdiSubWindow*> windows = windowsToArrange(area);
     if (windows.isEmpty())
         return;
     QMdiSubWindow* active = area->currentSubWindow();

@@ -1,5 +1,9 @@
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTemporaryDir>
 
 #include "app/base/Definitions.h"
 #include "editor/chapters/ChapterPane.h"
@@ -39,8 +43,10 @@ TEST_F(OpenLibrary, ShowsItOnceAndBringsItToTheFrontAfterwards) {
     open(second);
     EXPECT_EQ(shown(), second + u'2');
     EXPECT_GT(window.activeEditor()->chapterPane()->tvSYB()->nodeCount(), 10);
-    open(first);
+    window.findChild<QMdiArea*>()->subWindowList().constFirst()->showMinimized();
+    open(u"  first "_s);
     EXPECT_EQ(shown(), first + u'2');
+    EXPECT_FALSE(window.activeEditor()->parentWidget()->isMinimized());
     open(dataPath + u"no such.bdb"_s);
     EXPECT_EQ(shown(), first + u'2');
     open(second);
@@ -49,6 +55,22 @@ TEST_F(OpenLibrary, ShowsItOnceAndBringsItToTheFrontAfterwards) {
     open(dataPath + u"FIRST.BDB"_s);
     EXPECT_EQ(shown(), first + u'2');
     QFile::remove(dataPath + u"FIRST.BDB"_s);
+
+    const QTemporaryDir folder;
+    const QString namesake = folder.filePath(u"First.bdb"_s);
+    ASSERT_TRUE(QFile::copy(first, namesake));
+    window.LoadBillDB(namesake);
+    const auto captions = [this] {
+        QStringList all;
+        for (const frmEditor* editor : window.editors())
+            all << editor->windowTitle();
+        return all;
+    };
+    EXPECT_EQ(captions(),
+              QStringList({u"first.bdb（%1）"_s.arg(QDir::toNativeSeparators(QFileInfo(first).path())), u"second.bdb"_s,
+                           u"First.bdb（%1）"_s.arg(QDir::toNativeSeparators(folder.path()))}));
+    run(260);
+    EXPECT_EQ(captions(), QStringList({u"first.bdb"_s, u"second.bdb"_s}));
 }
 
 TEST_F(OpenLibrary, ClosingFreesTheFileAndItsCompanionUnlessThatFails) {
