@@ -1,12 +1,9 @@
 #include <QFile>
-#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTemporaryDir>
 
 #include "app/base/Definitions.h"
-#include "app/base/Paths.h"
 #include "editor/frmEditor.h"
 #include "storage/LibraryConnection.h"
 #include "tests/shell/ShellFixture.h"
@@ -92,24 +89,4 @@ TEST_F(NewLibrary, AsksBeforeItReplacesALibraryAndNeverTouchesAnOpenOne) {
         EXPECT_EQ(window.activeEditor()->windowTitle(), u"OLD.bdb（%1）"_s.arg(dataPath.chopped(1)));
         EXPECT_EQ(bills(), 1);
     }
-}
-
-TEST_F(NewLibrary, OverAFileThatCannotBeDeletedSaysSo) {
-    const QTemporaryDir folder;
-    dataPath = withSeparator(folder.path());
-    const QString path = dataPath + u"kept.bdb"_s;
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
-    QFile(folder.path()).setPermissions(QFileDevice::ReadOwner | QFileDevice::ExeOwner);
-    if (!QFileInfo(folder.path()).isWritable()) {
-        ModalAnswers answers;
-        answers.then(enter({u"kept"_s})).press(QMessageBox::Yes).press(QMessageBox::Ok);
-        run(256);
-        EXPECT_EQ(answers.seen(), QStringList({u"新建文件"_s, question, u"提示: 创建文件失败！"_s}));
-        EXPECT_TRUE(QFile::exists(path));
-        EXPECT_FALSE(window.activeEditor());
-    }
-    QFile(folder.path()).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    dataPath = withSeparator(joinPath(programFolder(), u"Data"_s));
 }
