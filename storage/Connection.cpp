@@ -167,7 +167,7 @@ qint64 Connection::Execute(const SqlText& statement) {
         code = sqlite3_step(prepared.get());
     if (code != SQLITE_DONE)
         throw sqliteError(m_database, code);
-    // sqlite3_changes keeps its old value after a statement that changes no rows by its nature.
+    // After CREATE, SAVEPOINT and the like sqlite3_changes still tells of the statement before.
     return sqlite3_total_changes64(m_database) == before ? 0 : sqlite3_changes64(m_database);
 }
 

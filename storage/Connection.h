@@ -45,7 +45,7 @@ public:
     qint64 Execute(const SqlText& statement);
 
     /// 1 when the connection is open, else 0.
-    int State() const;
+    [[nodiscard]] int State() const;
 
     /// Row id of the last row inserted on this connection.
     qint64 LastInsertId() const;

@@ -29,7 +29,7 @@ const Meaning meanings[] = {
     {SQLITE_IOERR, "", "读写磁盘出错，请检查磁盘或网络后重试"},
     {SQLITE_CORRUPT, "", "文件内容已损坏，请改用备份"},
     {SQLITE_FULL, "", "磁盘已满，没有写入，请腾出空间后重试"},
-    {SQLITE_CANTOPEN, "", "无法打开文件，请检查文件和文件夹是否存在、是否允许访问"},
+    {SQLITE_CANTOPEN, "", "无法打开文件，请检查文件和文件夹是否存在、是否允许读写"},
     {SQLITE_PROTOCOL, "", "文件正被其他程序占用，请关闭该程序后重试"},
     {SQLITE_SCHEMA, "", "文件的结构刚被其他程序改变，请重试"},
     {SQLITE_TOOBIG, "", "有一项数据太长，不能读写，文件可能已损坏，请改用备份"},

@@ -8,7 +8,7 @@
 inline constexpr char systemKey[] = "830547";
 
 /// Opens tessel.dat in the program folder. Throws Error when it is missing (it is never created) or unreadable.
-[[nodiscard]] std::unique_ptr<Connection> openSystemDatabase();
+std::unique_ptr<Connection> openSystemDatabase();
 
 /// Begins, on another thread, the slow part of opening tessel.dat for the first time, so that nobody waits for it
 /// later.

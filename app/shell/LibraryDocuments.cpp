@@ -90,7 +90,7 @@ void frmMain::LoadBillDB(const QString& path) {
         QMdiSubWindow* window = m_windows->addSubWindow(editor);
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->setWindowIcon(windowIcon());
-        // Ctrl+F4 would close this window past the command, on some systems only.
+        // These entries have shortcuts of their own, other ones on every system; the command's are enough.
         for (QAction* entry : window->systemMenu()->actions())
             entry->setShortcuts(QList<QKeySequence>());
         connect(editor, &frmEditor::statusText, this, [this, editor](const QString& text) {

@@ -32,11 +32,11 @@ bool namesAProcess(const QLockFile& lock) {
 }  // namespace
 
 SingleInstance::SingleInstance() : m_lock(std::make_unique<QLockFile>(lockPath())) {
-    // Only a process that is gone makes the mark stale, never its age.
+    // By default a lock file counts as stale after some time; here only when its process is gone.
     m_lock->setStaleLockTime(0);
     const auto isTaken = [this] { return !m_lock->tryLock() && m_lock->error() == QLockFile::LockFailedError; };
     m_anotherIsRunning = isTaken();
-    // A mark that names no process was cut short by a crash. One that is in use cannot be removed.
+    // A lock file that names no process was left half written by a crash. One that is in use cannot be removed.
     if (m_anotherIsRunning && !namesAProcess(*m_lock) && m_lock->removeStaleLockFile())
         m_anotherIsRunning = isTaken();
 }

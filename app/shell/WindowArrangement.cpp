@@ -21,14 +21,15 @@ QList<QMdiSubWindow*> windowsToArrange(const QMdiArea* area) {
     return windows;
 }
 
-/// The place of the window `index` in a cascade: four fifths of the area; the last fifth is used up by the steps.
-QRect cascadePlace(const QMdiArea* area, qsizetype index) {
+/// Gives a window the place `index` in a cascade: four fifths of the area, or what the window needs at least; the steps
+/// use up the rest.
+void placeInCascade(const QMdiArea* area, QMdiSubWindow* window, qsizetype index) {
     const QSize whole = area->viewport()->size();
-    const QSize size = whole * 4 / 5;
+    const QSize size = (whole * 4 / 5).expandedTo(window->minimumSizeHint());
     const int step = area->style()->pixelMetric(QStyle::PM_TitleBarHeight) + 4;
-    const int steps = 1 + std::max(0, (whole - size).height() / step);
-    const int offset = step * static_cast<int>(index % steps);
-    return {QPoint(offset, offset), size};
+    const QSize rest = (whole - size).expandedTo(QSize(0, 0));
+    const int offset = step * static_cast<int>(index % (1 + rest.height() / step));
+    window->setGeometry(QRect(QPoint(std::min(offset, rest.width()), offset), size));
 }
 
 }  // namespace
@@ -40,7 +41,7 @@ void bringToFront(QMdiArea* area, QMdiSubWindow* window) {
 }
 
 void placeSubWindow(QMdiArea* area, QMdiSubWindow* window) {
-    window->setGeometry(cascadePlace(area, area->subWindowList().indexOf(window)));
+    placeInCascade(area, window, area->subWindowList().indexOf(window));
 }
 
 void cascadeSubWindows(QMdiArea* area) {
@@ -48,7 +49,7 @@ void cascadeSubWindows(QMdiArea* area) {
     std::reverse(windows.begin(), windows.end());
     for (qsizetype i = 0; i < windows.size(); ++i) {
         windows[i]->showNormal();
-        windows[i]->setGeometry(cascadePlace(area, i));
+        placeInCascade(area, windows[i], i);
         windows[i]->raise();
     }
     if (!windows.isEmpty())

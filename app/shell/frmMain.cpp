@@ -42,7 +42,7 @@ frmMain::frmMain()
     connect(m_windows, &QMdiArea::subWindowActivated, this, [this] { activeWindowChanged(); });
     // There is one toolbar; the menu in which it could be hidden has nothing to offer.
     setContextMenuPolicy(Qt::NoContextMenu);
-    // Brings the window back onto a screen, too.
+    // A placement on a screen that is gone is moved onto one that is there.
     if (!restoreGeometry(userSettings(objectName()).value(placement).toByteArray())) {
         resize((screen()->availableSize() * 0.88).boundedTo(QSize(1760, 1100)));
         // On a small screen every pixel is needed.
@@ -120,7 +120,7 @@ void frmMain::changeEvent(QEvent* event) {
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     const auto* widget = event->type() == QEvent::ShortcutOverride ? qobject_cast<QWidget*>(watched) : nullptr;
     if (widget && widget->window() == this) {
-        // A text box claims keys for itself before shortcuts are looked at, Ctrl+E for one: not this window's.
+        // A text box may claim a key before shortcuts are looked at, Ctrl+E for one; it must not claim this window's.
         const QKeySequence typed(static_cast<QKeyEvent*>(event)->keyCombination());
         for (const int id : {256, 257, 260, 262}) {
             if (m_commandBars->action(id) && m_commandBars->action(id)->shortcuts().contains(typed)) {
