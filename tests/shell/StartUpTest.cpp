@@ -4,11 +4,8 @@
 #include <QProcess>
 #include <QTest>
 
-#include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "app/shell/modMain.h"
 #include "tests/support/SampleProgram.h"
-#include "tests/support/TestMain.h"
 
 using namespace Qt::StringLiterals;
 
@@ -56,14 +53,4 @@ TEST(StartUp, ASecondCopyEndsAndACrashedOneDoesNotBlock) {
     ASSERT_TRUE(QDir(data).removeRecursively());
     const Program next(home.path());
     EXPECT_TRUE(QTest::qWaitFor([&] { return QDir(data).exists(); }, 20000));
-}
-
-TEST(StartUp, FillsThePathsAndMakesTheDataFolder) {
-    const QString home = testProgramFolder();
-    QDir(dataPath).removeRecursively();
-    SetBasePrm();
-    EXPECT_EQ(appPath, home + QDir::separator());
-    EXPECT_EQ(dataPath, home + QDir::separator() + u"Data"_s + QDir::separator());
-    EXPECT_TRUE(QDir(dataPath).exists());
-    EXPECT_TRUE(cmdFile.isEmpty());
 }

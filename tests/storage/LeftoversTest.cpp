@@ -26,14 +26,6 @@ const SqlText codes = "SELECT code FROM tblSYB ORDER BY code";
 
 }  // namespace
 
-TEST(Leftovers, AreInTheFileWhenTheConnectionCloses) {
-    const TemporaryLibrary library;
-    failingCommand(library, "INSERT INTO tblSYB(code,name) VALUES('01','x')");
-    EXPECT_TRUE(library.rowsInFile(codes).isEmpty());
-    library.connection()->Close();
-    EXPECT_EQ(library.rowsInFile(codes), QStringList{u"01"_s});
-}
-
 TEST(Leftovers, ThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
     const TemporaryLibrary library;
     failingCommand(library, "INSERT INTO tblSYB(code,name) VALUES('01','x')");
