@@ -143,7 +143,7 @@ TEST_F(ContentPaneTest, OnlyRationRowsAskForTheBrowserAndALockedPaneTakesNothing
                                    &ContentPane::munAddBillContDe_Click, &ContentPane::mnuDelBillCont_Click,
                                    &ContentPane::munDelBillSubCont_Click, &ContentPane::munDelBillContDe_Click})
             (pane->*command)();
-        for (const short mode : {0, 1})
+        for (const short mode : {short{0}, short{1}})
             pane->WinCommand(mode, u"A1-3"_s, u"GD2018ZHDE01"_s);
     }
     EXPECT_EQ(textOf(rowsOf(grid)), before);

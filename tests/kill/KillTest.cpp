@@ -141,7 +141,7 @@ protected:
     /// The program opens what was left and shows it, and everything goes on.
     void goOn() {
         Orders orders = m_orders;
-        orders.seed = m_random() % 1000;
+        orders.seed = static_cast<unsigned>(m_random() % 1000);
         orders.steps = extent(3, 10);
         orders.checked = true;
         whole(orders);
