@@ -15,6 +15,7 @@
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
 #include "editor/contents/ContentPane.h"
+#include "editor/contents/ContentRows.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/LibraryConnection.h"
 
@@ -123,9 +124,9 @@ void frmEditor::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmEditor::WinCommand(short mode, const QString& deh, const QString& dekID) {
+void frmEditor::WinCommand(RationMode mode, const QString& deh, const QString& dekID) {
     if (commitPending())
-        m_contents->WinCommand(mode, deh, dekID);
+        m_contents->WinCommand(static_cast<short>(mode), deh, dekID);
 }
 
 void frmEditor::chapterClicked(const QString& tag) {
@@ -170,4 +171,36 @@ void frmEditor::openRationBrowser(const QString& dekId) {
         browser->raise();
         browser->activateWindow();
     });
+}
+
+QString frmEditor::receivingRow() const {
+    const KeyedGrid* bills = m_bills->grdBillList();
+    const KeyedGrid* contents = m_contents->grdConcent();
+    const int row = contents->row();
+    const auto none = [this](const QString& why) { return u"定额放不进 "_s + windowTitle() + u"："_s + why; };
+    if (m_contents->isLocked())
+        return none(u"这条清单已被删除"_s);
+    if (!contents->hasRows())
+        return none(bills->row() < 0 ? u"没有选中清单"_s : u"这条清单还没有工作内容"_s);
+    if (row < 0 || contents->level(row) == ContentRows::contentLevel)
+        return none(u"先选中一个二级工作内容，或其下的定额"_s);
+    QStringList way{windowTitle()};
+    if (bills->row() >= 0)
+        way << bills->text(bills->row(), u"code"_s) + u' ' + bills->text(bills->row(), u"Name"_s);
+    int subContent = row;
+    while (subContent > 0 && contents->level(subContent) > ContentRows::subContentLevel)
+        --subContent;
+    way << contents->text(subContent, ContentRows::cont);
+    if (subContent != row)
+        way << contents->text(row, ContentRows::cont);
+    way.removeAll(QString());
+    return u"→ "_s + way.join(u" · "_s);
+}
+
+QRect frmEditor::receivingRect() const {
+    const KeyedGrid* grid = m_contents->grdConcent();
+    const QRect cell = grid->visualRect(grid->currentIndex());
+    if (!grid->isVisible() || !grid->viewport()->rect().contains(cell.center()))
+        return {};
+    return {grid->viewport()->mapToGlobal(QPoint(0, cell.top())), QSize(grid->viewport()->width(), cell.height())};
 }

@@ -48,8 +48,10 @@ public:
     /// Ends what is still being typed as an edit. False when a cell editor had to stay open.
     bool commitPending();
 
-    /// The ration browser's way in: mode 0 inserts, 1 replaces.
-    void WinCommand(short mode, const QString& deh, const QString& dekID) override;
+    // What the ration browser asks for.
+    void WinCommand(RationMode mode, const QString& deh, const QString& dekID) override;
+    QString receivingRow() const override;
+    QRect receivingRect() const override;
 
     ChapterPane* chapterPane() const { return m_chapters; }
     BillPane* billPane() const { return m_bills; }
