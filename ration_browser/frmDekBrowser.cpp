@@ -69,7 +69,7 @@ void frmDekBrowser::changeEvent(QEvent* event) {
 void frmDekBrowser::keyPressEvent(QKeyEvent* event) {
     auto* button = qobject_cast<QToolButton*>(focusWidget());
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (button && enter && !event->isAutoRepeat())
+    if (button && enter)
         button->click();
     else
         QDialog::keyPressEvent(event);

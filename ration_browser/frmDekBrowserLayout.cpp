@@ -16,6 +16,7 @@
 #include "app/controls/KeyedTree.h"
 #include "app/controls/UiHelpers.h"
 #include "ration_browser/ElidedLine.h"
+#include "ration_browser/HeldKeys.h"
 #include "ration_browser/RationReceiver.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/Connection.h"
@@ -151,15 +152,17 @@ void frmDekBrowser::connectControls() {
     setKeys();
 }
 
-/// Enter in the list inserts, Ctrl+Enter replaces.
+/// Enter in the list inserts, Ctrl+Enter replaces; held down they do so once.
 void frmDekBrowser::setKeys() {
+    QWidgetList writing{m_grdDEB};
+    for (auto* button : findChildren<QToolButton*>())
+        writing << button;
+    new HeldKeys(this, writing);
     const std::pair<int, Qt::KeyboardModifiers> keys[] = {{259, Qt::NoModifier}, {260, Qt::ControlModifier}};
     for (const auto& [id, modifiers] : keys) {
         QAction* command = m_commandBars->action(id);
         command->setShortcuts({modifiers | Qt::Key_Return, modifiers | Qt::Key_Enter});
         command->setShortcutContext(Qt::WidgetShortcut);
-        // A key that is held down must not write row after row.
-        command->setAutoRepeat(false);
         m_grdDEB->addAction(command);
     }
 }
