@@ -5,16 +5,18 @@
 #include <QComboBox>
 #include <QFile>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMainWindow>
+#include <QMenu>
 #include <QSettings>
 #include <QTest>
-#include <QToolBar>
 #include <QToolButton>
 
 #include "app/base/Definitions.h"
 #include "app/controls/CommandBars.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
+#include "ration_browser/ElidedLine.h"
 #include "ration_browser/RationReceiver.h"
 #include "storage/Connection.h"
 #include "tests/support/ModalAnswers.h"
@@ -26,10 +28,15 @@ namespace {
 
 class Editor final : public RationReceiver {
 public:
-    void WinCommand(short mode, const QString& deh, const QString& dekID) override {
-        calls << u"%1 %2 %3"_s.arg(mode).arg(deh, dekID);
+    void WinCommand(RationMode mode, const QString& deh, const QString& dekID) override {
+        calls << u"%1 %2 %3"_s.arg(static_cast<int>(mode)).arg(deh, dekID);
     }
+    QString receivingRow() const override { return row; }
+    QRect receivingRect() const override { return rect; }
     QStringList takeCalls() { return std::exchange(calls, {}); }
+
+    QString row;
+    QRect rect;
 
 private:
     QStringList calls;
@@ -79,11 +86,34 @@ protected:
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
     }
 
-    static void doubleClick(KeyedGrid* grid, int row, const char* key) {
-        const QPoint cell =
-            grid->visualRect(grid->model()->index(row, grid->column(QString::fromLatin1(key)))).center();
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell);
+    static QPoint cell(const KeyedGrid* grid, int row) {
+        return grid->visualRect(grid->model()->index(row, grid->column(u"MC"_s))).center();
+    }
+    static void doubleClick(KeyedGrid* grid, int row) {
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell(grid, row));
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell(grid, row));
+    }
+
+    /// The key `code` as the platform sends it: down at `at` milliseconds, up at `at` + 1.
+    static void stroke(int code, Qt::KeyboardModifiers modifiers, unsigned long at, bool repeat = false) {
+        QWidget* focus = QApplication::focusWidget();
+        if (!qt_sendShortcutOverrideEvent(focus, at, code, modifiers, {}, repeat))
+            send(focus, QKeyEvent(QEvent::KeyPress, code, modifiers, {}, repeat), at);
+        send(focus, QKeyEvent(QEvent::KeyRelease, code, modifiers), at + 1);
+    }
+    static void send(QWidget* focus, QKeyEvent event, unsigned long at) {
+        event.setTimestamp(at);
+        QCoreApplication::sendEvent(focus, &event);
+    }
+
+    /// What the user is looking at: chapter, ration, open nodes.
+    static QString place(const frmDekBrowser* browser) {
+        QStringList seen{KeyedTree::key(browser->tvRationContent()->selectedNode()),
+                         browser->grdDEB()->text(browser->grdDEB()->row(), u"DEH"_s)};
+        for (const auto* node : browser->tvRationContent()->nodes())
+            if (node->isExpanded())
+                seen << KeyedTree::key(node);
+        return seen.join(u' ');
     }
 
     QStringList rations() const {
@@ -99,8 +129,10 @@ protected:
     }
 
     static QToolButton* button(frmDekBrowser* browser, int id) {
-        QAction* action = browser->CommandBars1()->action(id);
-        return qobject_cast<QToolButton*>(browser->findChild<QToolBar*>()->widgetForAction(action));
+        for (auto* button : browser->findChildren<QToolButton*>())
+            if (button->defaultAction() == browser->CommandBars1()->action(id))
+                return button;
+        return nullptr;
     }
 
     RationLibraries files;
@@ -129,11 +161,6 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibrary) {
     EXPECT_EQ(rations(), QStringList({u"101|A1-1|平整场地|100m2"_s, u"102|a1-2x|原土打夯|"_s}));
     EXPECT_EQ(browser->grdDEB()->row(), 0);
     EXPECT_TRUE(enabled());
-
-    // Asked for from another row, the chapter that was being read stays; in another library it does not.
-    open("GD02");
-    EXPECT_EQ(KeyedTree::key(tree->selectedNode()), u"K12"_s);
-    EXPECT_EQ(rations().size(), 2);
     QTest::keyClick(browser->cboDek(), Qt::Key_Up);
     EXPECT_EQ(browser->cboDek()->currentText(), u"建筑定额"_s);
     EXPECT_TRUE(rations().isEmpty() && !enabled());
@@ -143,45 +170,122 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibrary) {
     click(tree, "K12");
     click(tree, "Root");
     EXPECT_TRUE(rations().isEmpty());
+    click(tree, "K6");
+    const KeyedGrid* grid = browser->grdDEB();
+    EXPECT_GT(grid->columnWidth(grid->column(u"DW"_s)), grid->fontMetrics().horizontalAdvance(u"1000m3"_s) + 8);
+}
+
+TEST_F(Browser, ShowsALibraryAsItWasLeft) {
+    frmDekBrowser* browser = open("GD01");
+    click(browser->tvRationContent(), "K12");
+    browser->grdDEB()->setRow(1);
+    for (const char* key : {"K12", "K4"})
+        browser->tvRationContent()->node(QString::fromLatin1(key))->setExpanded(true);
+    const QString left = place(browser);
+    EXPECT_EQ(left, u"K12 a1-2x Root K12 K4"_s);
+    open("GD01");
+    EXPECT_EQ(place(browser), left) << "asked for from another row";
+    browser->close();
+    open("GD01");
+    EXPECT_EQ(place(browser), left) << "closed";
+    open("GD02");
+    EXPECT_EQ(place(browser), u"  Root"_s);
+    open("GD01");
+    EXPECT_EQ(place(browser), left) << "after another library";
 }
 
 TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {
+    const QString insert = u"0 a1-2x GD01"_s, replace = u"1 a1-2x GD01"_s;
     frmDekBrowser* browser = open("GD01");
     KeyedGrid* grid = browser->grdDEB();
     click(browser->tvRationContent(), "K12");
     QCoreApplication::processEvents();
-    doubleClick(grid, 1, "MC");
+    doubleClick(grid, 1);
     QTest::mouseDClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
-    QTest::keyClick(grid, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(editor.takeCalls(), QStringList{insert});
     for (const int id : {256, 257, 258, 259, 260})
         browser->CommandBars1()->execute(id);
+    EXPECT_EQ(editor.takeCalls(), (QStringList{insert, replace}));
     QTest::keyClick(grid, Qt::Key_F2);
     EXPECT_FALSE(grid->isEditing()) << "a ration library is only read";
+
+    // A right click chooses the row that its menu means.
+    grid->setRow(0);
+    QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, cell(grid, 1));
+    auto* menu = browser->findChild<QMenu*>(u"Ration Menu"_s);
+    EXPECT_EQ(menu->actions().size(), 2);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().last()).center());
+    EXPECT_EQ(editor.takeCalls(), QStringList{replace});
+
     // An editor that goes takes itself out, and only itself.
     const Editor other;
     frmDekBrowser::forget(&other);
     EXPECT_EQ(browser->ParetnForm(), &editor);
     frmDekBrowser::forget(&editor);
-    doubleClick(grid, 0, "DEH");
+    doubleClick(grid, 0);
     browser->CommandBars1()->execute(259);
-    EXPECT_EQ(editor.takeCalls(),
-              QStringList({u"0 a1-2x GD01"_s, u"0 a1-2x GD01"_s, u"0 a1-2x GD01"_s, u"1 a1-2x GD01"_s}));
+    EXPECT_EQ(editor.takeCalls(), QStringList());
 }
 
-TEST_F(Browser, TheCommandsAndUnitsAreReadWhole) {
+// However long a key is held down: X11 sends its repeats as strokes of their own, and they are not always marked.
+TEST_F(Browser, AStrokeOfAKeyWritesOnceWhereverTheFocusIs) {
+    const QStringList inserts{u"0 A1-1 GD01"_s}, replaces{u"1 A1-1 GD01"_s};
     frmDekBrowser* browser = open("GD01");
-    QStringList commands;
-    for (int id = 256; id <= 261; ++id) {
-        const QAction* action = browser->CommandBars1()->action(id);
-        ASSERT_TRUE(action) << id;
-        commands << action->text() + u'/' + action->toolTip();
+    click(browser->tvRationContent(), "K12");
+    QCoreApplication::processEvents();
+    const struct {
+        QWidget* focus;
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        QStringList calls;
+    } cases[] = {{browser->grdDEB(), Qt::Key_Return, Qt::NoModifier, inserts},
+                 {browser->grdDEB(), Qt::Key_Enter, Qt::KeypadModifier, inserts},
+                 {browser->grdDEB(), Qt::Key_Return, Qt::ControlModifier, replaces},
+                 {button(browser, 259), Qt::Key_Return, Qt::NoModifier, inserts},
+                 {button(browser, 260), Qt::Key_Enter, Qt::KeypadModifier, replaces},
+                 {button(browser, 260), Qt::Key_Space, Qt::NoModifier, replaces},
+                 {browser->tvRationContent(), Qt::Key_Return, Qt::NoModifier, {}},
+                 {browser->cboDek(), Qt::Key_Return, Qt::NoModifier, {}}};
+    unsigned long now = 1000;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.key);
+        c.focus->setFocus();
+        for (int again = 0; again < 2; ++again) {
+            stroke(c.key, c.modifiers, now += 100);
+            stroke(c.key, c.modifiers, now + 1);
+            stroke(c.key, c.modifiers, now + 40, true);
+            EXPECT_EQ(editor.takeCalls(), c.calls);
+        }
     }
-    EXPECT_EQ(commands.join(u' '), u"查找/查找 身上/查找上一个 向下/查找下一个 插入/插入 替换/替换 关闭/关闭"_s);
-    EXPECT_EQ(browser->findChild<QToolBar*>()->actions().size(), 2);
-    click(browser->tvRationContent(), "K6");
-    const KeyedGrid* grid = browser->grdDEB();
-    EXPECT_GT(grid->columnWidth(grid->column(u"DW"_s)), grid->fontMetrics().horizontalAdvance(u"1000m3"_s) + 8);
-    EXPECT_TRUE(grid->isColumnHidden(grid->column(u"Id"_s)));
+}
+
+TEST_F(Browser, TabGoesTheWayOfTheEye) {
+    frmDekBrowser* browser = open("GD01");
+    click(browser->tvRationContent(), "K12");
+    QCoreApplication::processEvents();
+    QList<QWidget*> ring{browser->cboDek(), button(browser, 259), button(browser, 260), browser->tvRationContent(),
+                         browser->grdDEB()};
+    for (const int key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        ring.last()->setFocus();
+        for (QWidget* next : ring) {
+            QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key));
+            EXPECT_EQ(QApplication::focusWidget(), next);
+        }
+        std::reverse(ring.begin(), ring.end());
+    }
+}
+
+TEST_F(Browser, TellsWhichRowReceivesTheRation) {
+    editor.row = u"→ a.bdb · 010101001 平整场地 · 人工平整"_s;
+    frmDekBrowser* browser = open("GD01");
+    EXPECT_EQ(browser->lblReceiver()->text(), editor.row);
+    editor.row = QString(5000, u'长') + u"\n尾"_s;
+    click(browser->tvRationContent(), "K12");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(browser->lblReceiver()->text(), editor.row.left(2000)) << "after whatever the user did";
+    EXPECT_LT(browser->minimumSizeHint().width(), 900);
+    frmDekBrowser::forget(&editor);
+    EXPECT_TRUE(browser->lblReceiver()->text().startsWith(u"没有"_s));
 }
 
 TEST_F(Browser, MissingAndDamagedFilesAreReportedAndLeaveNothing) {
@@ -242,7 +346,7 @@ TEST_F(Browser, EscHidesClosingUnloadsAndThePlacementIsRemembered) {
     browser->close();
     EXPECT_FALSE(browser->isVisible());
     EXPECT_EQ(browser->cboDek()->count(), 0);
-    EXPECT_EQ(remembered("MainLeft"), browser->x());
+    EXPECT_EQ(remembered("MainLeft"), 120);
     EXPECT_EQ(remembered("MainHeight"), 420);
 
     // The main window takes the browser with it; the next one stands where this one stood.
@@ -252,6 +356,32 @@ TEST_F(Browser, EscHidesClosingUnloadsAndThePlacementIsRemembered) {
     browser->setGeometry(60, 40, 660, 440);
     mainWindow.reset();
     EXPECT_EQ(open("GD01")->geometry(), QRect(60, 40, 660, 440));
+}
+
+TEST_F(Browser, OpensBesideTheReceivingRowUntilTheUserPutsItElsewhere) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto besideTheRowAt = [&](int y) {
+        editor.rect = QRect(screen.left(), y, screen.width(), 28);
+        const frmDekBrowser* browser = open("GD01");
+        return screen.contains(browser->geometry()) && !browser->frameGeometry().intersects(editor.rect);
+    };
+    EXPECT_TRUE(besideTheRowAt(screen.bottom() - 100));
+    frmDekBrowser* browser = frmDekBrowser::shared(mainWindow.get());
+    browser->hide();
+    EXPECT_TRUE(besideTheRowAt(screen.top() + 100)) << "hidden";
+    browser->close();
+    EXPECT_TRUE(besideTheRowAt(screen.bottom() - 100)) << "closed";
+    mainWindow.reset();
+    EXPECT_TRUE(besideTheRowAt(screen.top() + 100)) << "another day";
+    browser = frmDekBrowser::shared(mainWindow.get());
+    const QRect own(30, 60, 660, 400);
+    browser->setGeometry(own);
+    browser->hide();
+    EXPECT_FALSE(besideTheRowAt(own.center().y()));
+    EXPECT_EQ(browser->geometry(), own);
+    browser->close();
+    EXPECT_FALSE(besideTheRowAt(own.center().y()));
+    EXPECT_EQ(browser->geometry(), own);
 }
 
 TEST_F(Browser, WhatWasNeverShownOrMakesNoSenseLeavesThePlacementAlone) {
