@@ -22,10 +22,9 @@ bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
         m_releasedAt = pressed->timestamp();
         return false;
     }
-    // Nobody lets a key go and presses it again so soon.
-    constexpr quint64 milliseconds = 2;
-    const bool follows =
-        key == m_releasedKey && m_releasedAt != 0 && pressed->timestamp() <= m_releasedAt + milliseconds;
+    // Nobody lets a key go and presses it again so soon. A made-up event has no time.
+    constexpr quint64 moment = 2;
+    const bool follows = key == m_releasedKey && m_releasedAt != 0 && pressed->timestamp() - m_releasedAt <= moment;
     if (!m_widgets.contains(watched) || !(follows || pressed->isAutoRepeat()))
         return false;
     event->accept();

@@ -248,6 +248,7 @@ TEST_F(Browser, OpensBesideTheReceivingRowUntilTheUserPutsItElsewhere) {
         EXPECT_EQ(browser->geometry(), own);
     }
     browser->showMaximized();
+    QCoreApplication::processEvents();
     mainWindow.reset();
     open("GD01");
     EXPECT_EQ(browser->geometry(), own) << "maximised, and gone with the main window";
