@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 void frmDekBrowser::showReceiver() {
     if (isVisible())
-        m_lblReceiver->setLine(m_editor ? m_editor->receivingRow() : u"没有打开的清单库窗口，定额放不进去"_s);
+        m_lblReceiver->setLine(m_editor ? m_editor->receivingRow() : u"定额放不进去：先在清单库的定额行点 … 按钮"_s);
 }
 
 bool frmDekBrowser::isPlacedByUser() const { return m_placedByUser || (m_wasShown && geometry() != m_placedHere); }

@@ -182,7 +182,7 @@ TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {
     frmDekBrowser::forget(&other);
     EXPECT_EQ(browser->ParetnForm(), &editor);
     frmDekBrowser::forget(&editor);
-    EXPECT_TRUE(browser->lblReceiver()->text().startsWith(u"没有"_s));
+    EXPECT_TRUE(browser->lblReceiver()->text().startsWith(u"定额放不进去"_s));
     QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell(0));
     browser->CommandBars1()->execute(259);
     EXPECT_EQ(editor.takeCalls(), QString());
