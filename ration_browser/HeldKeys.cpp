@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <utility>
 
-HeldKeys::HeldKeys(QObject* parent, QWidgetList widgets) : QObject(parent), m_widgets(std::move(widgets)) {
+HeldKeys::HeldKeys(QObject* parent, QObjectList widgets) : QObject(parent), m_widgets(std::move(widgets)) {
     // The key may have gone down in another window.
     qApp->installEventFilter(this);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QWidgetList>
+#include <QObjectList>
 
 /// Keeps Enter and Space from doing the same again and again while they are held down on some widgets.
 ///
@@ -10,12 +10,12 @@
 class HeldKeys : public QObject {
 public:
     /// Lets `widgets` hear the first press only. `parent` owns this and outlives none of them.
-    HeldKeys(QObject* parent, QWidgetList widgets);
+    HeldKeys(QObject* parent, QObjectList widgets);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QWidgetList m_widgets;
+    QObjectList m_widgets;
     int m_releasedKey = 0;
     quint64 m_releasedAt = 0;
 };

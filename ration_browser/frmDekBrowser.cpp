@@ -67,6 +67,7 @@ void frmDekBrowser::changeEvent(QEvent* event) {
 }
 
 void frmDekBrowser::keyPressEvent(QKeyEvent* event) {
+    // A tool button takes Space alone for a press; Enter on the focused button means it too.
     auto* button = qobject_cast<QToolButton*>(focusWidget());
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (button && enter)

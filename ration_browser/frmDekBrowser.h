@@ -119,5 +119,5 @@ private:
     bool m_loaded = false;
     bool m_wasShown = false;
     bool m_placedByUser = false;
-    QRect m_placedHere;  ///< where it was put beside the receiving row
+    QRect m_placedHere;  ///< where it was put beside the receiving row; elsewhere it stands where the user wants it
 };

@@ -154,7 +154,7 @@ void frmDekBrowser::connectControls() {
 
 /// Enter in the list inserts, Ctrl+Enter replaces; held down they do so once.
 void frmDekBrowser::setKeys() {
-    QWidgetList writing{m_grdDEB};
+    QObjectList writing{m_grdDEB};
     for (auto* button : findChildren<QToolButton*>())
         writing << button;
     new HeldKeys(this, writing);
