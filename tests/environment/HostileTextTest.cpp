@@ -17,6 +17,7 @@
 #include "app/base/Text.h"
 #include "editor/chapters/ChapterPane.h"
 #include "ration_browser/frmDekBrowser.h"
+#include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/environment/HostileTexts.h"
 #include "tests/environment/OtherProgram.h"
@@ -320,20 +321,16 @@ TEST_F(HostileStored, RationLibrariesAndTheirListAreDataToo) {
     const QString path = joinPath(dataPath + u"广东省"_s, u"hostile.db"_s);
     QFile::remove(path);
     {
+        writeSystemDatabase(list, {{u"HOSTILE"_s, u"x"_s, u"hostile.db"_s, u"广东省"_s, u"0"_s}});
         OtherProgram system(list, systemKey);
         system.run("BEGIN");
-        system.run("CREATE TABLE SysBaseData(DekId,DekName,DekFilename,rgnName,Prof,QdkFileName)");
-        system.run("INSERT INTO SysBaseData VALUES('HOSTILE','x','hostile.db','广东省','0',NULL)");
         for (const QString& text : texts)
-            system.run("INSERT INTO SysBaseData VALUES(?1,?1,?1,?1,'1',?1)", {text});
+            system.run("INSERT INTO SysBaseData VALUES(?1,?1,?1,?1,?1,'1')", {text});
         system.run("COMMIT");
+        writeRationLibrary(path, {});
         OtherProgram library(path);
         library.run("BEGIN");
-        library.run(
-            "CREATE TABLE DeSYB AS SELECT 1 AS sybID,1 AS CH,0 AS ZH,0 AS JH,0 AS XH,0 AS MH,? AS BTM,0 AS "
-            "isdel",
-            {texts[0]});
-        library.run("CREATE TABLE DEB(ID Integer PRIMARY KEY,sybID Integer,DEH text,MC text,DW text)");
+        library.run("INSERT INTO DeSYB VALUES(1,1,0,0,0,0,?,0)", {texts[0]});
         for (int i = 0; i < texts.size(); ++i)
             library.run("INSERT INTO DEB(sybID,DEH,MC,DW) VALUES(1,?,?,?)",
                         {i % 2 ? texts[i] : u"C%1"_s.arg(i), texts[i], texts[(i + 5) % texts.size()]});

@@ -16,13 +16,13 @@ TEST(KeyedFile, IsProtectedReopensFastAndIsForgottenWithItsFile) {
         QFile::remove(path);
         Connection connection;
         connection.Open(path, QString::fromLatin1(systemKey), 6);
-        connection.Execute("CREATE TABLE SysBaseData (DekId text)");
-        connection.Execute(sql("INSERT INTO SysBaseData VALUES('", content, "')"));
+        connection.Execute("CREATE TABLE listed (DekId text)");
+        connection.Execute(sql("INSERT INTO listed VALUES('", content, "')"));
         connection.Close();
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray bytes = file.readAll();
-        EXPECT_FALSE(bytes.startsWith("SQLite format 3") || bytes.contains("SysBaseData"));
+        EXPECT_FALSE(bytes.startsWith("SQLite format 3") || bytes.contains("listed"));
 
         EXPECT_THROW(connection.Open(path, QString(), 6), Error);
         EXPECT_THROW(connection.Open(path, u"830548"_s, 6), Error);
@@ -30,7 +30,7 @@ TEST(KeyedFile, IsProtectedReopensFastAndIsForgottenWithItsFile) {
         QElapsedTimer timer;
         timer.start();
         connection.Open(path, u"830547"_s, 6);
-        EXPECT_EQ(connection.OpenRecordset("SELECT DekId FROM SysBaseData").text("DekId"), content);
+        EXPECT_EQ(connection.OpenRecordset("SELECT DekId FROM listed").text("DekId"), content);
         EXPECT_LT(timer.elapsed(), 5) << "the key is derived once";
     }
 }
