@@ -91,7 +91,7 @@ public:
             m_complaints.add(row, u"a content has a bill and a second-level content"_s);
         m_number += row[3].isEmpty() ? 0 : 1;
         const QString name = row[4] + u':' + row[5];
-        const Ration ration = rations.value(name.toUpper());
+        const RationFile::Ration ration = rations.value(name.toUpper());
         if (name.size() > 1 && ration.code.isEmpty())
             m_complaints.add(row, u"there is no ration %1"_s.arg(name));
         m_file.Execute(

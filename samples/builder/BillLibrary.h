@@ -7,7 +7,7 @@
 #include "samples/writer/RationFiles.h"
 
 /// The rations that contents may name, by "library id:code" in capitals.
-using KnownRations = QHash<QString, Ration>;
+using KnownRations = QHash<QString, RationFile::Ration>;
 
 /// The CSV files of a bill library and of its companion file.
 struct BillSources {

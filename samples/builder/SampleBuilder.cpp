@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 SampleResult buildSamples(const QString& sourceFolder, const QString& programFolder, bool force) {
     Complaints complaints;
     std::vector<ListedRationLibrary> listed;
-    std::vector<RationLibrary> rationLibraries;
+    std::vector<RationFile> rationLibraries;
     KnownRations rations;
     QString billLibrary;
     for (const CsvRow& row : readCsv(sourceFolder, u"libraries.csv"_s,
@@ -27,7 +27,7 @@ SampleResult buildSamples(const QString& sourceFolder, const QString& programFol
                                      complaints)) {
         listed.push_back({row[0], row[1], row[2], row[3], row[4], row[5]});
         rationLibraries.push_back(readRationLibrary(sourceFolder, row[6], complaints));
-        for (const Ration& ration : rationLibraries.back().rations)
+        for (const RationFile::Ration& ration : rationLibraries.back().rations)
             rations[(row[0] + u':' + ration.code).toUpper()] = ration;
         if (billLibrary.isEmpty())
             billLibrary = row[5];

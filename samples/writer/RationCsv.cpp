@@ -18,9 +18,9 @@ std::array<int, 5> parentOf(std::array<int, 5> number) {
 
 }  // namespace
 
-RationLibrary readRationLibrary(const QString& folder, const QString& name, Complaints& complaints) {
+RationFile readRationLibrary(const QString& folder, const QString& name, Complaints& complaints) {
     constexpr int digits = 9;
-    RationLibrary library;
+    RationFile library;
     std::set<std::array<int, 5>> numbers;
     QSet<qint64> ids;
     for (const CsvRow& row : readCsv(folder, name + u"/chapters.csv"_s,
@@ -33,7 +33,7 @@ RationLibrary readRationLibrary(const QString& folder, const QString& name, Comp
                                       {"标题", 100},
                                       {"作废", 1, true}},
                                      complaints)) {
-        RationChapter chapter{row[0].toLongLong(), {}, row[6], !row[7].isEmpty()};
+        RationFile::Chapter chapter{row[0].toLongLong(), {}, row[6], !row[7].isEmpty()};
         bool valid = chapter.id > 0 && !ids.contains(chapter.id);
         for (std::size_t level = 0; level < chapter.number.size(); ++level) {
             const QString& number = row[static_cast<int>(level) + 1];
@@ -52,7 +52,7 @@ RationLibrary readRationLibrary(const QString& folder, const QString& name, Comp
     QSet<QString> codes;
     for (const CsvRow& row : readCsv(folder, name + u"/rations.csv"_s,
                                      {{"章编号", digits}, {"编码", 100}, {"名称", 150}, {"单位", 25}}, complaints)) {
-        const Ration ration{row[0].toLongLong(), row[1], row[2], row[3]};
+        const RationFile::Ration ration{row[0].toLongLong(), row[1], row[2], row[3]};
         if (!ids.contains(ration.chapter))
             complaints.add(row, u"there is no chapter %1"_s.arg(row[0]));
         if (codes.contains(ration.code.toUpper()))

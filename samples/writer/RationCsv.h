@@ -6,4 +6,4 @@
 /// Reads a ration library from "chapters.csv" and "rations.csv" in the folder `name` below `folder`. Complains about
 /// chapters whose numbers are none, stand twice or have no chapter above them, and about rations without a chapter or
 /// with a code that another has.
-RationLibrary readRationLibrary(const QString& folder, const QString& name, Complaints& complaints);
+RationFile readRationLibrary(const QString& folder, const QString& name, Complaints& complaints);

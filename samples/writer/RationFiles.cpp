@@ -44,16 +44,16 @@ void NewDatabase::replace() {
         throw Error(1, u"%1 cannot be replaced"_s.arg(QDir::toNativeSeparators(m_path)));
 }
 
-void writeRationLibrary(const QString& path, const RationLibrary& library) {
+void writeRationLibrary(const QString& path, const RationFile& library) {
     NewDatabase file(path);
     Connection& connection = file.connection();
     createRationTables(connection);
-    for (const RationChapter& chapter : library.chapters) {
+    for (const RationFile::Chapter& chapter : library.chapters) {
         const auto& [first, second, third, fourth, fifth] = chapter.number;
         connection.Execute(sql("INSERT INTO DeSYB VALUES (", chapter.id, ",", first, ",", second, ",", third, ",",
                                fourth, ",", fifth, ",'", Doubled{chapter.title}, "',", chapter.removed ? 1 : 0, ");"));
     }
-    for (const Ration& ration : library.rations) {
+    for (const RationFile::Ration& ration : library.rations) {
         connection.Execute(sql("INSERT INTO DEB (sybID,DEH,MC,DW) VALUES (", ration.chapter, ",'", Doubled{ration.code},
                                "','", Doubled{ration.name}, "','", Doubled{ration.unit}, "');"));
     }

@@ -9,24 +9,23 @@
 /// Writes the files that users only read: ration libraries, and the system database that lists them. Every function
 /// throws Error when it cannot write.
 
-/// A row of `DeSYB`, the chapters of a ration library.
-struct RationChapter {
-    qint64 id = 0;                ///< sybID
-    std::array<int, 5> number{};  ///< CH, ZH, JH, XH, MH: chapter, section, sub-section, item, sub-item; 0 if not used
-    QString title;                ///< BTM
-    bool removed = false;         ///< isdel: no longer shown
-};
-
-/// A row of `DEB`, the rations of a ration library; ID counts them.
-struct Ration {
-    qint64 chapter = 0;  ///< sybID
-    QString code;        ///< DEH: looked up without regard to letter case
-    QString name;        ///< MC
-    QString unit;        ///< DW
-};
-
-struct RationLibrary {
-    std::vector<RationChapter> chapters;
+/// What a ration library holds.
+struct RationFile {
+    /// A row of `DeSYB`.
+    struct Chapter {
+        qint64 id = 0;                ///< sybID
+        std::array<int, 5> number{};  ///< CH, ZH, JH, XH, MH: chapter, section, … sub-item; 0 for a level not used
+        QString title;                ///< BTM
+        bool removed = false;         ///< isdel: no longer shown
+    };
+    /// A row of `DEB`; its ID counts the rations.
+    struct Ration {
+        qint64 chapter = 0;  ///< sybID
+        QString code;        ///< DEH: looked up without regard to letter case
+        QString name;        ///< MC
+        QString unit;        ///< DW
+    };
+    std::vector<Chapter> chapters;
     std::vector<Ration> rations;
 };
 
@@ -69,7 +68,7 @@ private:
 };
 
 /// Makes the file of a ration library, a plain one.
-void writeRationLibrary(const QString& path, const RationLibrary& library);
+void writeRationLibrary(const QString& path, const RationFile& library);
 
 /// Makes a system database, protected with the system key.
 void writeSystemDatabase(const QString& path, const std::vector<ListedRationLibrary>& libraries);
