@@ -2,20 +2,27 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QTimer>
 
-#include "benchmarks/Comparison.h"
+#include "app/controls/KeyedGrid.h"
+#include "app/controls/KeyedTree.h"
 #include "benchmarks/generator/LibraryGenerator.h"
 #include "editor/chapters/ChapterPane.h"
-#include "editor/chapters/ChapterTree.h"
-#include "editor/chapters/frmEditContent.h"
+#include "editor/frmEditor.h"
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Answers questions with Yes, and gives the name that is asked for, while `clock` is set, and starts it then.
+void pressKey(QWidget* widget, int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &press);
+}
+
+/// Answers questions with Yes, and gives the name that is asked for, while `clock` is set, and starts it again then.
 class MessageWatch : public QObject {
 public:
     using QObject::QObject;
@@ -23,24 +30,21 @@ public:
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::Show)
+        auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
+        if (!dialog)
             return false;
-        if (auto* box = qobject_cast<QMessageBox*>(watched)) {
-            QTimer::singleShot(0, box, [this, box] {
-                QAbstractButton* yes = box->button(QMessageBox::Yes);
-                if (!clock || !yes)
-                    qFatal("%s", qPrintable(box->text()));
-                clock->start();
-                yes->click();
-            });
-        } else if (auto* dialog = qobject_cast<frmEditContent*>(watched)) {
-            QTimer::singleShot(0, dialog, [this, dialog] {
-                auto* name = dialog->findChild<QLineEdit*>();
+        // When the dialog is shown it has an event loop of its own.
+        QTimer::singleShot(0, dialog, [this, dialog] {
+            const auto* box = qobject_cast<QMessageBox*>(dialog);
+            QAbstractButton* yes = box ? box->button(QMessageBox::Yes) : nullptr;
+            auto* name = box ? nullptr : dialog->findChild<QLineEdit*>();
+            if (!clock || (!yes && !name))
+                qFatal("%s", qPrintable(box ? box->text() : dialog->windowTitle()));
+            if (name)
                 name->setText(QLatin1String(givenName));
-                clock->start();
-                pressKey(name, Qt::Key_Return);
-            });
-        }
+            clock->start();
+            yes ? yes->click() : pressKey(name, Qt::Key_Return);
+        });
         return false;
     }
 };
@@ -50,43 +54,81 @@ MessageWatch& messageWatch() {
     return *watch;
 }
 
-double elapsedMs(const QElapsedTimer& clock) { return static_cast<double>(clock.nsecsElapsed()) / 1e6; }
-
 }  // namespace
 
-EditorWindow::EditorWindow(const QString& library) : m_editor(&m_mainWindow) {
-    m_editor.setDBFilePath(library);
-    m_editor.Form_Load();
-    m_editor.resize(1366, 700);
-    m_editor.show();
-    QCoreApplication::processEvents();
+EditorWindow::EditorWindow(const QString& library) : m_editor(std::make_unique<frmEditor>(&m_mainWindow)) {
+    m_editor->setDBFilePath(library);
+    m_editor->Form_Load();
+    m_editor->resize(1366, 700);
+    m_editor->show();
+    settle();
+}
+
+EditorWindow::~EditorWindow() = default;
+
+void EditorWindow::clickNode(QTreeWidgetItem* node) {
+    auto* tree = m_editor->findChild<KeyedTree*>(u"tvSYB"_s);
+    tree->scrollToItem(node);
+    const QPointF place = tree->visualItemRect(node).center();
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, place, tree->viewport()->mapToGlobal(place), Qt::LeftButton, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(tree->viewport(), &event);
+    }
+}
+
+void EditorWindow::clickChapter(const QString& code) {
+    const auto* tree = m_editor->findChild<KeyedTree*>(u"tvSYB"_s);
+    clickNode(code.isEmpty() ? tree->firstNode() : tree->node(u'K' + code));
 }
 
 void EditorWindow::listFullChapter() {
-    ChapterPane* chapters = m_editor.chapterPane();
-    chapters->tvSYB_NodeClick(chapters->tvSYB()->node(chapterKey(QLatin1String(fullChapter))));
-    QCoreApplication::processEvents();
+    clickChapter(QLatin1String(fullChapter));
+    settle();
 }
+
+void EditorWindow::clickChapters(int count) {
+    const auto nodes = m_editor->findChild<KeyedTree*>(u"tvSYB"_s)->nodes();
+    for (QTreeWidgetItem* node : nodes.first(std::min<qsizetype>(count, nodes.size()))) {
+        clickNode(node);
+        settle();
+    }
+}
+
+void EditorWindow::rebuildTree() { m_editor->chapterPane()->CreateTvwSYB(); }
+
+void EditorWindow::press(const char* control, int key) {
+    pressKey(m_editor->findChild<QWidget*>(QLatin1String(control)), key);
+}
+
+void EditorWindow::edit(KeyedGrid* grid, int row, const QString& key, const QString& text) {
+    grid->setCell(row, key);
+    pressKey(grid, Qt::Key_F2);
+    auto* editor = grid->findChild<QLineEdit*>(u"cellEditor"_s);
+    editor->setText(text);
+    pressKey(editor, Qt::Key_Return);
+}
+
+void EditorWindow::search(const QString& text) {
+    auto* box = m_editor->findChild<QLineEdit*>(u"CommandBars2.203"_s);
+    box->setText(text);
+    pressKey(box, Qt::Key_Return);
+}
+
+void EditorWindow::command(int host, int id) { m_editor->commandBars(host)->execute(id); }
+
+KeyedGrid* EditorWindow::grid(const char* name) const { return m_editor->findChild<KeyedGrid*>(QLatin1String(name)); }
 
 double EditorWindow::timed(const std::function<void()>& act) {
-    return milliseconds([&] {
-        act();
-        QCoreApplication::processEvents();
-    });
-}
-
-double EditorWindow::timedAfterAnswer(const std::function<void()>& act) {
     QElapsedTimer clock;
     messageWatch().clock = &clock;
+    clock.start();
     act();
-    QCoreApplication::processEvents();
+    settle();
     messageWatch().clock = nullptr;
-    return clock.isValid() ? elapsedMs(clock) : 0;
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
 }
 
-void pressKey(QWidget* widget, int key) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QCoreApplication::sendEvent(widget, &press);
-}
+void EditorWindow::settle() { QCoreApplication::processEvents(); }
 
 void failOnMessages() { qApp->installEventFilter(&messageWatch()); }

@@ -1,39 +1,60 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QString>
 #include <QWidget>
 #include <functional>
+#include <memory>
 
-#include "editor/frmEditor.h"
+class frmEditor;
+class KeyedGrid;
+class QTreeWidgetItem;
 
-/// A library open in an editor window of ordinary size, shown and painted.
+/// A library open in an editor window of ordinary size, shown and painted, and the gestures of its user. All that the
+/// measurements know of the window is here: its controls by their names, its commands by their ids.
 class EditorWindow {
 public:
     explicit EditorWindow(const QString& library);
+    ~EditorWindow();
+    EditorWindow(const EditorWindow&) = delete;
+    EditorWindow& operator=(const EditorWindow&) = delete;
 
-    frmEditor* operator->() { return &m_editor; }
-
+    /// Clicks the chapter with the code `code`; an empty one is the first.
+    void clickChapter(const QString& code = QString());
     /// Clicks the full chapter, whose first bill is current then.
     void listFullChapter();
+    /// Clicks the first `count` chapters in turn.
+    void clickChapters(int count);
+    void rebuildTree();
 
-    /// Milliseconds from `act` until the window has painted what came of it.
+    KeyedGrid* bills() const { return grid("grdBillList"); }
+    KeyedGrid* contents() const { return grid("grdConcent"); }
+
+    /// Presses a key in the control that is named `control`.
+    void press(const char* control, int key);
+    /// Edits a cell of `grid` from F2 to Enter.
+    void edit(KeyedGrid* grid, int row, const QString& key, const QString& text);
+    /// Types into the search box and presses Enter.
+    void search(const QString& text);
+    /// Runs a command of the command-bar host `host`.
+    void command(int host, int id);
+
+    /// Milliseconds from `act` until the window has painted what came of it. What passes until a question is answered,
+    /// with Yes or with `givenName`, does not count.
     double timed(const std::function<void()>& act);
 
-    /// The same for a command that asks first: what passes until the question is answered with Yes, or with
-    /// `givenName`, does not count.
-    double timedAfterAnswer(const std::function<void()>& act);
+    /// Lets the window paint what has changed.
+    static void settle();
 
 private:
+    KeyedGrid* grid(const char* name) const;
+    void clickNode(QTreeWidgetItem* node);
+
     QWidget m_mainWindow;
-    frmEditor m_editor;
+    std::unique_ptr<frmEditor> m_editor;
 };
 
 /// The name that a new chapter gets.
 inline constexpr char givenName[] = "NEW";
 
-/// What the user's press of `key` does.
-void pressKey(QWidget* widget, int key);
-
-/// Ends the program with its text when a message box appears that nobody answers: there is no user here.
+/// Ends the program with its text when a message box appears outside EditorWindow::timed(): there is no user here.
 void failOnMessages();

@@ -1,9 +1,7 @@
 #include "benchmarks/Libraries.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
-#include <QHash>
 #include <QTemporaryDir>
 
 #include "app/base/Definitions.h"
@@ -21,24 +19,6 @@ const QTemporaryDir& folder() {
     return temporary;
 }
 
-QByteArray digest(PlainStatement rows) {
-    QCryptographicHash hash(QCryptographicHash::Sha1);
-    while (rows.step())
-        hash.addData(rows.text(0).toUtf8() + '\n');
-    return hash.result();
-}
-
-/// The columns of a table, without LastUpdate, as one expression.
-QString rowExpression(PlainDatabase& file, const QString& table) {
-    QStringList columns;
-    PlainStatement names = file.prepare(u"SELECT name FROM pragma_table_info('%1')"_s.arg(table));
-    while (names.step()) {
-        if (names.text(0).compare(u"LastUpdate"_s, Qt::CaseInsensitive) != 0)
-            columns << u"quote([%1])"_s.arg(names.text(0));
-    }
-    return columns.join(u"||'|'||"_s);
-}
-
 /// The first commit waits until everything that was written to the file is on the disk; the one that is measured does
 /// not have to then.
 void writeThrough(const QString& path) { PlainDatabase(path).run("PRAGMA user_version=1; PRAGMA user_version=0"); }
@@ -47,7 +27,7 @@ void writeThrough(const QString& path) { PlainDatabase(path).run("PRAGMA user_ve
 
 void makeProgramFolder() {
     const QString program = folder().filePath(u"program"_s);
-    generateProgramFolder(program, {});
+    generateProgramFolder(program, 20000);
     qputenv("TESSEL_HOME", program.toUtf8());
     appPath = withSeparator(programFolder());
     dataPath = withSeparator(joinPath(programFolder(), u"Data"_s));
@@ -56,7 +36,16 @@ void makeProgramFolder() {
 QString generatedLibrary(int bills) {
     const QString path = folder().filePath(u"%1.bdb"_s.arg(bills));
     if (!QFile::exists(path))
-        generateLibrary(path, shapeOf(bills));
+        generateLibrary(path, bills);
+    return path;
+}
+
+QString bareLibrary(int bills) {
+    const QString path = folder().filePath(u"%1-bare.bdb"_s.arg(bills));
+    if (!QFile::exists(path) && QFile::copy(generatedLibrary(bills), path))
+        PlainDatabase(path).run(
+            "DELETE FROM tblCont; DELETE FROM tblContDe; DELETE FROM tblBillSpec; DELETE FROM tblSpecEnum; "
+            "DELETE FROM tblParm; VACUUM");
     return path;
 }
 
@@ -90,16 +79,21 @@ LibraryCopy::~LibraryCopy() { QFile::remove(m_path); }
 
 QString difference(const QString& path, const QString& otherPath) {
     PlainDatabase file(path);
-    PlainDatabase other(otherPath);
-    const char* const schema = "SELECT type||name||ifnull(sql,'') FROM sqlite_master ORDER BY 1";
-    if (digest(file.prepare(schema)) != digest(other.prepare(schema)))
+    file.run(u"ATTACH '%1' AS other"_s.arg(otherPath));
+    const auto differ = [&](const QString& table, const QString& columns) {
+        const QString missing =
+            u"SELECT * FROM (SELECT %2 FROM %3.%1 EXCEPT SELECT %2 FROM %4.%1)"_s.arg(table, columns);
+        return file.prepare(missing.arg(u"main"_s, u"other"_s) + u" UNION ALL "_s + missing.arg(u"other"_s, u"main"_s))
+            .step();
+    };
+    if (differ(u"sqlite_master"_s, u"type,name,sql"_s))
         return u"schema"_s;
-    PlainStatement tables = file.prepare("SELECT name FROM sqlite_master WHERE name LIKE 'tbl%'");
+    PlainStatement tables = file.prepare(
+        "SELECT t.name,group_concat('['||c.name||']') FROM sqlite_master t,pragma_table_info(t.name) c "
+        "WHERE t.name LIKE 'tbl%' AND lower(c.name)<>'lastupdate' GROUP BY 1");
     while (tables.step()) {
-        const QString table = tables.text(0);
-        const QString rows = u"SELECT %1 FROM %2 ORDER BY rowid"_s.arg(rowExpression(file, table), table);
-        if (digest(file.prepare(rows)) != digest(other.prepare(rows)))
-            return table;
+        if (differ(tables.text(0), tables.text(1)))
+            return tables.text(0);
     }
     return {};
 }

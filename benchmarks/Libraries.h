@@ -11,6 +11,9 @@ void makeProgramFolder();
 /// The generated library of `bills` bills, made on first use; it is only read.
 QString generatedLibrary(int bills);
 
+/// The same with nothing below its bills.
+QString bareLibrary(int bills);
+
 /// A copy of a library, written through to the disk, that goes when the object does.
 class LibraryCopy {
 public:

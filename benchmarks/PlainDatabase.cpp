@@ -23,17 +23,6 @@ bool PlainStatement::step() {
 
 void PlainStatement::reset() { sqlite3_reset(m_statement.get()); }
 
-int PlainStatement::readAll() {
-    const int columns = sqlite3_column_count(m_statement.get());
-    int rows = 0;
-    for (; step(); ++rows) {
-        for (int column = 0; column < columns; ++column)
-            sqlite3_column_text(m_statement.get(), column);
-    }
-    reset();
-    return rows;
-}
-
 qint64 PlainStatement::number(int column) const { return sqlite3_column_int64(m_statement.get(), column); }
 
 QString PlainStatement::text(int column) const {
@@ -57,10 +46,10 @@ PlainDatabase::PlainDatabase(const QString& path) {
         throw sqliteError(database, code);
 }
 
-void PlainDatabase::run(const char* text) {
-    const int code = sqlite3_exec(m_database.get(), text, nullptr, nullptr, nullptr);
+void PlainDatabase::run(const char* script) {
+    // sqlite3_exec gives every column of a row as text.
+    const auto read = [](void*, int, char**, char**) { return 0; };
+    const int code = sqlite3_exec(m_database.get(), script, read, nullptr, nullptr);
     if (code != SQLITE_OK)
         throw sqliteError(m_database.get(), code);
 }
-
-qint64 PlainDatabase::lastInsertId() const { return sqlite3_last_insert_rowid(m_database.get()); }

@@ -16,31 +16,21 @@ public:
     /// Binds all parameters, in order, and runs the statement to its end; ready for the next run afterwards.
     template <typename... Values>
     void run(const Values&... values) {
-        bindAll(values...);
+        int position = 0;
+        (bind(++position, values), ...);
         while (step()) {
         }
         reset();
     }
 
-    template <typename... Values>
-    void bindAll(const Values&... values) {
-        int position = 0;
-        (bind(++position, values), ...);
-    }
-
     /// True when a row was read, false at the end.
     bool step();
     void reset();
-
-    /// Reads every column of all rows as UTF-8 text and gives the number of rows.
-    int readAll();
-
     qint64 number(int column) const;
     QString text(int column) const;
 
 private:
     void bind(int position, qint64 value);
-    void bind(int position, int value) { bind(position, qint64(value)); }
     void bind(int position, const QString& value);
 
     sqlite3* m_database;
@@ -56,12 +46,11 @@ public:
     /// full synchronous.
     explicit PlainDatabase(const QString& path);
 
-    /// Runs all statements in `text`.
-    void run(const char* text);
-    void run(const QString& text) { run(text.toUtf8().constData()); }
+    /// Runs all statements of `script` and reads every column of their rows as UTF-8 text.
+    void run(const char* script);
+    void run(const QString& script) { run(script.toUtf8().constData()); }
     PlainStatement prepare(const char* text) { return {m_database.get(), text}; }
     PlainStatement prepare(const QString& text) { return prepare(text.toUtf8().constData()); }
-    qint64 lastInsertId() const;
 
 private:
     struct Closer {

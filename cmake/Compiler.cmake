@@ -1,11 +1,11 @@
 # Every target of the project is compiled with the same strictness: link tessel_options.
 add_library(tessel_options INTERFACE)
-target_include_directories(tessel_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_definitions(tessel_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
 if(MSVC)
     target_compile_options(tessel_options INTERFACE /W4 /WX /utf-8)
 else()
-    target_compile_options(tessel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Werror)
+    target_compile_options(tessel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+        -Wno-sign-conversion -Wnon-virtual-dtor -Werror)
 endif()
 
 if(TESSEL_SANITIZE)
@@ -33,10 +33,28 @@ if(TESSEL_PRECOMPILE)
         LIBS Qt6::Core Qt6::Widgets)
 endif()
 
-# tessel_room(<target> SOURCES … USES …): one room of the house; it links only what it may use.
+# tessel_headers(<target> PUBLIC|PRIVATE): the headers among the target's sources can be included, under their paths in
+# the tree, by the target and, when PUBLIC, by what links it. The tree itself is on nobody's include path: a folder of
+# the target's own holds one forwarding header for each.
+function(tessel_headers target scope)
+    set(root "${CMAKE_BINARY_DIR}/include/${target}")
+    get_target_property(sources ${target} SOURCES)
+    foreach(header IN LISTS sources)
+        if(header MATCHES "\\.h$")
+            cmake_path(ABSOLUTE_PATH header NORMALIZE)
+            cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE path)
+            file(CONFIGURE OUTPUT "${root}/${path}" CONTENT "#include \"${header}\"\n" @ONLY)
+        endif()
+    endforeach()
+    target_include_directories(${target} ${scope} "${root}")
+endfunction()
+
+# tessel_room(<target> SOURCES … USES …): one room of the house. It can link and include only what it uses; a header
+# that is not among the sources can be included by nobody.
 function(tessel_room target)
     cmake_parse_arguments(ROOM "" "" "SOURCES;USES" ${ARGN})
     add_library(${target} STATIC ${ROOM_SOURCES})
+    tessel_headers(${target} PUBLIC)
     target_link_libraries(${target} PUBLIC tessel_options ${ROOM_USES})
     if(TESSEL_PRECOMPILE)
         target_precompile_headers(${target} REUSE_FROM tessel_precompiled)

@@ -1,4 +1,6 @@
 include(GoogleTest)
+find_package(GTest REQUIRED)
+find_package(Qt6 REQUIRED COMPONENTS Test)
 
 # Qt defines the folder of each test program; nobody here asks for it, and it would keep them from sharing one
 # precompiled header.
@@ -10,6 +12,7 @@ set(TESSEL_TEST_TIMEOUT 600 CACHE STRING "Seconds after which one test counts as
 function(tessel_add_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${TEST_SOURCES})
+    tessel_headers(${name} PRIVATE)
     target_link_libraries(${name} PRIVATE tessel_options tessel_testing ${TEST_LIBS} GTest::gtest Qt6::Test)
     if(TESSEL_PRECOMPILE)
         target_precompile_headers(${name} REUSE_FROM tessel_tests_precompiled)

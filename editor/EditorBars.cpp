@@ -1,5 +1,7 @@
 #include <QLineEdit>
 #include <QMenu>
+#include <QShortcut>
+
 #include <QToolBar>
 
 #include "app/base/Definitions.h"
@@ -8,6 +10,8 @@
 #include "editor/bills/BillPane.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
+#include "editor/common/LibraryDocument.h"
+
 #include "editor/contents/ContentPane.h"
 #include "editor/frmEditor.h"
 
@@ -27,6 +31,8 @@ void popUp(QMenu* menu, Source* source) {
 void frmEditor::CreateToolbarsContent() {
     QToolBar* bar = CommandBars1->createToolBar(u"Content"_s, {100, 101, 102, 103});
     m_chapters->addToolBar(bar);
+    connect(m_chapters->tvSYB(), &KeyedTree::renameWanted, this, [this] { CommandBars1->execute(102); });
+    connect(m_chapters->tvSYB(), &KeyedTree::deleteWanted, this, [this] { CommandBars1->execute(103); });
 }
 
 void frmEditor::CreateToolbarsBill() {
@@ -35,6 +41,21 @@ void frmEditor::CreateToolbarsBill() {
     for (const int id : {202, 200, 201, 104, 105})
         AddButton(bar, CommandBars2->action(id));
     m_bills->addToolBar(bar);
+    // The way out of a search: an empty box, or Esc in it.
+    connect(m_searchText, &QLineEdit::textChanged, m_library, [this](const QString& text) {
+        if (text.isEmpty())
+            m_library->leaveQuery();
+    });
+    connect(new QShortcut(Qt::Key_Escape, m_searchText, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            m_library, [this] {
+                m_searchText->clear();
+                m_library->leaveQuery();
+            });
+    connect(new QShortcut(QKeySequence::Find, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+            &QShortcut::activated, m_searchText, [this] {
+                m_searchText->setFocus(Qt::ShortcutFocusReason);
+                m_searchText->selectAll();
+            });
 }
 
 void frmEditor::CreateContextMenus() {

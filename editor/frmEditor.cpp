@@ -47,6 +47,8 @@ void frmEditor::setDBFilePath(const QString& path) {
 
 QString frmEditor::DekID() const { return m_library->defaultRationLibrary(); }
 
+QString frmEditor::nextStep() const { return m_contents->nextStep(); }
+
 CommandBars* frmEditor::commandBars(int host) const {
     CommandBars* const hosts[] = {CommandBars1, CommandBars2, CommandBars3, CommandBars4};
     return hosts[host - 1];
@@ -61,6 +63,7 @@ bool frmEditor::Form_Load() {
         CreateToolbarsBill();
         CreateContextMenus();
         LoadAllToolbarsIcons();
+
         opened = m_library->open(m_DBFilePath);
         if (!opened)
             showMessage(u"打开"_s + m_DBFilePath + u"文件失败！"_s, u"提示"_s, MessageIcon::Exclamation);
@@ -92,22 +95,7 @@ bool frmEditor::commitPending() {
 void frmEditor::closeEvent(QCloseEvent* event) {
     // An edit that is refused does not keep the window: there is nothing of it to lose.
     commitPending();
+    saveSplitters();
     Form_Unload();
     event->accept();
-}
-
-void frmEditor::WinCommand(short mode, const QString& deh, const QString& dekID) {
-    if (commitPending())
-        m_contents->WinCommand(mode, deh, dekID);
-}
-
-void frmEditor::openRationBrowser(const QString& dekId) {
-    guarded({"frmEditor", "grdConcent_CellButtonClick"}, [&] {
-        frmDekBrowser* browser = frmDekBrowser::shared(m_mainWindow);
-        browser->setParetnForm(this);
-        browser->setDekID(dekId);
-        browser->show();
-        browser->raise();
-        browser->activateWindow();
-    });
 }

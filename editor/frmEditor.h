@@ -38,6 +38,8 @@ public:
     /// Id of the library's default ration library; empty when it has none.
     QString DekID() const;
     const LibraryDocument& library() const { return *m_library; }
+    /// What the user has to do first where he is; empty when there is nothing in the way.
+    QString nextStep() const;
 
     /// Opens the library and fills the views. False when the library could not be opened: the window is to be unloaded
     /// then. The rest of the loading is done in that case too.
@@ -48,8 +50,10 @@ public:
     /// Ends what is still being typed as an edit. False when a cell editor had to stay open.
     bool commitPending();
 
-    /// The ration browser's way in: mode 0 inserts, 1 replaces.
-    void WinCommand(short mode, const QString& deh, const QString& dekID) override;
+    // What the ration browser asks for.
+    void WinCommand(RationMode mode, const QString& deh, const QString& dekID) override;
+    QString receivingRow() const override;
+    QRect receivingRect() const override;
 
     ChapterPane* chapterPane() const { return m_chapters; }
     BillPane* billPane() const { return m_bills; }
@@ -58,13 +62,23 @@ public:
     /// Host 1 to 4.
     CommandBars* commandBars(int host) const;
 
+Q_SIGNALS:
+    /// What the status bar is to say.
+    void statusText(const QString& text);
+
 protected:
-    void closeEvent(QCloseEvent* event) override;
+        void closeEvent(QCloseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
 
 private:
     // EditorLayout.cpp
     void InitFormView();
     void SetVsGridStyle();
+    void nameForScreenReaders();
+    
+    void restoreSplitters();
+    void saveSplitters() const;
 
     // EditorActions.cpp: what the commands are, do, and when they are enabled.
     void CreateActions();

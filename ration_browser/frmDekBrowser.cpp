@@ -2,7 +2,9 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QPointer>
+#include <QToolButton>
 #include <algorithm>
 
 #include "app/base/FileSystem.h"
@@ -13,10 +15,11 @@
 #include "app/controls/KeyedTree.h"
 #include "app/controls/Marks.h"
 #include "ration_browser/BrowserPlacement.h"
-#include "ration_browser/RationLibraryList.h"
+
 #include "ration_browser/RationReceiver.h"
 #include "ration_browser/RationTree.h"
 #include "storage/LibraryConnection.h"
+#include "storage/RationLibraries.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,8 +27,6 @@ namespace {
 
 QPointer<frmDekBrowser> sharedBrowser;
 
-constexpr short insertMode = 0;
-constexpr short replaceMode = 1;
 constexpr int widestUnits = 160;
 
 constexpr Where here(const char* procedure) { return {"frmDekBrowser", procedure}; }
@@ -40,13 +41,16 @@ frmDekBrowser* frmDekBrowser::shared(QWidget* owner) {
 
 void frmDekBrowser::forget(const RationReceiver* editor) {
     if (sharedBrowser && sharedBrowser->m_editor == editor)
-        sharedBrowser->m_editor = nullptr;
+        sharedBrowser->setParetnForm(nullptr);
 }
 
 frmDekBrowser::~frmDekBrowser() { Form_Unload(); }
 
 void frmDekBrowser::showEvent(QShowEvent* event) {
     Form_Load();
+    if (!event->spontaneous())
+        placeBesideReceiver();
+    showReceiver();
     m_wasShown = true;
     QDialog::showEvent(event);
 }
@@ -56,14 +60,35 @@ void frmDekBrowser::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmDekBrowser::reject() { CommandBars1_Execute(261); }
+void frmDekBrowser::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        showReceiver();
+}
+
+void frmDekBrowser::keyPressEvent(QKeyEvent* event) {
+    // A tool button takes Space alone for a press; Enter on the focused button means it too.
+    auto* button = qobject_cast<QToolButton*>(focusWidget());
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (button && enter)
+        button->click();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+void frmDekBrowser::reject() { m_commandBars->execute(261); }
+
+void frmDekBrowser::setParetnForm(RationReceiver* editor) {
+    m_editor = editor;
+    showReceiver();
+}
 
 void frmDekBrowser::Form_Load() {
     if (m_loaded)
         return;
     guarded(here("Form_Load"), [this] {
         m_loaded = true;
-        restorePlacement(this);
+        m_placedByUser = restorePlacement(this);
         LoadDekCom2boList();
     });
 }
@@ -75,16 +100,16 @@ void frmDekBrowser::Form_Unload() {
         m_loaded = false;
         // Until it is shown, a window does not know where it will stand.
         if (m_wasShown && !isMinimized())
-            savePlacement(this);
-        m_cboDek->clear();
+            savePlacement(this, isPlacedByUser());
         clearLibrary();
+        m_cboDek->clear();
     });
 }
 
 void frmDekBrowser::LoadDekCom2boList() {
     guarded(here("LoadDekCom2boList"), [this] {
         m_cboDek->clear();
-        for (const RationLibrary& library : readRationLibraries())
+        for (const RationLibrary& library : rationLibrariesByProfession())
             m_cboDek->addItem(Theme::oneLine(library.name), library.dekId);
         m_cboDek->setCurrentIndex(-1);
     });
@@ -99,12 +124,9 @@ void frmDekBrowser::setDekID(const QString& dekId) {
             index = 0;
         if (index < 0)
             return;
-        const auto* chapter = index == m_cboDek->currentIndex() ? m_tvRationContent->selectedNode() : nullptr;
-        const QString key = chapter ? KeyedTree::key(chapter) : QString();
         m_cboDek->setCurrentIndex(index);
         cboDek_Click();
-        if (auto* same = m_tvRationContent->node(key))
-            tvRationContent_NodeClick(same);
+        returnToPlace();
     });
 }
 
@@ -118,6 +140,8 @@ void frmDekBrowser::cboDek_Click() {
 }
 
 void frmDekBrowser::clearLibrary() {
+    if (m_library)
+        rememberPlace();
     m_tvRationContent->clearNodes();
     m_grdDEB->clearRows();
     m_library.reset();
@@ -130,13 +154,12 @@ void frmDekBrowser::LoadSYB() {
         clearLibrary();
         if (m_cboDek->currentIndex() < 0)
             return;
-        const QString path = browsedLibraryPath(selectedLibrary());
+        m_shownLibrary = selectedLibrary();
+        const QString path = browsedLibraryPath(m_shownLibrary);
         if (!fso().FileExists(path))
             return complain(path + u" 文件不存在!"_s);
-        auto library = std::make_unique<Connection>();
-        if (!succeeds([&] { library->Open(path, QString(), Connection::readWriteCreate); }))
+        if (!succeeds([&] { m_library = openRationLibrary(path); }))
             return complain(path + u" 文件已损坏!"_s);
-        m_library = std::move(library);
         CreateRationContent();
     });
 }
@@ -203,23 +226,12 @@ void frmDekBrowser::showUnitsWhole() {
     m_grdDEB->setColumnWidth(units, std::max(width, std::min(m_grdDEB->columnWidth(units), widestUnits)));
 }
 
-void frmDekBrowser::sendToEditor(short mode) {
+void frmDekBrowser::sendToEditor(RationMode mode) {
     const int row = m_grdDEB->row();
     if (row >= 0 && m_editor)
         m_editor->WinCommand(mode, m_grdDEB->text(row, u"DEH"_s), selectedLibrary());
 }
 
 void frmDekBrowser::grdDEB_DblClick() {
-    guarded(here("grdDEB_DblClick"), [this] { sendToEditor(insertMode); });
-}
-
-void frmDekBrowser::CommandBars1_Execute(int id) {
-    guarded(here("CommandBars1_Execute"), [&] {
-        if (id == 259)
-            sendToEditor(insertMode);
-        else if (id == 260)
-            sendToEditor(replaceMode);
-        else if (id == 261)
-            hide();
-    });
+    guarded(here("grdDEB_DblClick"), [this] { sendToEditor(RationMode::Insert); });
 }

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QDialog>
+#include <QHash>
 #include <QString>
 #include <memory>
 
 class CommandBars;
 class Connection;
+class ElidedLine;
 class KeyedGrid;
 class KeyedTree;
 class QComboBox;
@@ -13,13 +15,17 @@ class QToolBar;
 class QTreeWidgetItem;
 class RationReceiver;
 class Recordset;
+enum class RationMode : short;
 
 /// The ration browser: a list of ration libraries, the chapter tree of the chosen one and the rations of the chosen
 /// chapter. A chosen ration goes to the editor that the browser serves.
 ///
 /// A tool window that stays above its owner. It loads itself on first use: reads its placement from the user's settings
-/// and the list of libraries from the system database. Closing it unloads it again; Esc only hides it. Ration libraries
-/// are only read.
+/// and the list of libraries from the system database. Closing it unloads it again; Esc only hides it. A library that
+/// is asked for again is shown as it was left. Ration libraries are only read.
+///
+/// Until the user has put it somewhere it opens beside the editor's row that it serves. A line at its foot tells which
+/// row that is.
 class frmDekBrowser : public QDialog {
     Q_OBJECT
 
@@ -34,10 +40,10 @@ public:
 
     /// The editor that receives the chosen ration; null for none.
     RationReceiver* ParetnForm() const { return m_editor; }
-    void setParetnForm(RationReceiver* editor) { m_editor = editor; }
+    void setParetnForm(RationReceiver* editor);
 
-    /// Chooses the library with that id, else the first one, and reads its file anew. The chapter that is being looked
-    /// at stays chosen when the library was chosen before.
+    /// Chooses the library with that id, else the first one, and reads its file anew. Chapter, ration and open nodes
+    /// are those that were left when the library was shown last.
     void setDekID(const QString& dekId);
     const QString& DekID() const { return m_dekId; }
 
@@ -45,18 +51,40 @@ public:
     KeyedTree* tvRationContent() const { return m_tvRationContent; }
     KeyedGrid* grdDEB() const { return m_grdDEB; }
     CommandBars* CommandBars1() const { return m_commandBars; }
+    /// The line at the foot: which row of the editor would receive a ration, or why none would.
+    const ElidedLine* lblReceiver() const { return m_lblReceiver; }
 
     void reject() override;
 
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    static constexpr QSize initialSize{880, 600};
+
+    /// What the user was looking at in a ration library.
+    struct Place {
+        QStringList openNodes;
+        QString chapter;
+        QString ration;
+    };
+
+    // frmDekBrowserLayout.cpp
     void layOut(QToolBar* bar);
     void connectControls();
     void CreateActions();
     QToolBar* CreateToolbars();
+    void setKeys();
+
+    // frmDekBrowserPlace.cpp
+    void showReceiver();
+    void placeBesideReceiver();
+    bool isPlacedByUser() const;
+    void rememberPlace();
+    void returnToPlace();
 
     void Form_Load();
     void Form_Unload();
@@ -68,11 +96,11 @@ private:
     void LoadDeb(qint64 sybID);
     void ListDeb(Recordset& rows);
     void grdDEB_DblClick();
-    void CommandBars1_Execute(int id);
 
     QString selectedLibrary() const;
     /// Hands the ration of the current row to the editor, if there are both.
-    void sendToEditor(short mode);
+    void sendToEditor(RationMode mode);
+    /// Closes the library that is shown, if any, and remembers what the user was looking at.
     void clearLibrary();
     /// The column of units is laid out narrow; it grows when a unit would be cut off.
     void showUnitsWhole();
@@ -81,10 +109,15 @@ private:
     KeyedTree* m_tvRationContent;
     KeyedGrid* m_grdDEB;
     CommandBars* m_commandBars;
+    ElidedLine* m_lblReceiver;
 
     RationReceiver* m_editor = nullptr;
     QString m_dekId;
     std::unique_ptr<Connection> m_library;
+    QString m_shownLibrary;          ///< id of the library that m_library is open on
+    QHash<QString, Place> m_places;  ///< by library id
     bool m_loaded = false;
     bool m_wasShown = false;
+    bool m_placedByUser = false;
+    QRect m_placedHere;  ///< where it was put beside the receiving row; elsewhere it stands where the user wants it
 };

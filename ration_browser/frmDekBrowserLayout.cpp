@@ -3,17 +3,21 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QShortcut>
+#include <QMenu>
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include "app/base/Guarded.h"
+#include "app/base/UserEvent.h"
 #include "app/controls/CommandBars.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
 #include "app/controls/UiHelpers.h"
+#include "ration_browser/ElidedLine.h"
+#include "ration_browser/HeldKeys.h"
+#include "ration_browser/RationReceiver.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/Connection.h"
 
@@ -21,7 +25,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize initialSize(880, 600);
 constexpr QSize smallestSize(640, 360);
 constexpr int treeWidth = 300;
 
@@ -45,7 +48,8 @@ frmDekBrowser::frmDekBrowser(QWidget* owner)
       m_cboDek(new QComboBox(this)),
       m_tvRationContent(new KeyedTree(this)),
       m_grdDEB(new KeyedGrid(this)),
-      m_commandBars(new CommandBars(this, u"CommandBars1"_s)) {
+      m_commandBars(new CommandBars(this, u"CommandBars1"_s)),
+      m_lblReceiver(new ElidedLine(this)) {
     setObjectName(u"frmDekBrowser"_s);
     setWindowTitle(u"定额库浏览"_s);
     setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
@@ -54,7 +58,10 @@ frmDekBrowser::frmDekBrowser(QWidget* owner)
     resize(initialSize);
     m_cboDek->setObjectName(u"cboDek"_s);
     m_tvRationContent->setObjectName(u"tvRationContent"_s);
+    m_tvRationContent->setAccessibleName(u"章节"_s);
     m_grdDEB->setObjectName(u"grdDEB"_s);
+    m_grdDEB->setAccessibleName(u"定额"_s);
+    m_lblReceiver->setObjectName(u"lblReceiver"_s);
     m_grdDEB->setColumns(rationColumns());
     SetVSFlexGridStyle(m_grdDEB);
     m_grdDEB->setGrowingColumn(u"MC"_s);
@@ -65,26 +72,28 @@ frmDekBrowser::frmDekBrowser(QWidget* owner)
 
 void frmDekBrowser::CreateActions() {
     guarded(inTables("CreateActions"), [this] {
-        const auto command = [this](int id, const QString& caption, const QString& hint) {
-            return CommandAction{.id = id,
-                                 .caption = caption,
-                                 .tooltip = hint,
-                                 .description = hint,
-                                 .category = u"Content"_s,
-                                 .execute = [this, id] { CommandBars1_Execute(id); },
-                                 .enabled = {}};
-        };
-        const auto onRation = [this](CommandAction action) {
-            action.enabled = [this] { return m_grdDEB->hasRows(); };
+        using Execute = std::function<void()>;
+        using Enabled = std::function<bool()>;
+        const auto command = [](int id, const QString& caption, const QString& hint, const Execute& execute = {},
+                                const Enabled& enabled = {}) {
+            CommandAction action{id, caption, hint, hint, u"Content"_s};
+            if (execute)
+                action.execute = [execute] { guarded({"frmDekBrowser", "CommandBars1_Execute"}, execute); };
+            if (enabled)
+                action.enabled = [enabled] { return guarded({"frmDekBrowser", "CommandBars1_Update"}, enabled); };
             return action;
         };
+        const auto onRation = [this] { return m_grdDEB->hasRows(); };
+        const auto insert = [this] { sendToEditor(RationMode::Insert); };
+        const auto replace = [this] { sendToEditor(RationMode::Replace); };
         m_commandBars->addActions({
+            // Finding has a place in the table but nothing to do.
             command(256, u"查找"_s, u"查找"_s),
             command(257, u"身上"_s, u"查找上一个"_s),
             command(258, u"向下"_s, u"查找下一个"_s),
-            onRation(command(259, u"插入"_s, u"插入"_s)),
-            onRation(command(260, u"替换"_s, u"替换"_s)),
-            command(261, u"关闭"_s, u"关闭"_s),
+            command(259, u"插入"_s, u"插入"_s, insert, onRation),
+            command(260, u"替换"_s, u"替换"_s, replace, onRation),
+            command(261, u"关闭"_s, u"关闭"_s, [this] { hide(); }),
         });
     });
 }
@@ -98,9 +107,11 @@ void frmDekBrowser::layOut(QToolBar* bar) {
     caption->setBuddy(m_cboDek);
     m_cboDek->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_cboDek->setMinimumContentsLength(24);
-    // Without images only a frame tells that these are buttons.
-    for (auto* button : bar->findChildren<QToolButton*>())
+    for (auto* button : bar->findChildren<QToolButton*>()) {
+        // Without images only a frame tells that these are buttons.
         button->setAutoRaise(false);
+        button->setFocusPolicy(Qt::TabFocus);
+    }
     auto* top = new QHBoxLayout;
     top->addWidget(caption);
     top->addWidget(m_cboDek);
@@ -119,7 +130,14 @@ void frmDekBrowser::layOut(QToolBar* bar) {
     all->setContentsMargins(6, 6, 6, 6);
     all->addLayout(top);
     all->addWidget(panes, 1);
-    setTabOrder(m_cboDek, m_tvRationContent);
+    all->addWidget(m_lblReceiver);
+    // Tab goes the way of the eye: what stands at the top, then the panes.
+    QWidget* before = m_cboDek;
+    for (QAction* command : bar->actions()) {
+        setTabOrder(before, bar->widgetForAction(command));
+        before = bar->widgetForAction(command);
+    }
+    setTabOrder(before, m_tvRationContent);
     setTabOrder(m_tvRationContent, m_grdDEB);
     m_tvRationContent->setFocus();
 }
@@ -128,7 +146,23 @@ void frmDekBrowser::connectControls() {
     connect(m_cboDek, &QComboBox::activated, this, &frmDekBrowser::cboDek_Click);
     connect(m_tvRationContent, &KeyedTree::nodeClick, this, &frmDekBrowser::tvRationContent_NodeClick);
     connect(m_grdDEB, &KeyedGrid::rowDoubleClicked, this, &frmDekBrowser::grdDEB_DblClick);
-    for (const int enter : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(QKeySequence(enter), m_grdDEB, nullptr, nullptr, Qt::WidgetShortcut),
-                &QShortcut::activated, this, &frmDekBrowser::grdDEB_DblClick);
+    connect(&UserEvent::instance(), &UserEvent::over, this, &frmDekBrowser::showReceiver);
+    QMenu* menu = m_commandBars->createMenu(u"Ration Menu"_s, {{259}, {260}});
+    connect(m_grdDEB, &KeyedGrid::contextMenuWanted, menu, [menu](const QPoint& position) { menu->popup(position); });
+    setKeys();
+}
+
+/// Enter in the list inserts, Ctrl+Enter replaces; held down they do so once.
+void frmDekBrowser::setKeys() {
+    QObjectList writing{m_grdDEB};
+    for (auto* button : findChildren<QToolButton*>())
+        writing << button;
+    new HeldKeys(this, writing);
+    const std::pair<int, Qt::KeyboardModifiers> keys[] = {{259, Qt::NoModifier}, {260, Qt::ControlModifier}};
+    for (const auto& [id, modifiers] : keys) {
+        QAction* command = m_commandBars->action(id);
+        command->setShortcuts({modifiers | Qt::Key_Return, modifiers | Qt::Key_Enter});
+        command->setShortcutContext(Qt::WidgetShortcut);
+        m_grdDEB->addAction(command);
+    }
 }

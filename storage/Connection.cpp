@@ -35,20 +35,20 @@ bool blankOrSemicolon(char c) { return c == ';' || c == ' ' || (c >= '\t' && c <
 /// Prepares the one statement in `statement`; blanks, comments and semicolons may follow it.
 StatementPointer prepareOne(sqlite3* database, const SqlText& statement) {
     if (!database)
-        throw Error(SQLITE_MISUSE, u"the connection is closed"_s);
+        throw noConnectionError();
     if (!statement.brokenAt().isEmpty())
-        throw syntaxError(statement.brokenAt());
+        throw brokenValueError(statement.brokenAt());
     const QByteArray text = statement.text().toUtf8();
     const char* tail = nullptr;
     StatementPointer first = prepare(database, text.constData(), &tail);
     if (!first)
-        throw Error(SQLITE_ERROR, u"no statement"_s);
+        throw statementError(u"no statement"_s);
     while (tail && *tail) {
         while (blankOrSemicolon(*tail))
             ++tail;
         const char* rest = tail;
         if (*rest && prepare(database, rest, &tail))
-            throw syntaxError(QString::fromUtf8(rest).left(40));
+            throw statementError(u"near \"%1\": syntax error"_s.arg(QString::fromUtf8(rest).left(40)));
     }
     return first;
 }
@@ -61,9 +61,9 @@ void run(sqlite3* database, const char* text) {
 
 }  // namespace
 
-/// Stops a statement that would never end. What this program asks costs a few passes over a table, even in a library of
-/// national size far less than is granted here; only a hostile file (a trigger, pages that lead back to themselves)
-/// asks for more.
+/// Stops a statement that would never end: SQLite calls back after every thousand steps of its machine, and a statement
+/// with too many calls, or a minute old, is interrupted. What this program asks is far cheaper, even in a library of
+/// national size; only a damaged or hostile file (pages that lead back to themselves) asks for more.
 class Connection::Watch {
 public:
     explicit Watch(sqlite3* database) { sqlite3_progress_handler(database, instructionsPerCall, isTooLong, this); }
@@ -117,13 +117,15 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
     if (code != SQLITE_OK)
         throw sqliteError(database, code);
     sqlite3_busy_timeout(database, busyTimeoutMs);
-    // A library is data: whatever else a foreign file holds must not act. A view in place of a table could be endless.
+    // A library is data: nothing that a foreign file holds beside its tables may act. A view in place of a table could
+    // be endless, a trigger could write what nobody asked for. Temporary triggers, which no file holds, still work.
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_limit(database, SQLITE_LIMIT_LENGTH, longestRow);
     run(database, "PRAGMA cell_size_check=ON");
-    // Both, before any key: the format that other tools read. It also holds for files attached later.
+    // The SQLCipher 4 format takes both, and before any key. They also hold for files attached later.
     run(database, "PRAGMA cipher='sqlcipher'");
     run(database, "PRAGMA legacy=4");
     if (!password.isEmpty()) {
@@ -133,8 +135,11 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
             throw sqliteError(database, keyed);
     }
     run(database, "PRAGMA schema_version");
-    // Room for a library of national size, taken only as it is read: every change of bill passes over the same tables.
-    run(database, "PRAGMA cache_size=-65536");
+    // A cache of 64 MB, so that repeated passes over the same tables stay in memory. It is taken only as it is filled.
+        run(database, "PRAGMA cache_size=-65536");
+    // A full temporary disk can then neither fail a temporary table half-way nor keep it from going.
+    run(database, "PRAGMA temp_store=MEMORY");
+
     m_database = opened.release();
     m_path = path;
     m_watch = std::make_unique<Watch>(m_database);
@@ -165,7 +170,7 @@ qint64 Connection::Execute(const SqlText& statement) {
         code = sqlite3_step(prepared.get());
     if (code != SQLITE_DONE)
         throw sqliteError(m_database, code);
-    // sqlite3_changes keeps its old value after a statement that changes no rows by its nature.
+    // After CREATE, SAVEPOINT and the like sqlite3_changes still tells of the statement before.
     return sqlite3_total_changes64(m_database) == before ? 0 : sqlite3_changes64(m_database);
 }
 

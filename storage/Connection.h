@@ -11,10 +11,10 @@ struct sqlite3;
 /// An open database file.
 ///
 /// Owned by whoever opened it; closes itself when it goes. Used on one thread only. Every failure throws Error with
-/// SQLite's number and words, and every call is checked.
+/// SQLite's number and a description for the user, and every call is checked.
 ///
-/// A file is only data: views in it are not read, rows of more than 64 MB neither, and a statement that would never end
-/// on a damaged or hostile file is stopped and fails.
+/// A file is only data: views in it are not read, triggers in it do not act (temporary ones do), rows of more than 64
+/// MB are not read, and a statement that would never end on a damaged or hostile file is stopped and fails.
 ///
 /// What a failed command has left uncommitted is committed when the user's event is over and when the connection
 /// closes; a commit that fails is recorded and tried again at the next event.
@@ -45,7 +45,7 @@ public:
     qint64 Execute(const SqlText& statement);
 
     /// 1 when the connection is open, else 0.
-    int State() const;
+    [[nodiscard]] int State() const;
 
     /// Row id of the last row inserted on this connection.
     qint64 LastInsertId() const;

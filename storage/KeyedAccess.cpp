@@ -29,7 +29,8 @@ QByteArray saltOf(const QString& path) {
     return salt.size() < saltSize ? QByteArray() : salt;
 }
 
-/// Known or being derived; derived by whoever asks first when `policy` is deferred.
+/// The key as it is remembered, or its derivation begun now: on another thread, or, when `policy` is deferred, by the
+/// first who waits for it.
 const Key& keyOf(const QByteArray& passphrase, const QByteArray& salt, std::launch policy) {
     static QHash<QByteArray, Key> remembered;
     Key& key = remembered[salt + passphrase];

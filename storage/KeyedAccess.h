@@ -7,7 +7,7 @@
 /// password itself while the file is too short to have a salt (a new file gets one when its first page is written).
 ///
 /// Deriving takes long; the process remembers the key by password and salt, so a replaced file is simply another salt.
-QByteArray keyForFile(const QString& path, const QString& password);
+[[nodiscard]] QByteArray keyForFile(const QString& path, const QString& password);
 
 /// Begins to derive that key on another thread, so that it is there when the file is opened. Does nothing for a file
 /// that is missing or too short.

@@ -13,7 +13,7 @@ namespace {
 /// A library is one file that can be copied at any moment: a foreign one in write-ahead mode is turned back.
 void keepOneFile(Connection& connection) {
     if (connection.OpenRecordset("PRAGMA main.journal_mode").text("journal_mode") == u"wal"_s)
-        connection.OpenRecordset("PRAGMA main.journal_mode=DELETE");
+        connection.Execute("PRAGMA main.journal_mode=DELETE");
 }
 
 }  // namespace
@@ -33,7 +33,7 @@ QString companionPath(const QString& path) { return path + u'x'; }
 
 Connection& requireConnection(Connection* connection) {
     if (!connection)
-        throw Error(91, u"没有打开的数据库连接"_s);
+        throw Error(91, u"没有打开的数据库连接，请重新打开文件"_s);
     return *connection;
 }
 

@@ -9,10 +9,10 @@
 
 /// Opens the library file at `path` (created when missing) and attaches its companion file, `path` followed by the
 /// letter x, as "dbext" when there is one. No object after a recorded error.
-std::unique_ptr<Connection> GetOrmConn(const QString& path);
+[[nodiscard]] std::unique_ptr<Connection> GetOrmConn(const QString& path);
 
 /// The companion file of the library at `path`.
-QString companionPath(const QString& path);
+[[nodiscard]] QString companionPath(const QString& path);
 
 /// The connection itself; throws Error 91 when there is none.
 Connection& requireConnection(Connection* connection);
@@ -21,8 +21,8 @@ Connection& requireConnection(Connection* connection);
 void ReleaseOrmRecordset(Recordset& recordset);
 
 /// Executes `statement`. False when there is no connection or no text, or after a recorded error.
-bool ExecuteDDL(Connection* connection, const SqlText& statement);
+[[nodiscard]] bool ExecuteDDL(Connection* connection, const SqlText& statement);
 
 /// Whether a chapter has the code `code`, letter case ignored. True without a connection and after an error, which
 /// keeps callers from inserting.
-bool ExistSybCode(Connection* connection, const QString& code);
+[[nodiscard]] bool ExistSybCode(Connection* connection, const QString& code);

@@ -24,7 +24,7 @@ void Recordset::MoveNext() {
     m_ended = true;
     if (code != SQLITE_DONE)
         throw sqliteError(m_database, code);
-    // Locks and pages are given back at once, not when the recordset goes.
+    // Resetting gives up the lock on the file now, not when the recordset is destroyed.
     sqlite3_reset(m_statement.get());
 }
 
@@ -44,7 +44,7 @@ int Recordset::columnIndex(const char* column) const {
             return i;
         }
     }
-    throw Error(3265, u"找不到字段: "_s + QString::fromUtf8(column));
+    throw Error(3265, u"文件中没有字段："_s + QString::fromUtf8(column));
 }
 
 QString Recordset::text(const char* column) const { return QString::fromUtf8(view(column)); }

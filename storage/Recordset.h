@@ -28,7 +28,7 @@ public:
     /// The current row's value as text. Throws Error when there is no such column or no current row.
     QString text(const char* column) const;
 
-    /// The same as the file has it, for texts of which few are looked at.
+    /// The same as UTF-8, not converted: for long lists of which few texts are ever shown.
     QByteArray utf8(const char* column) const;
 
     /// The current row's value as a whole number, by SQLite's conversion.
@@ -50,5 +50,6 @@ private:
     sqlite3* m_database = nullptr;
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;
     bool m_ended = true;
-    mutable std::vector<std::pair<QByteArray, int>> m_columns;  ///< as they were asked for; too few for a hash
+    mutable std::vector<std::pair<QByteArray, int>>
+        m_columns;  ///< those asked for so far; few, so looked through in order
 };

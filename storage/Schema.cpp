@@ -13,7 +13,7 @@ struct TableStatement {
     SqlText statement;
 };
 
-// Spacing and letter case are what library files have always held.
+// Fixed texts of the file format, spacing and letter case included; don't correct.
 // clang-format off
 const TableStatement tables[] = {
     {"tblSyb", "CREATE TABLE if not exists tblsyb (ID Integer PRIMARY KEY AUTOINCREMENT,Code text(9) ,Name text(50) NOT NULL,Note text ,Version Integer ,LastUpdate Datetime ,IsDel Boolean DEFAULT 0,Borg Boolean) ; "},

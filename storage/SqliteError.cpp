@@ -2,17 +2,22 @@
 
 #include <sqlite3.h>
 
+#include "storage/ErrorWords.h"
+
 using namespace Qt::StringLiterals;
 
 Error sqliteError(sqlite3* database, int code) {
-    if (code == SQLITE_INTERRUPT)
-        return {SQLITE_INTERRUPT, u"数据量异常, 语句已中止, 文件可能已损坏"_s};
     const bool known = database && (sqlite3_errcode(database) & 0xff) == (code & 0xff);
-    if (known && sqlite3_extended_errcode(database) == SQLITE_READONLY_DBMOVED)
-        return {SQLITE_READONLY, u"文件已被删除、移动或替换, 没有写入"_s};
-    return {code & 0xff, QString::fromUtf8(known ? sqlite3_errmsg(database) : sqlite3_errstr(code))};
+    const char* said = known ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+    return {code & 0xff, errorWords(known ? sqlite3_extended_errcode(database) : code, QString::fromUtf8(said))};
 }
 
-Error syntaxError(const QString& near) { return {SQLITE_ERROR, u"near \"%1\": syntax error"_s.arg(near)}; }
+Error brokenValueError(const QString& near) { return {SQLITE_ERROR, brokenValueWords(near)}; }
 
-Error cannotOpenError(const QString& path) { return {SQLITE_CANTOPEN, u"unable to open database file: "_s + path}; }
+Error statementError(const QString& said) { return {SQLITE_ERROR, errorWords(SQLITE_ERROR, said)}; }
+
+Error noConnectionError() { return {SQLITE_MISUSE, errorWords(SQLITE_MISUSE, u"the connection is closed"_s)}; }
+
+Error cannotOpenError(const QString& path) {
+    return {SQLITE_CANTOPEN, errorWords(SQLITE_CANTOPEN, u"unable to open database file: "_s + path)};
+}

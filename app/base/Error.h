@@ -4,8 +4,8 @@
 #include <exception>
 #include <utility>
 
-/// A failure with a number and a description in words, as Error.log records it. Failures of the database carry
-/// SQLite's own number and words.
+/// A failure with a number and a description for the user, as Error.log records it. Failures of the database carry
+/// SQLite's number.
 class Error : public std::exception {
 public:
     Error(int number, QString description)

@@ -5,8 +5,8 @@
 /// The file-system object. Its operations carry the names the rest of the program calls them by.
 class FileSystem {
 public:
-    bool FileExists(const QString& path) const;
-    bool FolderExists(const QString& path) const;
+    [[nodiscard]] bool FileExists(const QString& path) const;
+    [[nodiscard]] bool FolderExists(const QString& path) const;
 
     /// Creates one level of folder. Throws Error 76 when the parent is missing or the folder cannot be made.
     void CreateFolder(const QString& path) const;

@@ -17,11 +17,11 @@ CurrentError describeCurrentException() {
     } catch (const Error& error) {
         return {error.number(), error.description()};
     } catch (const std::bad_alloc&) {
-        return {7, u"内存不足"_s};
+        return {7, u"内存不足，请关闭其他程序后重试"_s};
     } catch (const std::exception& error) {
-        return {5, QString::fromUtf8(error.what())};
+        return {5, u"程序出错，操作没有完成（%1）"_s.arg(QString::fromUtf8(error.what()))};
     } catch (...) {
-        return {5, u"未知错误"_s};
+        return {5, u"程序出错，操作没有完成"_s};
     }
 }
 

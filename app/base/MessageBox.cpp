@@ -22,13 +22,13 @@ QMessageBox::Icon toolkitIcon(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-/// Names from a library may be of any length; a box is not.
+/// Names from a library may be of any length; the box must still fit the screen.
 constexpr qsizetype longestText = 2000;
 
 QMessageBox::StandardButton ask(const QString& whole, const QString& title, MessageIcon icon,
                                 QMessageBox::StandardButtons buttons) {
     const QString text = whole.size() <= longestText ? whole : whole.left(longestText) + QChar(0x2026);
-    // A program without windows says it on its error stream; nobody answers there.
+    // A tool without windows cannot show a box: the text goes to its error stream, and a question gets no answer.
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {
         QTextStream(stderr) << title << ": " << text << '\n';
         return QMessageBox::NoButton;

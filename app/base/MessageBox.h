@@ -13,4 +13,5 @@ enum class MessageIcon { None, Information, Question, Exclamation, Critical };
 void showMessage(const QString& text, const QString& title = applicationTitle(), MessageIcon icon = MessageIcon::None);
 
 /// Asks `text` with the buttons Yes and No; true for Yes. Closing the box counts as No.
-bool askYesNo(const QString& text, const QString& title = applicationTitle(), MessageIcon icon = MessageIcon::Question);
+[[nodiscard]] bool askYesNo(const QString& text, const QString& title = applicationTitle(),
+                            MessageIcon icon = MessageIcon::None);

@@ -9,7 +9,7 @@
 QString programFolder();
 
 /// `folder` with exactly one closing separator, as the platform writes it.
-QString withSeparator(const QString& folder);
+[[nodiscard]] QString withSeparator(const QString& folder);
 
 /// `folder`, a separator and `name`, as the platform writes it.
-QString joinPath(const QString& folder, const QString& name);
+[[nodiscard]] QString joinPath(const QString& folder, const QString& name);

@@ -3,10 +3,10 @@
 #include <QString>
 
 /// Without the blanks (U+0020 only) at both ends; every other white space belongs to the text.
-QString trimBlanks(const QString& text);
+[[nodiscard]] QString trimBlanks(const QString& text);
 
-/// Without halves of characters that take two places, as a limit or a cut leaves them: no file can hold one.
-QString wholeCharacters(const QString& text);
+/// Without unpaired surrogates, which a length limit or a cut leaves behind: UTF-8 has no form for them.
+[[nodiscard]] QString wholeCharacters(const QString& text);
 
 /// The number a text begins with, blanks ignored; 0 when it begins with none. Saturates at the limits of 64 bits.
 qint64 numericValue(const QString& text);

@@ -25,10 +25,10 @@ void UserEvent::announce() {
 bool UserEvent::event(QEvent* e) {
     if (e->type() != QEvent::User)
         return QObject::event(e);
-    // A message box inside a procedure runs a loop of its own: the event is not over yet then.
+    // A message box inside a procedure runs an event loop of its own; the user's event goes on when it is closed.
     m_announced = false;
     if (m_depth == 0) {
-        // What is done now belongs to the event that ends; it must not announce another one.
+        // Procedures that are called from over() are part of this event: the scope keeps them from announcing another.
         const Scope ending;
         Q_EMIT over();
         m_announced = true;

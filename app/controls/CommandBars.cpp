@@ -30,6 +30,8 @@ void CommandBars::addActions(std::vector<CommandAction> actions) {
         made->setToolTip(command.tooltip);
         made->setStatusTip(command.description);
         made->setProperty("category", command.category);
+        // A key held down must not write again and again.
+        made->setAutoRepeat(false);
         connect(made, &QAction::triggered, this, [this, id] { execute(id); });
         m_commands.insert(id, {std::move(command), made});
     }
@@ -58,7 +60,10 @@ QLineEdit* CommandBars::addTextEntry(QToolBar* bar, int id, const QString& capti
     label->setContentsMargins(6, 0, 2, 0);
     edit->setObjectName(u"%1.%2"_s.arg(objectName()).arg(id));
     edit->setClearButtonEnabled(true);
-    edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(u'0') * 20);
+    // It gives way before a button falls off a narrow bar.
+    const int digit = edit->fontMetrics().horizontalAdvance(u'0');
+    edit->setMinimumWidth(digit * 9);
+    edit->setMaximumWidth(digit * 20);
     connect(edit, &QLineEdit::returnPressed, this, [this, enterId] { execute(enterId); });
     bar->addWidget(label);
     bar->addWidget(edit);

@@ -2,35 +2,43 @@
 
 #include <QStyledItemDelegate>
 
+class GridModel;
 class KeyedGrid;
 
-/// Paints the cells of a KeyedGrid and makes their editors. When an edit ends is the grid's affair.
+/// Paints the cells of a KeyedGrid and knows where their parts are.
 class GridDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
 public:
     explicit GridDelegate(KeyedGrid* grid);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     /// As wide as the whole cell needs; rows have a height of their own.
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
-    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
-    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                              const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
-    /// Parts of the cell `index` that occupies `cell`; empty when the cell has no such part.
-    QRect arrowRect(const QRect& cell, const QModelIndex& index) const;
-    QRect buttonRect(const QRect& cell, const QModelIndex& index) const;
-    QRect checkRect(const QRect& cell, const QModelIndex& index) const;
+    /// A part of a cell that the mouse can press.
+    enum class Part { None, Arrow, Button, Check, List };
+    /// The part of the cell `index` at `position` in the viewport.
+    Part partAt(const QPoint& position, const QModelIndex& index) const;
+    /// Whether the current cell shows that it has a drop-down list.
+    void setListOffered(bool offered) { m_listOffered = offered; }
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+    /// Where the text of the cell `index`, which occupies `cell`, stands.
+    QRect textRect(const QRect& cell, const QModelIndex& index) const;
+    const GridModel& model() const;
+
+    KeyedGrid* const m_grid;
 
 private:
-    QRect textRect(const QRect& cell, const QModelIndex& index) const;
-    QFont fontOf(const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    QRect arrowRect(const QRect& cell, const QModelIndex& index) const;
+    QRect checkRect(const QRect& cell, const QModelIndex& index) const;
+    Part endPart(const QModelIndex& index) const;
+    QRect endRect(const QRect& cell, const QModelIndex& index) const;
+    void paintParts(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
-    KeyedGrid* m_grid;
+    bool m_listOffered = false;
 };

@@ -1,10 +1,10 @@
 #include "app/controls/GridEditors.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QTimer>
 #include <QToolButton>
-#include <QWheelEvent>
+#include <QValidator>
 
 #include "app/controls/GridModel.h"
 #include "app/controls/Marks.h"
@@ -13,46 +13,49 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Looks as the delegate paints it in a cell that is not edited.
-class CellButton : public QToolButton {
+/// Keeps a text in one line, and one longer than `limit` from growing. As a validator it sees whatever way a text comes
+/// in, and what it refuses leaves the cursor and the undo history as they were.
+class CellTextValidator : public QValidator {
 public:
-    using QToolButton::QToolButton;
+    CellTextValidator(QLineEdit* edit, qsizetype size, int limit)
+        : QValidator(edit), m_edit(edit), m_size(size), m_limit(limit) {}
 
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        Theme::drawButton(&painter, rect());
+    State validate(QString& text, int& position) const override {
+        position = static_cast<int>(Theme::inOneLine(text.left(position)).size());
+        text = Theme::inOneLine(text);
+        // What can be redone was just undone, and an undo may bring the long text back.
+        const bool grows = text.size() > m_size && !m_edit->isRedoAvailable();
+        if (m_limit > 0 && text.size() > m_limit && grows)
+            return Invalid;
+        m_size = text.size();
+        return Acceptable;
     }
+
+private:
+    const QLineEdit* m_edit;
+    mutable qsizetype m_size;
+    int m_limit;
 };
 
 }  // namespace
 
-CellEdit::CellEdit(QWidget* parent, bool hasButton) : QLineEdit(parent) {
+CellEdit::CellEdit(QWidget* parent, const QString& text, int limit, bool hasButton) : QLineEdit(parent) {
     setObjectName(u"cellEditor"_s);
     setFrame(false);
     setTextMargins(2, 0, 2, 0);
+    if (limit > 0)
+        setMaxLength(static_cast<int>(qMax(qsizetype(limit), text.size())));
+    setValidator(new CellTextValidator(this, text.size(), limit));
+    setText(text);
     if (!hasButton)
         return;
-    m_button = new CellButton(this);
+    m_button = new QToolButton(this);
     m_button->setObjectName(u"cellButton"_s);
+    m_button->setText(u"…"_s);
+    m_button->setAccessibleName(u"浏览"_s);
     m_button->setFocusPolicy(Qt::NoFocus);
     m_button->setCursor(Qt::ArrowCursor);
-    connect(m_button, &QToolButton::clicked, this, [this] {
-        if (buttonClicked)
-            buttonClicked();
-    });
-}
-
-void CellEdit::setLimit(int limit) {
-    if (text().size() <= limit) {
-        setMaxLength(limit);
-        return;
-    }
-    connect(this, &QLineEdit::textEdited, this, [this, limit, before = text().size()](const QString& text) mutable {
-        const bool shortened = text.size() < std::exchange(before, text.size());
-        if (text.size() <= limit || !shortened)
-            setMaxLength(limit);
-    });
+    connect(m_button, &QToolButton::clicked, this, &CellEdit::buttonClicked);
 }
 
 void CellEdit::resizeEvent(QResizeEvent* event) {
@@ -64,23 +67,22 @@ void CellEdit::resizeEvent(QResizeEvent* event) {
     setTextMargins(0, 0, edge + 4, 0);
 }
 
-CellChoice::CellChoice(QWidget* parent, const ComboList& list, const QString& value)
-    : QComboBox(parent), m_value(value) {
+CellChoice::CellChoice(QWidget* parent, const ComboList& list, const QString& value) : QComboBox(parent) {
     setObjectName(u"cellEditor"_s);
     for (const auto& [stored, text] : list.items)
         addItem(Theme::oneLine(text), stored);
     setCurrentIndex(list.find(value));
+    view()->installEventFilter(this);
     connect(this, &QComboBox::activated, this, [this] {
-        m_open = false;
-        if (chosen)
-            chosen();
+        m_chosen = true;
+        Q_EMIT chosen();
     });
 }
 
-QString CellChoice::value() const { return currentIndex() < 0 ? m_value : currentData().toString(); }
-
 void CellChoice::showPopup() {
-    m_open = true;
+    // With a value that is in no entry nothing is marked; the list would mark its first entry when it gets the focus.
+    if (currentIndex() < 0)
+        view()->setCurrentIndex({});
     QComboBox::showPopup();
 }
 
@@ -88,19 +90,22 @@ void CellChoice::hidePopup() {
     QComboBox::hidePopup();
     // A choice is announced after the list has closed.
     QTimer::singleShot(0, this, [this] {
-        if (m_open && dismissed) {
-            m_open = false;
-            dismissed();
-        }
+        if (!m_chosen)
+            Q_EMIT dismissed();
     });
 }
 
-void CellChoice::wheelEvent(QWheelEvent* event) { event->ignore(); }
+void CellChoice::keyPressEvent(QKeyEvent*) {
+    // The base class would step through the closed list, and choose the first entry passed.
+    showPopup();
+}
 
-void CellChoice::keyPressEvent(QKeyEvent* event) {
-    // Stepping through a closed list would choose the first entry passed.
-    if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
-        showPopup();
-    else
-        QComboBox::keyPressEvent(event);
+bool CellChoice::eventFilter(QObject* watched, QEvent* event) {
+    const bool isKey = event->type() == QEvent::KeyPress;
+    const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !view()->currentIndex().isValid()) {
+        hidePopup();
+        return true;
+    }
+    return QComboBox::eventFilter(watched, event);
 }

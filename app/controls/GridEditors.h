@@ -2,12 +2,13 @@
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <functional>
 
 class QToolButton;
 struct ComboList;
 
 /// The text editor of a grid cell, with a button at its end when `hasButton`.
+///
+/// A cell is one line: a line end or tab in a text that is set or pasted becomes one blank.
 class CellEdit : public QLineEdit {
     Q_OBJECT
 
@@ -15,12 +16,11 @@ public:
     /// The toolkit's own limit.
     static constexpr qsizetype longestText = 32767;
 
-    CellEdit(QWidget* parent, bool hasButton);
+    /// Takes at most `limit` characters (0 for no limit). A `text` that is longer already stays whole, but cannot grow.
+    CellEdit(QWidget* parent, const QString& text, int limit, bool hasButton);
 
-    /// Lets no more than `limit` characters be typed or pasted. A text that is longer already stays whole until then.
-    void setLimit(int limit);
-
-    std::function<void()> buttonClicked;
+Q_SIGNALS:
+    void buttonClicked();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -29,28 +29,27 @@ private:
     QToolButton* m_button = nullptr;
 };
 
-/// The drop-down list of a grid cell: shows the texts, stores the values.
+/// The drop-down list of a grid cell: shows the texts, stores the values. It is of use only while the list is open.
 class CellChoice : public QComboBox {
     Q_OBJECT
 
 public:
     CellChoice(QWidget* parent, const ComboList& list, const QString& value);
 
-    /// The stored value of the chosen entry; the cell's own value while none is chosen.
-    QString value() const;
+    /// Whether an entry was chosen; its stored value is currentData() then.
+    bool isChosen() const { return m_chosen; }
     void showPopup() override;
     void hidePopup() override;
 
-    /// An entry was chosen.
-    std::function<void()> chosen;
+Q_SIGNALS:
+    void chosen();
     /// The list was closed without a choice.
-    std::function<void()> dismissed;
+    void dismissed();
 
 protected:
-    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QString m_value;
-    bool m_open = false;
+    bool m_chosen = false;
 };

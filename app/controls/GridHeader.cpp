@@ -1,14 +1,25 @@
 #include "app/controls/GridHeader.h"
 
 #include <QPainter>
+#include <QScopedValueRollback>
 
+#include "app/base/UserSettings.h"
+#include "app/controls/GridModel.h"
 #include "app/controls/Style.h"
 
-namespace {
-constexpr int margin = 6;
-}
+using namespace Qt::StringLiterals;
 
-GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+namespace {
+
+constexpr int margin = 6;
+
+QSettings widthSettings() { return userSettings(u"columns"_s); }
+
+QString widthKey(const KeyedGrid& grid, int column) { return grid.objectName() + u'/' + grid.key(column); }
+
+}  // namespace
+
+GridHeader::GridHeader(KeyedGrid* grid) : QHeaderView(Qt::Horizontal, grid), m_grid(grid) {
     setSectionsClickable(false);
     setHighlightSections(false);
     setSectionResizeMode(QHeaderView::Interactive);
@@ -17,7 +28,58 @@ GridHeader::GridHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
         const int least = captionWidth(section);
         if (size > 0 && size < least)
             resizeSection(section, least);
+        if (m_userActs)
+            m_userResized = section;
     });
+}
+
+void GridHeader::mouseMoveEvent(QMouseEvent* event) {
+    const QScopedValueRollback userActs(m_userActs, true);
+    QHeaderView::mouseMoveEvent(event);
+}
+
+void GridHeader::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QScopedValueRollback userActs(m_userActs, true);
+    QHeaderView::mouseDoubleClickEvent(event);
+}
+
+void GridHeader::mouseReleaseEvent(QMouseEvent* event) {
+    QHeaderView::mouseReleaseEvent(event);
+    const int section = std::exchange(m_userResized, -1);
+    if (section < 0)
+        return;
+    m_chosen.insert(section, sectionSize(section));
+    if (!m_grid->objectName().isEmpty())
+        widthSettings().setValue(widthKey(*m_grid, section), sectionSize(section));
+    grow();
+}
+
+int GridHeader::ownWidth(int section) const {
+    constexpr int twipsPerInch = 1440;
+    const int twips = static_cast<const GridModel*>(model())->column(section).twips;
+    return qMax(twips * logicalDpiX() / twipsPerInch, captionWidth(section));
+}
+
+void GridHeader::layOut() {
+    const QSettings settings = widthSettings();
+    for (int section = 0; section < count(); ++section) {
+        const int width = settings.value(widthKey(*m_grid, section)).toInt();
+        if (width > 0 && !m_grid->objectName().isEmpty())
+            m_chosen.insert(section, width);
+        if (!isSectionHidden(section))
+            resizeSection(section, m_chosen.value(section, ownWidth(section)));
+        // The marker column has no text that could need room.
+        if (m_grid->key(section).isEmpty())
+            setSectionResizeMode(section, Fixed);
+    }
+    grow();
+}
+
+void GridHeader::grow() {
+    if (m_growing < 0 || m_chosen.contains(m_growing))
+        return;
+    const int room = m_grid->viewport()->width() - (length() - sectionSize(m_growing));
+    resizeSection(m_growing, qMax(qMax(ownWidth(m_growing) / 3, captionWidth(m_growing)), room));
 }
 
 void GridHeader::setMergesEqual(bool on) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/controls/CheckState.h"
+
 using namespace Qt::StringLiterals;
 
 ComboList::ComboList(const QString& list) : source(list) {
@@ -49,7 +51,7 @@ int GridModel::find(const QString& key) const {
 
 void GridModel::setList(int column, const QString& list) {
     m_lists[static_cast<std::size_t>(column)] = ComboList(list);
-    if (!m_resetting && rows() > 0)
+    if (rows() > 0)
         Q_EMIT dataChanged(index(0, column), index(rows() - 1, column));
 }
 
@@ -69,41 +71,19 @@ std::vector<CellText> GridModel::cellsOf(KeyedGrid::Cells cells) const {
     return row;
 }
 
-bool GridModel::collecting() {
-    if (m_collecting && !m_resetting) {
-        beginResetModel();
-        m_resetting = true;
-    }
-    return m_collecting;
-}
-
-bool GridModel::publish() {
-    if (!m_resetting)
-        return false;
-    m_resetting = false;
-    endResetModel();
-    return true;
-}
-
 void GridModel::insert(int at, KeyedGrid::Cells cells, int level) {
-    Row row{cellsOf(cells), level, false};
-    const bool silent = collecting();
-    if (!silent)
-        beginInsertRows({}, at, at);
+    Row row{cellsOf(cells), level};
+    beginInsertRows({}, at, at);
     m_rows.insert(m_rows.begin() + at, std::move(row));
-    if (!silent)
-        endInsertRows();
+    endInsertRows();
 }
 
 void GridModel::remove(int first, int count) {
-    const bool silent = collecting();
-    if (!silent)
-        beginRemoveRows({}, first, first + count - 1);
+    beginRemoveRows({}, first, first + count - 1);
     const auto begin = m_rows.begin() + first;
     m_collapsed -= std::count_if(begin, begin + count, [](const Row& row) { return row.collapsed; });
     m_rows.erase(begin, begin + count);
-    if (!silent)
-        endRemoveRows();
+    endRemoveRows();
 }
 
 void GridModel::setCollapsed(int row, bool collapsed) {
@@ -122,8 +102,15 @@ void GridModel::setText(int row, int column, const QString& text) {
     if (!contains(row) || column < 0)
         return;
     m_rows[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(column)] = text;
-    if (!m_resetting)
-        Q_EMIT dataChanged(index(row, column), index(row, column));
+    Q_EMIT dataChanged(index(row, column), index(row, column));
+}
+
+void GridModel::setPending(int row, int column, bool pending) {
+    if (!contains(row) || column < 0)
+        return;
+    quint32& bits = m_rows[static_cast<std::size_t>(row)].pending;
+    bits = pending ? bits | 1U << column : bits & ~(1U << column);
+    Q_EMIT dataChanged(index(row, column), index(row, column));
 }
 
 Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
@@ -131,8 +118,24 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
         return Qt::NoItemFlags;
     const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
     const GridColumn& look = column(index.column());
-    const bool typed = !look.key.isEmpty() && look.look == GridColumn::Look::Text;
-    return typed ? flags | Qt::ItemIsEditable : flags;
+    if (look.key.isEmpty())
+        return flags;
+    return flags | (look.look == GridColumn::Look::Text ? Qt::ItemIsEditable : Qt::ItemIsUserCheckable);
+}
+
+/// What only the eye sees of a cell.
+QString GridModel::description(int row, int column) const {
+    QStringList told;
+    if (column == m_outlineColumn) {
+        told << u"第 %1 级"_s.arg(this->row(row).level + 1);
+        if (isParent(row))
+            told << (this->row(row).collapsed ? u"已收起"_s : u"已展开"_s);
+    }
+    if (list(column).isDropDown())
+        told << u"下拉列表"_s;
+    if (isPending(row, column))
+        told << u"未写入文件"_s;
+    return told.join(u'，');
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
@@ -154,8 +157,14 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
             return QVariant::fromValue(look.cells);
         case Qt::CheckStateRole:
             if (look.look == GridColumn::Look::CheckBox)
-                return value == u"1"_s ? Qt::Checked : Qt::Unchecked;
+                return value == CheckState::checked ? Qt::Checked : Qt::Unchecked;
             return {};
+        case Qt::AccessibleTextRole:
+            if (look.look == GridColumn::Look::CheckBox)
+                return value == CheckState::checked ? u"已勾选"_s : u"未勾选"_s;
+            return {};
+        case Qt::AccessibleDescriptionRole:
+            return description(index.row(), index.column());
         default:
             return {};
     }

@@ -17,8 +17,6 @@ struct ComboList {
 };
 
 /// The rows of a KeyedGrid: flat, keyed, each with an outline level.
-///
-/// While changes are collected, views are told once, by a reset, when publish() is called.
 class GridModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;
@@ -27,6 +25,8 @@ public:
         std::vector<CellText> cells;
         int level = 0;
         bool collapsed = false;
+        /// One bit for each column: the cell shows what is not written.
+        quint32 pending = 0;
     };
 
     void setColumns(std::vector<GridColumn> columns);
@@ -48,12 +48,12 @@ public:
 
     QString text(int row, int column) const;
     void setText(int row, int column, const QString& text);
+    bool isPending(int row, int column) const { return m_rows[static_cast<std::size_t>(row)].pending >> column & 1U; }
+    void setPending(int row, int column, bool pending);
 
-    void collect(bool on) { m_collecting = on; }
-    bool isCollecting() const { return m_collecting; }
-    /// Tells the views about collected changes; false when there were none.
-    bool publish();
-    bool isPending() const { return m_resetting; }
+    /// The column that shows the outline, or -1 when the rows are none.
+    int outlineColumn() const { return m_outlineColumn; }
+    void setOutlineColumn(int column) { m_outlineColumn = column; }
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows(); }
     int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : columns(); }
@@ -62,7 +62,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    bool collecting();
+    QString description(int row, int column) const;
     std::vector<CellText> cellsOf(KeyedGrid::Cells cells) const;
 
     std::vector<GridColumn> m_columns;
@@ -70,6 +70,5 @@ private:
     std::vector<ComboList> m_lists;
     std::vector<Row> m_rows;
     std::ptrdiff_t m_collapsed = 0;
-    bool m_collecting = false;
-    bool m_resetting = false;
+    int m_outlineColumn = -1;
 };

@@ -1,21 +1,20 @@
 #include "app/controls/KeyedGrid.h"
 
 #include <QEvent>
-#include <QScopedValueRollback>
 
 #include "app/base/Text.h"
 #include "app/base/UserEvent.h"
-#include "app/controls/GridDelegate.h"
+#include "app/controls/CellEditing.h"
 #include "app/controls/GridHeader.h"
 #include "app/controls/GridModel.h"
 
 KeyedGrid::KeyedGrid(QWidget* parent)
     : QTableView(parent),
       m_model(new GridModel(this)),
-      m_delegate(new GridDelegate(this)),
+      m_editing(new CellEditing(this)),
       m_header(new GridHeader(this)) {
     setModel(m_model);
-    setItemDelegate(m_delegate);
+    setItemDelegate(m_editing);
     setHorizontalHeader(m_header);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -29,21 +28,24 @@ KeyedGrid::KeyedGrid(QWidget* parent)
     setWordWrap(false);
     setCornerButtonEnabled(false);
     fitSizes();
+    connect(m_editing, &CellEditing::buttonClicked, this, &KeyedGrid::clickCellButton);
+    m_header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_header, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& position) { wantMenu(m_header->viewport()->mapToGlobal(position)); });
     // A procedure that failed half-way through must not leave the grid dead.
     connect(&UserEvent::instance(), &UserEvent::over, this, [this] {
-        if (m_model->isCollecting())
+        if (!updatesEnabled())
             setRedraw(true);
     });
 }
 
 KeyedGrid::~KeyedGrid() {
-    // An editor that goes with the grid asks nobody: those who would answer may be gone already.
-    delete m_delegate;
+    // An editor closes with its grid, and would ask the validateEdit of a pane that is half destroyed.
+    delete m_editing;
 }
 
 void KeyedGrid::setColumns(std::vector<GridColumn> columns) {
     m_model->setColumns(std::move(columns));
-    m_row = -1;
     for (int i = 0; i < m_model->columns(); ++i)
         setColumnHidden(i, !m_model->column(i).shown);
     m_column = firstColumn();
@@ -54,37 +56,17 @@ void KeyedGrid::fitSizes() {
     const int height = fontMetrics().height() + 9;
     verticalHeader()->setMinimumSectionSize(height);
     verticalHeader()->setDefaultSectionSize(height);
-    for (int i = 0; i < m_model->columns(); ++i) {
-        const GridColumn& column = m_model->column(i);
-        if (column.shown)
-            setColumnWidth(i, widthOf(i));
-        if (column.key.isEmpty())
-            m_header->setSectionResizeMode(i, QHeaderView::Fixed);
-    }
-    growColumn();
-}
-
-/// The width that a column is laid out with.
-int KeyedGrid::widthOf(int column) const {
-    constexpr int twipsPerInch = 1440;
-    return qMax(m_model->column(column).twips * logicalDpiX() / twipsPerInch, m_header->captionWidth(column));
+    m_header->layOut();
 }
 
 void KeyedGrid::setGrowingColumn(const QString& key) {
-    m_growingColumn = column(key);
-    growColumn();
-}
-
-void KeyedGrid::growColumn() {
-    if (m_growingColumn < 0)
-        return;
-    const int others = m_header->length() - columnWidth(m_growingColumn);
-    setColumnWidth(m_growingColumn, qMax(widthOf(m_growingColumn), viewport()->width() - others));
+    m_header->setGrowing(column(key));
+    m_header->grow();
 }
 
 void KeyedGrid::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    growColumn();
+    m_header->grow();
 }
 
 void KeyedGrid::changeEvent(QEvent* event) {
@@ -122,11 +104,7 @@ void KeyedGrid::setMergesHeader(bool on) { m_header->setMergesEqual(on); }
 
 int KeyedGrid::rowCount() const { return m_model->rows(); }
 
-void KeyedGrid::clearRows() {
-    if (rowCount() > 0)
-        removeRows(0, rowCount());
-    m_row = -1;
-}
+void KeyedGrid::clearRows() { removeRows(0, rowCount()); }
 
 int KeyedGrid::appendRow(Cells cells, int level) {
     insertRow(rowCount(), cells, level);
@@ -135,11 +113,7 @@ int KeyedGrid::appendRow(Cells cells, int level) {
 
 void KeyedGrid::insertRow(int at, Cells cells, int level) {
     at = qBound(0, at, rowCount());
-    if (m_model->isCollecting())
-        cancelEdit();
     m_model->insert(at, cells, level);
-    if (m_row >= at)
-        ++m_row;
     expandAbove(at);
 }
 
@@ -147,14 +121,12 @@ void KeyedGrid::removeRows(int first, int count) {
     const int end = qMin(first + count, rowCount());
     if (first < 0 || first >= end)
         return;
-    if (isEditing() && (m_model->isCollecting() || (m_edited.row() >= first && m_edited.row() < end)))
+    const auto goes = [=](int row) { return row >= first && row < end; };
+    if (isEditing() && goes(m_editing->cell().row()))
         cancelEdit();
-    if (m_row >= end)
-        m_row -= end - first;
-    else if (m_row >= first)
-        m_row = -1;
-    if (m_row < 0 && !m_model->isCollecting())
-        showCurrent();
+    // The view would make a neighbouring row current.
+    if (goes(row()))
+        selectionModel()->clear();
     m_model->remove(first, end - first);
     // A node that lost its last row below has nothing left to open.
     if (first > 0 && m_model->row(first - 1).collapsed && !m_model->isParent(first - 1))
@@ -167,7 +139,11 @@ void KeyedGrid::setText(int row, const QString& key, const QString& text) { m_mo
 
 qint64 KeyedGrid::value(int row, const QString& key) const { return numericValue(text(row, key)); }
 
-int KeyedGrid::row() const { return m_row; }
+void KeyedGrid::setPending(int row, const QString& key, bool pending) {
+    m_model->setPending(row, column(key), pending);
+}
+
+int KeyedGrid::row() const { return currentIndex().row(); }
 
 QString KeyedGrid::columnKey() const { return key(m_column); }
 
@@ -180,60 +156,47 @@ void KeyedGrid::setCell(int row, const QString& key) {
 
 void KeyedGrid::makeCurrent(int row, int column) {
     row = qBound(-1, row, rowCount() - 1);
-    if (isEditing() && (m_edited.row() != row || m_edited.column() != column) && !commitEdit())
+    if (isEditing() && m_editing->cell() != m_model->index(row, column) && !commitEdit())
         cancelEdit();
-    applyStructure();
     expandAbove(row);
-    {
-        const QScopedValueRollback silent(m_silent, true);
-        const QModelIndex index = m_model->index(row, column);
-        if (index.isValid())
-            setCurrentIndex(index);
-        else
-            selectionModel()->clear();
-        if (index.isValid())
-            scrollTo(index);
+    const QPersistentModelIndex cell = m_model->index(row, column);
+    if (cell.isValid()) {
+        setCurrentIndex(cell);
+        if (cell.isValid())
+            scrollTo(cell);
+        return;
     }
-    announce(row, column);
-}
-
-void KeyedGrid::announce(int row, int column) {
-    const int oldRow = std::exchange(m_row, row);
-    const int oldColumn = std::exchange(m_column, column);
-    if (oldRow != row) {
-        viewport()->update();
-        Q_EMIT rowChanged(oldRow, row);
-    }
-    if ((oldRow != row || oldColumn != column) && m_row == row && m_column == column)
-        Q_EMIT cellChanged(row, columnKey());
-}
-
-void KeyedGrid::showCurrent() {
-    const QScopedValueRollback silent(m_silent, true);
-    const QModelIndex index = m_model->index(m_row, m_column);
-    if (index.isValid())
-        selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    else
-        selectionModel()->clear();
+    const int oldRow = this->row();
+    m_column = column;
+    selectionModel()->clear();
+    if (oldRow < 0)
+        return;
+    Q_EMIT rowChanged(oldRow, -1);
+    Q_EMIT cellChanged(-1, columnKey());
 }
 
 void KeyedGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    const int row = current.row();
+    const int oldRow = previous.row();
+    const int oldColumn = m_column;
     QTableView::currentChanged(current, previous);
-    if (!m_silent && current.isValid())
-        announce(current.row(), current.column());
-}
-
-/// Lets the view know rows that were filled in while redrawing was off.
-void KeyedGrid::applyStructure() {
-    if (!m_model->publish())
+    // That no row is current is told by setRow() alone, not when rows are removed.
+    if (!current.isValid())
         return;
-    updateHidden(0, rowCount());
-    showCurrent();
+    m_column = current.column();
+    m_editing->setListOffered(m_model->list(m_column).isDropDown() && m_editing->mayEdit(current));
+    viewport()->update();
+    if (oldRow != row)
+        Q_EMIT rowChanged(oldRow, row);
+    // Who heard of the row may have gone on to another cell.
+    if ((oldRow != row || oldColumn != m_column) && current == currentIndex())
+        Q_EMIT cellChanged(row, columnKey());
 }
 
-void KeyedGrid::setRedraw(bool on) {
-    m_model->collect(!on);
-    if (on)
-        applyStructure();
-    setUpdatesEnabled(on);
-}
+void KeyedGrid::setRedraw(bool on) { setUpdatesEnabled(on); }
+
+bool KeyedGrid::isEditing() const { return m_editing->isOpen(); }
+
+bool KeyedGrid::commitEdit() { return m_editing->commit(); }
+
+void KeyedGrid::cancelEdit() { m_editing->cancel(); }

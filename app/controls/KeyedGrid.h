@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPersistentModelIndex>
-#include <QPointer>
 #include <QTableView>
 #include <functional>
 #include <initializer_list>
@@ -9,7 +8,7 @@
 
 #include "app/controls/CellText.h"
 
-class GridDelegate;
+class CellEditing;
 class GridHeader;
 class GridModel;
 
@@ -36,7 +35,7 @@ enum class EditVerdict {
 /// A grid of keyed columns and flat rows under one fixed header row.
 ///
 /// Columns are found by key, ignoring letter case. Data rows count from 0; -1 stands for the header row ("no current
-/// row"). Cells hold texts; check boxes hold "1" (checked) or "2" (unchecked). A row may be an outline node with a
+/// row"). Cells hold texts; those of check boxes are in CheckState.h. A row may be an outline node with a
 /// level; an outline grid shows indentation and arrows in one column and lets the user collapse nodes.
 ///
 /// Changing cells by program runs none of the editing hooks. Making another row current, by the user or by setRow(),
@@ -48,13 +47,14 @@ public:
     explicit KeyedGrid(QWidget* parent = nullptr);
     ~KeyedGrid() override;
 
-    /// Sets the columns, once.
+    /// Sets the columns, once. Widths that the user chose are remembered under the grid's objectName, when it has one.
     void setColumns(std::vector<GridColumn> columns);
     /// Position of a column, or -1.
     int column(const QString& key) const;
     QString key(int column) const;
 
-    /// Gives column `key` the room that the columns leave free; it never becomes narrower than its own width.
+    /// Gives column `key` the room that the other columns leave free. In a narrow view it is the first to give way,
+    /// down to a third of its own width, unless the user chose its width.
     void setGrowingColumn(const QString& key);
 
     int rowCount() const;
@@ -72,6 +72,8 @@ public:
 
     QString text(int row, const QString& key) const;
     void setText(int row, const QString& key, const QString& text);
+    /// Whether the cell shows what is not written to the file; it looks different then.
+    void setPending(int row, const QString& key, bool pending);
     /// The number that the cell's text begins with; 0 for row -1.
     qint64 value(int row, const QString& key) const;
 
@@ -85,7 +87,7 @@ public:
     /// As setRow(), and the cell of column `key`.
     void setCell(int row, const QString& key);
 
-    /// While redrawing is off, rows may be filled in bulk at the cost of one refresh when it goes on again.
+    /// While redrawing is off, many rows may be filled in at the cost of one refresh when it goes on again.
     /// It goes on by itself when the user's event is over.
     void setRedraw(bool on);
 
@@ -118,6 +120,7 @@ public:
     /// Decides about an edit; may replace the text. For a drop-down list the text is the stored value.
     std::function<EditVerdict(int row, const QString& key, QString& text)> validateEdit;
 
+    using QTableView::edit;
     /// Ends an open editor as Enter would. False when validateEdit kept it open.
     bool commitEdit();
     /// Ends an open editor as Esc would.
@@ -133,18 +136,17 @@ Q_SIGNALS:
     void afterEdit(int row, const QString& key);
     /// The ellipsis button of a cell was clicked.
     void cellButtonClicked(int row, const QString& key);
-    /// The data cell was double-clicked.
+    /// A data cell was double-clicked, not on an arrow, check box, button or drop-down cell.
     void rowDoubleClicked(int row);
-    /// A context menu is wanted at a global position: right button released, or the menu key at the current cell. A
-    /// right click on a data cell has made that cell current before.
+    /// A context menu is wanted at a global position: right button released, on the header too, or the menu key
+    /// at the current cell. A right click on a data cell has made that cell current before.
     void contextMenuWanted(const QPoint& position);
 
 protected:
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
-    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyboardSearch(const QString& search) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -158,52 +160,25 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    friend class GridDelegate;
-
     void fitSizes();
-    int widthOf(int column) const;
-    void growColumn();
     int firstColumn() const;
-    void announce(int row, int column);
     void makeCurrent(int row, int column);
-    /// Makes the view's current cell what row() and columnKey() say, silently.
-    void showCurrent();
-    void applyStructure();
+    void wantMenu(const QPoint& globalPosition);
 
-    int outlineColumn() const { return m_outlineColumn; }
     void updateHidden(int first, int end);
     void expandAbove(int row);
     bool toggleByKey(int key);
-
-    bool mayEdit(const QModelIndex& index) const;
-    void editorOpened(QWidget* editor, const QModelIndex& index);
-    bool editorEvent(QWidget* editor, QEvent* event);
-    bool editorKey(QWidget* editor, QKeyEvent* event);
-    bool editorLeft(QWidget* editor, Qt::FocusReason reason);
-    void takeFocusBack();
-    void editNext(bool forward);
-    void toggleCheck(const QModelIndex& index);
     void clickCellButton();
-    EditVerdict decide(const QModelIndex& index, QString& text);
-    bool isActive() const { return hasFocus() || isEditing(); }
-
-    /// The part of a cell that the mouse was pressed on.
-    enum class Part { None, Arrow, Button, Check };
-    Part partAt(const QPoint& position, const QModelIndex& index) const;
 
     GridModel* m_model;
-    GridDelegate* m_delegate;
+    CellEditing* m_editing;
     GridHeader* m_header;
     QString m_tag;
-    int m_row = -1;
+    /// The column of the current cell. It stays while no row is current: the next row is made current in it.
     int m_column = -1;
-    int m_outlineColumn = -1;
-    int m_growingColumn = -1;
-    bool m_silent = false;
-    bool m_deciding = false;
     bool m_menuWanted = false;
-    Part m_pressedPart = Part::None;
-    QPersistentModelIndex m_pressed;
-    QPointer<QWidget> m_editor;
-    QPersistentModelIndex m_edited;
+    /// The cell whose button, check box or list the mouse was pressed on.
+        QPersistentModelIndex m_pressed;
+    bool m_viewPressed = false;
+
 };

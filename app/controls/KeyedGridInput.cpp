@@ -5,28 +5,48 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
-#include "app/controls/GridDelegate.h"
+#include "app/controls/CellEditing.h"
 #include "app/controls/GridModel.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/SelectOneRowRClick.h"
 
-KeyedGrid::Part KeyedGrid::partAt(const QPoint& position, const QModelIndex& index) const {
-    if (!index.isValid())
-        return Part::None;
-    const QRect cell = visualRect(index);
-    if (m_delegate->arrowRect(cell, index).contains(position))
-        return Part::Arrow;
-    if (m_delegate->buttonRect(cell, index).contains(position))
-        return Part::Button;
-    constexpr int reach = 4;
-    if (m_delegate->checkRect(cell, index).adjusted(-reach, -reach, reach, reach).contains(position))
-        return m_model->column(index.column()).look == GridColumn::Look::CheckBox ? Part::Check : Part::None;
-    return Part::None;
+using Part = GridDelegate::Part;
+
+bool KeyedGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    if (trigger == NoEditTriggers || (trigger != AllEditTriggers && !(trigger & editTriggers())))
+        return false;
+    const QPersistentModelIndex wanted = index;
+    if (isEditing() || !(m_model->flags(index) & Qt::ItemIsEditable) || !m_editing->mayEdit(index) ||
+        !wanted.isValid() || !QTableView::edit(wanted, trigger, event))
+        return false;
+    m_editing->showList();
+    return true;
+}
+
+void KeyedGrid::inputMethodEvent(QInputMethodEvent* event) {
+    const bool wasEditing = isEditing();
+    QTableView::inputMethodEvent(event);
+    // The view opens an editor for a text that came without composing, but keeps the text to itself.
+    if (!wasEditing && !event->commitString().isEmpty())
+        m_editing->replaceText(event);
+}
+
+void KeyedGrid::clickCellButton() {
+    // What is chosen takes the place of what was being typed.
+    cancelEdit();
+    if (row() >= 0 && m_model->list(m_column).ellipsis)
+        Q_EMIT cellButtonClicked(row(), columnKey());
+}
+
+void KeyedGrid::wantMenu(const QPoint& globalPosition) {
+    if (commitEdit())
+        Q_EMIT contextMenuWanted(globalPosition);
 }
 
 void KeyedGrid::mousePressEvent(QMouseEvent* event) {
     m_menuWanted = false;
-    m_pressedPart = Part::None;
+        m_pressed = QPersistentModelIndex();
+    m_viewPressed = false;
     if (!commitEdit())
         return;
     const QPoint position = event->position().toPoint();
@@ -38,17 +58,19 @@ void KeyedGrid::mousePressEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(position);
     if (event->button() != Qt::LeftButton || !index.isValid())
         return;
-    m_pressed = index;
-    m_pressedPart = partAt(position, index);
-    if (m_pressedPart == Part::Arrow) {
+    const Part part = m_editing->partAt(position, index);
+    if (part == Part::Arrow) {
         setCollapsed(index.row(), !isCollapsed(index.row()));
         return;
     }
+    if (part != Part::None)
+        m_pressed = index;
     // The marker column has no cells of its own.
-    if (key(index.column()).isEmpty())
-        setRow(index.row());
-    else
+        m_viewPressed = !key(index.column()).isEmpty();
+    if (m_viewPressed)
         QTableView::mousePressEvent(event);
+    else
+        setRow(index.row());
 }
 
 void KeyedGrid::mouseMoveEvent(QMouseEvent* event) {
@@ -65,29 +87,35 @@ void KeyedGrid::mouseReleaseEvent(QMouseEvent* event) {
     }
     if (event->button() != Qt::LeftButton)
         return;
-    const Part part = std::exchange(m_pressedPart, Part::None);
-    QTableView::mouseReleaseEvent(event);
+    const QPersistentModelIndex pressed = std::exchange(m_pressed, QPersistentModelIndex());
+        // The view would select on the release of a press that it never had.
+    if (std::exchange(m_viewPressed, false))
+        QTableView::mouseReleaseEvent(event);
     const QPoint position = event->position().toPoint();
-    const QModelIndex index = indexAt(position);
-    if (part == Part::None || index != m_pressed || partAt(position, index) != part)
+    if (!pressed.isValid() || pressed != indexAt(position))
         return;
+    const Part part = m_editing->partAt(position, pressed);
     if (part == Part::Check)
-        toggleCheck(index);
+        m_editing->toggleCheck(pressed);
     else if (part == Part::Button)
         clickCellButton();
+    else if (part == Part::List)
+        edit(pressed, AllEditTriggers, nullptr);
 }
 
 void KeyedGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
-    const bool onCell = event->button() == Qt::LeftButton && index.isValid() && !isEditing() &&
-                        partAt(event->position().toPoint(), index) == Part::None;
-    if (!onCell) {
-        // The second of two quick clicks on an arrow, a check box or a button counts like the first.
+    const bool marker = index.isValid() && key(index.column()).isEmpty();
+    const bool isSecond = marker ? index.row() == row() : index == currentIndex();
+    // The second of two quick clicks on an arrow, a check box or a button counts like the first. So does one whose
+    // first click did nothing because an edit was refused.
+    if (event->button() != Qt::LeftButton || !index.isValid() || !isSecond || isEditing() ||
+        m_editing->partAt(event->position().toPoint(), index) != Part::None) {
         mousePressEvent(event);
         return;
     }
     const QPersistentModelIndex cell = index;
-    if (!key(index.column()).isEmpty())
+    if (!marker)
         QTableView::mouseDoubleClickEvent(event);
     if (cell.isValid())
         Q_EMIT rowDoubleClicked(cell.row());
@@ -97,9 +125,8 @@ void KeyedGrid::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
     if (event->reason() != QContextMenuEvent::Keyboard)
         return;
-    const QPoint position = m_row < 0 ? QPoint(0, 0) : visualRect(currentIndex()).bottomLeft();
-    if (commitEdit())
-        Q_EMIT contextMenuWanted(viewport()->mapToGlobal(position));
+    const QPoint position = row() < 0 ? QPoint(0, 0) : visualRect(currentIndex()).bottomLeft();
+    wantMenu(viewport()->mapToGlobal(position));
 }
 
 void KeyedGrid::keyPressEvent(QKeyEvent* event) {
@@ -110,16 +137,17 @@ void KeyedGrid::keyPressEvent(QKeyEvent* event) {
     }
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     const int pressed = event->key();
-    const bool onCheck = m_row >= 0 && m_column >= 0 && m_model->column(m_column).look == GridColumn::Look::CheckBox;
-    const bool opens = (pressed == Qt::Key_F4 && !modifiers) ||
-                       (pressed == Qt::Key_Down && modifiers == Qt::AltModifier) ||
-                       ((pressed == Qt::Key_Return || pressed == Qt::Key_Enter) && modifiers == Qt::ControlModifier);
-    if (opens && m_row >= 0 && m_model->list(m_column).ellipsis) {
+    const bool onCell = row() >= 0;
+    const bool onCheck = onCell && m_model->column(m_column).look == GridColumn::Look::CheckBox;
+    const bool opens =
+        onCell && ((pressed == Qt::Key_F4 && !modifiers) || (pressed == Qt::Key_Down && modifiers == Qt::AltModifier) ||
+                   ((pressed == Qt::Key_Return || pressed == Qt::Key_Enter) && modifiers == Qt::ControlModifier));
+    if (opens && m_model->list(m_column).ellipsis) {
         clickCellButton();
-    } else if (opens && m_row >= 0 && m_model->list(m_column).isDropDown()) {
+    } else if (opens && m_model->list(m_column).isDropDown()) {
         edit(currentIndex(), EditKeyPressed, event);
     } else if (pressed == Qt::Key_Space && !modifiers && onCheck) {
-        toggleCheck(currentIndex());
+        m_editing->toggleCheck(currentIndex());
     } else if (!modifiers && toggleByKey(pressed)) {
         return;
     } else if (pressed == Qt::Key_Delete || pressed == Qt::Key_Backspace || pressed == Qt::Key_Escape) {
@@ -152,7 +180,7 @@ void KeyedGrid::focusInEvent(QFocusEvent* event) {
 void KeyedGrid::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
     viewport()->update();
-    // An input method still composes here while its editor is open already.
-    if (isEditing() && QApplication::focusWidget() != m_editor)
-        editorLeft(m_editor, event->reason());
+    // While an input method composes the grid keeps the focus, although its editor is open.
+    if (isEditing())
+        m_editing->focusLeft(event->reason());
 }

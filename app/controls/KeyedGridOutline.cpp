@@ -4,7 +4,7 @@
 #include "app/controls/KeyedGrid.h"
 
 void KeyedGrid::setOutlineColumn(const QString& key) {
-    m_outlineColumn = column(key);
+    m_model->setOutlineColumn(column(key));
     viewport()->update();
 }
 
@@ -29,17 +29,14 @@ void KeyedGrid::setCollapsed(int row, bool collapsed) {
         return;
     const int end = nodeEnd(row);
     m_model->setCollapsed(row, collapsed);
-    if (collapsed && m_row > row && m_row < end)
+    if (collapsed && this->row() > row && this->row() < end)
         setRow(row);
     updateHidden(row + 1, end);
     viewport()->update();
 }
 
-/// Hides the rows of [first, end) that lie below a closed node, shows the others. The view learns of rows filled in
-/// while redrawing is off only later.
+/// Hides the rows of [first, end) that lie below a closed node, shows the others.
 void KeyedGrid::updateHidden(int first, int end) {
-    if (m_model->isCollecting() && m_model->isPending())
-        return;
     int closed = -1;
     for (int row = 0; row < end; ++row) {
         if (closed >= 0 && level(row) <= level(closed))
@@ -63,13 +60,13 @@ void KeyedGrid::expandAbove(int row) {
         }
 }
 
+/// Left closes the node in the outline's column, Right opens it. False when there is nothing to close or open.
 bool KeyedGrid::toggleByKey(int key) {
-    if (m_outlineColumn < 0 || m_column != m_outlineColumn || m_row < 0 || !m_model->isParent(m_row))
+    const int row = this->row();
+    if (m_column != m_model->outlineColumn() || row < 0 || !m_model->isParent(row))
         return false;
-    const bool closes = key == Qt::Key_Minus || key == Qt::Key_Left;
-    const bool opens = key == Qt::Key_Plus || key == Qt::Key_Right;
-    if (!(closes && !isCollapsed(m_row)) && !(opens && isCollapsed(m_row)))
-        return key == Qt::Key_Minus || key == Qt::Key_Plus;
-    setCollapsed(m_row, closes);
+    if (key != (isCollapsed(row) ? Qt::Key_Right : Qt::Key_Left))
+        return false;
+    setCollapsed(row, !isCollapsed(row));
     return true;
 }

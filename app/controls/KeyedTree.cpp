@@ -174,16 +174,32 @@ bool KeyedTree::isOnArrow(const QPoint& position, const Node* node) const {
     return node->childCount() > 0 && position.x() < left && position.x() >= left - indentation();
 }
 
+/// When the user has closed a node above the selected one, selects that node.
+void KeyedTree::selectVisible() {
+    Node* selected = selectedNode();
+    Node* closed = nullptr;
+    for (Node* above = selected ? selected->parent() : nullptr; above; above = above->parent())
+        if (!above->isExpanded())
+            closed = above;
+    if (!closed)
+        return;
+    selectNode(closed);
+    Q_EMIT nodeClick(closed);
+}
+
 void KeyedTree::mousePressEvent(QMouseEvent* event) {
-    m_pressed = QPersistentModelIndex();
-    m_menuWanted = event->button() == Qt::RightButton;
+        m_menuWanted = event->button() == Qt::RightButton;
     const QPoint position = event->position().toPoint();
     const Node* node = itemAt(position);
-    if (event->button() != Qt::LeftButton || !node)
+    m_pressed = event->button() == Qt::LeftButton && node;
+    if (!m_pressed)
         return;
-    if (!isOnArrow(position, node))
-        m_pressed = indexFromItem(node);
+    const bool onArrow = isOnArrow(position, node);
     QTreeWidget::mousePressEvent(event);
+    if (onArrow)
+        selectVisible();
+    else if (Node* selected = selectedNode())
+        Q_EMIT nodeClick(selected);
 }
 
 void KeyedTree::mouseMoveEvent(QMouseEvent* event) {
@@ -198,20 +214,21 @@ void KeyedTree::mouseReleaseEvent(QMouseEvent* event) {
             Q_EMIT contextMenuWanted(event->globalPosition().toPoint());
         return;
     }
-    if (event->button() != Qt::LeftButton)
-        return;
-    QTreeWidget::mouseReleaseEvent(event);
-    if (Node* node = itemFromIndex(std::exchange(m_pressed, QPersistentModelIndex())))
-        Q_EMIT nodeClick(node);
+        // The view would select on the release of a press that it never had.
+    if (event->button() == Qt::LeftButton && std::exchange(m_pressed, false))
+        QTreeWidget::mouseReleaseEvent(event);
 }
 
 void KeyedTree::mouseDoubleClickEvent(QMouseEvent* event) {
     const QPoint position = event->position().toPoint();
     const Node* node = itemAt(position);
-    if (event->button() != Qt::LeftButton || !node || isOnArrow(position, node))
+    // The first of the two clicks selected nothing when it was on an arrow, or an edit elsewhere was refused.
+    if (event->button() != Qt::LeftButton || !node || node != selectedNode() || isOnArrow(position, node)) {
         mousePressEvent(event);
-    else
-        QTreeWidget::mouseDoubleClickEvent(event);
+        return;
+    }
+    QTreeWidget::mouseDoubleClickEvent(event);
+    selectVisible();
 }
 
 void KeyedTree::contextMenuEvent(QContextMenuEvent* event) {
@@ -224,10 +241,18 @@ void KeyedTree::contextMenuEvent(QContextMenuEvent* event) {
 
 void KeyedTree::keyPressEvent(QKeyEvent* event) {
     const Node* before = selectedNode();
+    const int key = event->key();
+    if (before && !event->modifiers() && (key == Qt::Key_F2 || key == Qt::Key_Delete)) {
+        if (!event->isAutoRepeat())
+            Q_EMIT(key == Qt::Key_F2 ? renameWanted() : deleteWanted());
+        return;
+    }
     QTreeWidget::keyPressEvent(event);
     Node* now = selectedNode();
     if (now && now != before)
         Q_EMIT nodeClick(now);
+    else
+        selectVisible();
 }
 
 void KeyedTree::focusInEvent(QFocusEvent* event) {
@@ -236,12 +261,6 @@ void KeyedTree::focusInEvent(QFocusEvent* event) {
         QTreeWidget::focusInEvent(event);
     else
         QAbstractScrollArea::focusInEvent(event);
-}
-
-void KeyedTree::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const {
-    if (model()->hasChildren(index))
-        Theme::drawArrow(painter, QRect(rect.right() - indentation() + 1, rect.top(), indentation(), rect.height()),
-                         isExpanded(index));
 }
 
 bool KeyedTree::viewportEvent(QEvent* event) {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QHash>
-#include <QPersistentModelIndex>
 #include <QTreeWidget>
 
 /// A tree whose nodes are found by a unique key and carry a text and a free tag.
 ///
-/// Selecting by program (selectNode, removeNode) never emits nodeClick(); a left click on a node, selected already or
-/// not, and moving the selection with the keyboard do. A right click selects nothing.
+/// Selecting by program (selectNode, removeNode) never emits nodeClick(). The user's ways of selecting do, at once: the
+/// press of the left button on a node, selected already or not, moving the selection with the keyboard, and closing a
+/// node above the selected one, which selects the closed node. A right click selects nothing.
 class KeyedTree : public QTreeWidget {
     Q_OBJECT
 
@@ -46,6 +46,10 @@ public:
 
 Q_SIGNALS:
     void nodeClick(QTreeWidgetItem* node);
+    /// F2 was pressed while a node is selected.
+    void renameWanted();
+    /// Delete was pressed while a node is selected. Holding the key down tells it once.
+    void deleteWanted();
     /// A context menu is wanted at a global position: right button released, or the menu key.
     void contextMenuWanted(const QPoint& position);
 
@@ -57,15 +61,16 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
-    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
     bool viewportEvent(QEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
 private:
     Node* makeNode(const QString& key, const QString& text, const QString& tag);
     bool isOnArrow(const QPoint& position, const Node* node) const;
+    void selectVisible();
 
     QHash<QString, Node*> m_nodes;
-    QPersistentModelIndex m_pressed;
-    bool m_menuWanted = false;
+        bool m_menuWanted = false;
+    bool m_pressed = false;
+
 };

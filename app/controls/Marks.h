@@ -1,23 +1,12 @@
 #pragma once
 
-#include <QRect>
 #include <QString>
 
-class QPainter;
-
-/// The small marks that grids and trees share.
+/// How grids and trees show texts.
 namespace Theme {
 
-inline constexpr int checkSize = 15;
-
-/// The arrow of an outline node, in the middle of `rect`.
-void drawArrow(QPainter* painter, const QRect& rect, bool open);
-/// A check box of checkSize at the upper left of `rect`.
-void drawCheck(QPainter* painter, const QRect& rect, bool checked);
-/// A button with an ellipsis, as large as `rect`.
-void drawButton(QPainter* painter, const QRect& rect);
-/// The mark of the current row, in the middle of `rect`.
-void drawRowMarker(QPainter* painter, const QRect& rect);
+/// `text` in one line: each line end and each tab becomes one blank.
+QString inOneLine(const QString& text);
 
 /// The beginning of `text` in one line: as much as the widest window could show. Laying out a text of megabytes takes
 /// seconds.

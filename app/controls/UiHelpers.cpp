@@ -1,5 +1,6 @@
 #include "app/controls/UiHelpers.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QToolBar>
 
@@ -7,6 +8,23 @@
 #include "app/controls/GridHeader.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/Style.h"
+
+namespace {
+
+/// Keeps the wheel from a box without the focus; what lies behind it scrolls instead.
+class WheelFilter : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus())
+            return false;
+        event->ignore();
+        return true;
+    }
+};
+
+}  // namespace
 
 void SelectAllText(QLineEdit* txt) {
     guarded({"ModPublic", "SelectAllText"}, [&] {
@@ -50,4 +68,9 @@ int ValiText(int keyCode, const QString& allowed, bool allowBackspace) {
         const bool passes = set.contains(QChar(static_cast<char16_t>(keyCode)).toUpper());
         return passes ? keyCode : 0;
     });
+}
+
+void turnByWheelOnlyWithFocus(QWidget* box) {
+    box->setFocusPolicy(Qt::StrongFocus);
+    box->installEventFilter(new WheelFilter(box));
 }

@@ -6,6 +6,7 @@ class CommandBars;
 class KeyedGrid;
 class QLineEdit;
 class QToolBar;
+class QWidget;
 
 /// Small helpers shared by all windows (module ModPublic). They carry no state.
 
@@ -24,3 +25,6 @@ void SetVSFlexGridStyle(KeyedGrid* grid);
 /// The typed character `keyCode` (UTF-16) when it is one of `allowed`, letter case ignored, else 0. Backspace (8)
 /// passes only on request.
 int ValiText(int keyCode, const QString& allowed, bool allowBackspace);
+
+/// Lets the mouse wheel change `box` only while it has the focus, and never gives it the focus.
+void turnByWheelOnlyWithFocus(QWidget* box);

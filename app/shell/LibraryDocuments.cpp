@@ -1,12 +1,18 @@
+#include <QAction>
+#include <QDir>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
+#include <algorithm>
+#include <filesystem>
 
 #include "app/base/Definitions.h"
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
 #include "app/shell/OpenLibraryDialog.h"
+#include "app/shell/WindowArrangement.h"
 #include "app/shell/frmMain.h"
 #include "app/shell/frmNewBillDBDialog.h"
 #include "editor/frmEditor.h"
@@ -14,6 +20,17 @@
 #include "storage/Schema.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Whether both paths lead to one file that is there, by whatever way and in whatever letter case they are written.
+bool isSameFile(const QString& one, const QString& other) {
+    std::error_code failed;
+    return std::filesystem::equivalent(QFileInfo(one).filesystemFilePath(), QFileInfo(other).filesystemFilePath(),
+                                       failed);
+}
+
+}  // namespace
 
 void frmMain::mnuNewBillDB_Click() {
     guarded({"frmMain", "mnuNewBillDB_Click"}, [this] {
@@ -26,8 +43,9 @@ void frmMain::mnuNewBillDB_Click() {
             LoadBillDB(path);
             return;
         }
-        if (fso().FileExists(path) && !isOpen(path))
-            fso().DeleteFile(path);
+        // What cannot be deleted stays; the user is told of one thing, that there is no new library.
+        if (!isOpen(path))
+            succeeds([&] { fso().DeleteFile(path); });
         showMessage(u"创建文件失败！"_s, u"提示"_s, MessageIcon::Exclamation);
     });
 }
@@ -36,8 +54,8 @@ bool frmMain::NewBillDB(const QString& path) {
     return guarded({"frmMain", "NewBillDB"}, [&] {
         if (isOpen(path))
             return false;
-        if (fso().FileExists(path))
-            fso().DeleteFile(path, true);
+        if (fso().FileExists(path) && !succeeds([&] { fso().DeleteFile(path, true); }))
+            return false;
         const auto connection = GetOrmConn(path);
         if (!connection)
             return false;
@@ -53,7 +71,7 @@ void frmMain::mnuOpenBillDB_Click() {
         if (file.isEmpty() || !fso().FileExists(file))
             return;
         if (QMdiSubWindow* window = windowOf(file))
-            m_windows->setActiveSubWindow(window);
+            bringToFront(m_windows, window);
         else
             LoadBillDB(file);
     });
@@ -72,13 +90,44 @@ void frmMain::LoadBillDB(const QString& path) {
         QMdiSubWindow* window = m_windows->addSubWindow(editor);
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->setWindowIcon(windowIcon());
-        window->resize(m_windows->viewport()->size() * 4 / 5);
-        if (maximized)
+        // These entries have shortcuts of their own, other ones on every system; the command's are enough.
+        for (QAction* entry : window->systemMenu()->actions())
+            entry->setShortcuts(QList<QKeySequence>());
+        connect(editor, &frmEditor::statusText, this, [this, editor](const QString& text) {
+            if (editor == activeEditor())
+                showStatus(text);
+        });
+        connect(editor, &QObject::destroyed, this, &frmMain::nameWindows, Qt::QueuedConnection);
+        if (maximized) {
             window->showMaximized();
-        else
+            // The area has its size only when the main window is shown: the place is given when it is first asked for.
+            connect(window, &QMdiSubWindow::windowStateChanged, this, [this, window](auto, Qt::WindowStates state) {
+                const bool placed = window->property("placed").toBool();
+                if (!placed && !(state & (Qt::WindowMaximized | Qt::WindowMinimized))) {
+                    window->setProperty("placed", true);
+                    placeSubWindow(m_windows, window);
+                }
+            });
+        } else {
             window->show();
+            placeSubWindow(m_windows, window);
+        }
         m_windows->setActiveSubWindow(window);
+        nameWindows();
     });
+}
+
+void frmMain::nameWindows() {
+    const QList<frmEditor*> all = editors();
+    for (frmEditor* editor : all) {
+        const auto isNamesake = [&](const frmEditor* other) {
+            return other != editor && other->DBFileName().compare(editor->DBFileName(), Qt::CaseInsensitive) == 0;
+        };
+        const QString folder = QFileInfo(editor->DBFilePath()).path();
+        const bool alone = std::none_of(all.begin(), all.end(), isNamesake);
+        editor->setWindowTitle(alone ? editor->DBFileName()
+                                     : u"%1（%2）"_s.arg(editor->DBFileName(), QDir::toNativeSeparators(folder)));
+    }
 }
 
 void frmMain::mnuFileClose_Click() {
@@ -108,11 +157,8 @@ QMdiSubWindow* frmMain::windowOf(const QString& path) const {
 }
 
 bool frmMain::isOpen(const QString& path) const {
-    // Wider than windowOf: a library reached by another way round is the same file all the same.
-    const QString file = QFileInfo(path).canonicalFilePath();
-    for (const frmEditor* editor : editors()) {
-        if (!file.isEmpty() && QFileInfo(editor->DBFilePath()).canonicalFilePath() == file)
-            return true;
-    }
-    return windowOf(path) != nullptr;
+    const QList<frmEditor*> all = editors();
+    return std::any_of(all.begin(), all.end(), [&](const frmEditor* editor) {
+        return editor->DBFilePath() == path || isSameFile(editor->DBFilePath(), path);
+    });
 }

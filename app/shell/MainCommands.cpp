@@ -5,10 +5,14 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
+#include <chrono>
 
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
+#include "app/base/UserEvent.h"
+
 #include "app/shell/WindowArrangement.h"
 #include "app/shell/WindowList.h"
 #include "app/shell/frmMain.h"
@@ -37,7 +41,7 @@ void frmMain::CreateActions() {
              const QString parameter = m_commandBars->action(35003)->property("parameter").toString();
              showMessage(u"Open "_s + parameter);
          }},
-        {512, u"层叠窗口"_s, none, none, window, [this] { m_windows->cascadeSubWindows(); }},
+        {512, u"层叠窗口"_s, none, none, window, [this] { cascadeSubWindows(m_windows); }},
         {513, u"横排窗口"_s, none, none, window, [this] { tileSubWindows(m_windows, Qt::Horizontal); }},
         {514, u"竖排窗口"_s, none, none, window, [this] { tileSubWindows(m_windows, Qt::Vertical); }},
         {35000, u"&Window List"_s, u"&Window List"_s, none, window},
@@ -49,7 +53,7 @@ void frmMain::CreateActions() {
         if (!action.execute)
             action.execute = [caption = action.caption] { showMessage(caption + u" clicked"_s, u"Button Clicked"_s); };
         action.execute = [run = std::move(action.execute)] { guarded({"frmMain", "CommandBars_Execute"}, run); };
-        // The update rule has always reported itself under the name of its neighbour.
+        // Error records name the update rule by the procedure that runs commands; don't correct.
         if (action.enabled)
             action.enabled = [rule = std::move(action.enabled)] {
                 return guarded({"frmMain", "CommandBars_Execute"}, rule);
@@ -97,9 +101,32 @@ void frmMain::CreateToolbars() {
     addToolBar(bar);
 }
 
-void frmMain::CreateStatusbar() { statusBar()->addWidget(new QLabel(u"Ready"_s, this)); }
+void frmMain::CreateStatusbar() {
+    m_status->setTextFormat(Qt::PlainText);
+    // A long text must not widen the window.
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    statusBar()->addWidget(m_status, 1);
+    m_statusTimer->setSingleShot(true);
+    connect(m_statusTimer, &QTimer::timeout, this, [this] { showStatus({}); });
+    connect(&UserEvent::instance(), &UserEvent::over, this, [this] {
+        if (!m_statusTimer->isActive())
+            showStatus({});
+    });
+
+    showStatus({});
+}
+
+void frmMain::showStatus(const QString& text) {
+    const frmEditor* editor = activeEditor();
+    const QString next = editor ? editor->nextStep() : QString();
+    m_status->setText(!text.isEmpty() ? text : next.isEmpty() ? u"Ready"_s : next);
+    if (text.isEmpty())
+        m_statusTimer->stop();
+    else
+        m_statusTimer->start(std::chrono::seconds(8));
+}
 
 void frmMain::exitProgram() {
-    if (askYesNo(u"确认要关闭窗体吗？"_s, u"退出程序"_s))
+    if (askYesNo(u"确认要关闭窗体吗？"_s, u"退出程序"_s, MessageIcon::Question))
         close();
 }

@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QStandardPaths>
+#include <QSysInfo>
 
 #include "app/base/Paths.h"
 
@@ -10,13 +11,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One file per user and program folder; the folder may be written in any letter case.
+/// One file per user, machine and program folder. The settings folder may be shared by all machines of a user, and a
+/// process that died on another one cannot be told from a running one. The folder may be written in any letter case.
 QString lockPath() {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     QDir().mkpath(folder);
-    const QByteArray program =
-        QCryptographicHash::hash(programFolder().toLower().toUtf8(), QCryptographicHash::Sha1).toHex().left(16);
-    return joinPath(folder, u"tessel-"_s + QString::fromLatin1(program) + u".lock"_s);
+    const QByteArray copy = QSysInfo::machineUniqueId() + '\n' + QSysInfo::machineHostName().toUtf8() + '\n' +
+                            programFolder().toLower().toUtf8();
+    const QByteArray name = QCryptographicHash::hash(copy, QCryptographicHash::Sha1).toHex().left(16);
+    return joinPath(folder, u"tessel-"_s + QString::fromLatin1(name) + u".lock"_s);
 }
 
 bool namesAProcess(const QLockFile& lock) {
@@ -29,11 +32,11 @@ bool namesAProcess(const QLockFile& lock) {
 }  // namespace
 
 SingleInstance::SingleInstance() : m_lock(std::make_unique<QLockFile>(lockPath())) {
-    // Only a process that is gone makes the mark stale, never its age.
+    // By default a lock file counts as stale after some time; here only when its process is gone.
     m_lock->setStaleLockTime(0);
     const auto isTaken = [this] { return !m_lock->tryLock() && m_lock->error() == QLockFile::LockFailedError; };
     m_anotherIsRunning = isTaken();
-    // A mark that names no process was cut short by a crash. One that is in use cannot be removed.
+    // A lock file that names no process was left half written by a crash. One that is in use cannot be removed.
     if (m_anotherIsRunning && !namesAProcess(*m_lock) && m_lock->removeStaleLockFile())
         m_anotherIsRunning = isTaken();
 }

@@ -2,13 +2,14 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
 #include <algorithm>
 
 namespace {
 
 constexpr int narrowestStrip = 220;
 
-QList<QMdiSubWindow*> windowsToTile(const QMdiArea* area) {
+QList<QMdiSubWindow*> windowsToArrange(const QMdiArea* area) {
     QList<QMdiSubWindow*> windows;
     for (QMdiSubWindow* window : area->subWindowList()) {
         if (!window->isMinimized() && !window->isHidden())
@@ -20,10 +21,43 @@ QList<QMdiSubWindow*> windowsToTile(const QMdiArea* area) {
     return windows;
 }
 
+/// Gives a window the place `index` in a cascade: four fifths of the area, or what the window needs at least; the steps
+/// use up the rest.
+void placeInCascade(const QMdiArea* area, QMdiSubWindow* window, qsizetype index) {
+    const QSize whole = area->viewport()->size();
+    const QSize size = (whole * 4 / 5).expandedTo(window->minimumSizeHint());
+    const int step = area->style()->pixelMetric(QStyle::PM_TitleBarHeight) + 4;
+    const QSize rest = (whole - size).expandedTo(QSize(0, 0));
+    const int offset = step * static_cast<int>(index % (1 + rest.height() / step));
+    window->setGeometry(QRect(QPoint(std::min(offset, rest.width()), offset), size));
+}
+
 }  // namespace
 
+void bringToFront(QMdiArea* area, QMdiSubWindow* window) {
+    if (window->isMinimized())
+        window->showNormal();
+    area->setActiveSubWindow(window);
+}
+
+void placeSubWindow(QMdiArea* area, QMdiSubWindow* window) {
+    placeInCascade(area, window, area->subWindowList().indexOf(window));
+}
+
+void cascadeSubWindows(QMdiArea* area) {
+    QList<QMdiSubWindow*> windows = windowsToArrange(area);
+    std::reverse(windows.begin(), windows.end());
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        windows[i]->showNormal();
+        placeInCascade(area, windows[i], i);
+        windows[i]->raise();
+    }
+    if (!windows.isEmpty())
+        area->setActiveSubWindow(windows.last());
+}
+
 void tileSubWindows(QMdiArea* area, Qt::Orientation orientation) {
-    const QList<QMdiSubWindow*> windows = windowsToTile(area);
+    const QList<QMdiSubWindow*> windows = windowsToArrange(area);
     if (windows.isEmpty())
         return;
     QMdiSubWindow* active = area->currentSubWindow();

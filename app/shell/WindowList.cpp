@@ -5,6 +5,8 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 
+#include "app/shell/WindowArrangement.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -35,7 +37,7 @@ void WindowList::fill(QMenu* menu, QAction* placeholder) const {
         entry->setProperty(entryMark, true);
         entry->setCheckable(true);
         entry->setChecked(window == m_windows->currentSubWindow());
-        connect(entry, &QAction::triggered, window, [this, window] { m_windows->setActiveSubWindow(window); });
+        connect(entry, &QAction::triggered, window, [this, window] { bringToFront(m_windows, window); });
         menu->insertAction(placeholder, entry);
     }
 }

@@ -1,25 +1,36 @@
 #include "app/shell/frmMain.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
+#include <QTimer>
 
 #include "app/base/Definitions.h"
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
 #include "app/base/Paths.h"
+#include "app/base/UserSettings.h"
 #include "app/shell/WindowList.h"
 #include "editor/frmEditor.h"
 
 using namespace Qt::StringLiterals;
 
+namespace {
+constexpr QLatin1String placement("placement");
+}
+
 frmMain::frmMain()
     : m_windows(new QMdiArea(this)),
       m_commandBars(new CommandBars(this, u"CommandBars"_s)),
-      m_windowList(new WindowList(m_windows)) {
+      m_windowList(new WindowList(m_windows)),
+      m_status(new QLabel(this)),
+      m_statusTimer(new QTimer(this)) {
     setObjectName(u"frmMain"_s);
     setWindowTitle(applicationTitle());
     QApplication::setWindowIcon(QIcon(joinPath(appPath, u"Res/Icons/Tessel.png"_s)));
@@ -29,14 +40,20 @@ frmMain::frmMain()
     m_windows->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     setCentralWidget(m_windows);
     connect(m_windows, &QMdiArea::subWindowActivated, this, [this] { activeWindowChanged(); });
-    resize((screen()->availableSize() * 0.88).boundedTo(QSize(1760, 1100)));
-    // A small screen has no room to give away.
-    if (screen()->availableSize().width() < 1600)
-        setWindowState(Qt::WindowMaximized);
+    // There is one toolbar; the menu in which it could be hidden has nothing to offer.
+    setContextMenuPolicy(Qt::NoContextMenu);
+    // A placement on a screen that is gone is moved onto one that is there.
+    if (!restoreGeometry(userSettings(objectName()).value(placement).toByteArray())) {
+        resize((screen()->availableSize() * 0.88).boundedTo(QSize(1760, 1100)));
+        // On a small screen every pixel is needed.
+        if (screen()->availableSize().width() < 1600)
+            setWindowState(Qt::WindowMaximized);
+    }
+    qApp->installEventFilter(this);
 }
 
 frmMain::~frmMain() {
-    // The area tells of windows that go with it, to one who is gone already.
+    // The area is destroyed after this object's own part; its signals must not reach it any more.
     m_windows->disconnect(this);
 }
 
@@ -51,6 +68,9 @@ void frmMain::MDIForm_Load() {
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_O), 257);
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_E), 260);
         m_commandBars->addShortcut(QKeySequence(Qt::ALT | Qt::Key_Q), 262);
+        // The usual keys for closing a document, the same on every system.
+        m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), 260);
+        m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), 260);
         m_commandBars->loadIcons(joinPath(appPath, u"Res/Icons/ToolBar.bmp"_s),
                                  {256, 257, 0, 0, 0, 0, 769, 0, 0, 0, 0, 0, 0, 0, 0});
         m_commandBars->update();
@@ -84,19 +104,37 @@ void frmMain::activeWindowChanged() {
                 editor->commitPending();
         }
         m_lastActive = window;
+        showStatus({});
         showMenuSet();
     });
 }
 
 void frmMain::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) {
+    // Another window of the program is no way out of an edit: its own controls have committed already, or wait for it.
+    if (event->type() == QEvent::ActivationChange && !QApplication::activeWindow()) {
         if (frmEditor* editor = activeEditor())
             editor->commitPending();
     }
 }
 
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    const auto* widget = event->type() == QEvent::ShortcutOverride ? qobject_cast<QWidget*>(watched) : nullptr;
+    if (widget && widget->window() == this) {
+        // A text box may claim a key before shortcuts are looked at, Ctrl+E for one; it must not claim this window's.
+        const QKeySequence typed(static_cast<QKeyEvent*>(event)->keyCombination());
+        for (const int id : {256, 257, 260, 262}) {
+            if (m_commandBars->action(id) && m_commandBars->action(id)->shortcuts().contains(typed)) {
+                event->ignore();
+                return true;
+            }
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void frmMain::closeEvent(QCloseEvent* event) {
+    userSettings(objectName()).setValue(placement, saveGeometry());
     guarded({"frmMain", "MDIForm_Unload"}, [this] {
         for (QMdiSubWindow* window : m_windows->subWindowList())
             window->close();

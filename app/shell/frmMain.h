@@ -4,8 +4,10 @@
 
 #include "app/controls/CommandBars.h"
 
+class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
+class QTimer;
 class WindowList;
 class frmEditor;
 
@@ -27,7 +29,7 @@ public:
     void mnuAllFileClose_Click();
     /// Creates an empty library at `path`, in place of a file that is there. False when that was not possible; a
     /// library that is open in an editor is left untouched.
-    bool NewBillDB(const QString& path);
+    [[nodiscard]] bool NewBillDB(const QString& path);
     /// Opens an editor window on `path`.
     void LoadBillDB(const QString& path);
 
@@ -39,6 +41,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // MainCommands.cpp
@@ -51,14 +54,24 @@ private:
     void showMenuSet();
     void exitProgram();
 
+    /// The window of the library whose path is `path`, letter case ignored; null when there is none.
     QMdiSubWindow* windowOf(const QString& path) const;
+    /// Whether the file at `path` is open in an editor.
     bool isOpen(const QString& path) const;
+    /// Captions: the file name, and the folder behind it when libraries in several folders have that name.
+    void nameWindows();
     void activeWindowChanged();
+
+        /// Shows `text` in the pane of the status bar for some seconds. When it is empty: what the active editor asks for,
+    /// else "Ready".
+    void showStatus(const QString& text);
 
     QMdiArea* m_windows;
     CommandBars* m_commandBars;
     WindowList* m_windowList;
     std::vector<QMenu*> m_defaultMenus;
     std::vector<QMenu*> m_documentMenus;
+    QLabel* m_status;
+    QTimer* m_statusTimer;
     const QMdiSubWindow* m_lastActive = nullptr;
 };

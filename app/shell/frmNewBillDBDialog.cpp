@@ -14,16 +14,16 @@
 
 using namespace Qt::StringLiterals;
 
-frmNewBillDBDialog::frmNewBillDBDialog(QWidget* mainWindow) : QDialog(mainWindow), txtFileName(new QLineEdit(this)) {
+frmNewBillDBDialog::frmNewBillDBDialog(QWidget* mainWindow) : QDialog(mainWindow), m_txtFileName(new QLineEdit(this)) {
     setObjectName(u"frmNewBillDBDialog"_s);
     setWindowTitle(u"新建文件"_s);
     if (mainWindow)
         setWindowIcon(mainWindow->windowIcon());
 
     auto* label = new QLabel(u"请输入文件名："_s, this);
-    label->setBuddy(txtFileName);
-    txtFileName->setObjectName(u"txtFileName"_s);
-    txtFileName->setMinimumWidth(txtFileName->fontMetrics().horizontalAdvance(u'0') * 44);
+    label->setBuddy(m_txtFileName);
+    m_txtFileName->setObjectName(u"txtFileName"_s);
+    m_txtFileName->setMinimumWidth(m_txtFileName->fontMetrics().horizontalAdvance(u'0') * 44);
 
     auto* buttons = new QDialogButtonBox(this);
     auto* ok = buttons->addButton(u"确定"_s, QDialogButtonBox::ActionRole);
@@ -36,34 +36,35 @@ frmNewBillDBDialog::frmNewBillDBDialog(QWidget* mainWindow) : QDialog(mainWindow
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(label);
-    layout->addWidget(txtFileName);
+    layout->addWidget(m_txtFileName);
     layout->addSpacing(layout->spacing());
     layout->addWidget(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    txtFileName->setFocus();
+    m_txtFileName->setFocus();
 }
 
 void frmNewBillDBDialog::btnOK_Click() {
-    // The form name in the record is the one that this dialog has always reported.
+    // Fixed form name of the record; don't correct.
     guarded({"frmNewRationDBDialog", "btnOK_Click"}, [this] {
-        QString name = trimBlanks(txtFileName->text());
+        QString name = trimBlanks(m_txtFileName->text());
         const QString wrongInput = u"输入错误"_s;
         if (name.isEmpty()) {
             showMessage(u"输入文件名不能为空！"_s, wrongInput, MessageIcon::Information);
-            txtFileName->setFocus();
+            m_txtFileName->setFocus();
             return;
         }
         const QString forbidden = u"\\/:*?\"<>|"_s;
         for (const QChar character : forbidden) {
             if (name.contains(character)) {
                 showMessage(u"文件不能包含下列任何字符之一："_s + forbidden, wrongInput, MessageIcon::Information);
-                txtFileName->setFocus();
+                m_txtFileName->setFocus();
                 return;
             }
         }
         name += u".bdb"_s;
-        if (fso().FileExists(dataPath + name) && !askYesNo(u"存在相同的文件名，是否覆盖原来的文件？"_s, u"提示"_s)) {
-            txtFileName->setFocus();
+        if (fso().FileExists(dataPath + name) &&
+            !askYesNo(u"存在相同的文件名，是否覆盖原来的文件？"_s, u"提示"_s, MessageIcon::Question)) {
+            m_txtFileName->setFocus();
             return;
         }
         m_newFileName = name;

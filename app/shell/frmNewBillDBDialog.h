@@ -19,6 +19,6 @@ private:
     void btnOK_Click();
     void btnCanel_Click();
 
-    QLineEdit* txtFileName;
+    QLineEdit* m_txtFileName;
     QString m_newFileName;
 };

@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     applyApplicationStyle(application);
     loadChineseTexts();
-    // Inside the event loop, so that a message of the start behaves like any other.
+    // Started from the event loop: only there do quit() and message boxes work as they do later.
     QTimer::singleShot(0, [] { Main(); });
     return QApplication::exec();
 }

@@ -1,7 +1,6 @@
 #include <QCoreApplication>
-#include <QTextStream>
+#include <cstdio>
 
-#include "app/base/Error.h"
 #include "app/base/Guarded.h"
 #include "benchmarks/generator/LibraryGenerator.h"
 
@@ -11,22 +10,17 @@ using namespace Qt::StringLiterals;
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    QTextStream out(stderr);
-    const auto number = [&](int index, int usual) {
-        return arguments.size() > index ? arguments[index].toInt() : usual;
-    };
-    const bool bills = arguments.size() > 2 && arguments[1] == u"bills"_s;
-    const bool rations = arguments.size() > 2 && arguments[1] == u"rations"_s;
-    if (!bills && !rations) {
-        out << "usage: tessel_generate bills FILE.bdb [BILLS]\n"
-               "       tessel_generate rations PROGRAM-FOLDER [RATIONS]\n";
+    const QString kind = arguments.value(1);
+    if (arguments.size() != 4 || (kind != u"bills"_s && kind != u"rations"_s)) {
+        std::fputs(
+            "usage: tessel_generate bills FILE.bdb BILLS\n"
+            "       tessel_generate rations PROGRAM-FOLDER RATIONS\n",
+            stderr);
         return 2;
     }
+    const auto generate = kind == u"bills"_s ? generateLibrary : generateProgramFolder;
     const bool done = guarded({"tessel_generate", "main"}, [&] {
-        if (bills)
-            generateLibrary(arguments[2], shapeOf(number(3, 6000)));
-        else
-            generateProgramFolder(arguments[2], {number(3, 20000), 500});
+        generate(arguments[2], arguments[3].toInt());
         return true;
     });
     return done ? 0 : 1;

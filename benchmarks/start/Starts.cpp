@@ -2,17 +2,14 @@
 
 #include <QCoreApplication>
 #include <QProcess>
-#include <QTreeWidgetItemIterator>
 #include <cstdio>
 
 #include "app/base/Definitions.h"
 #include "app/base/Error.h"
-#include "app/controls/KeyedGrid.h"
-#include "benchmarks/Comparison.h"
 #include "benchmarks/EditorWindow.h"
+#include "benchmarks/Libraries.h"
+#include "benchmarks/Measuring.h"
 #include "benchmarks/start/PeakMemory.h"
-#include "editor/bills/BillPane.h"
-#include "editor/chapters/ChapterPane.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,31 +44,41 @@ Start firstWindow(const char* program, const QStringList& arguments) {
     return started(QString::fromUtf8(program), arguments, environment);
 }
 
-}  // namespace
-
-Start startEditor(const QStringList& arguments) { return firstWindow(TESSEL_EDITOR, arguments); }
-
-Start startEmptyWindow() { return firstWindow(TESSEL_EMPTY_WINDOW, {}); }
-
+/// Most memory of an editor window in a process of its own that was used.
 double memoryAfterUse(const QString& library) {
     return started(QCoreApplication::applicationFilePath(), {QLatin1String(useOption), library},
                    QProcessEnvironment::systemEnvironment())
         .megabytes;
 }
 
+}  // namespace
+
+Start startEditor(const QStringList& arguments) { return firstWindow(TESSEL_EDITOR, arguments); }
+
+Start startEmptyWindow() { return firstWindow(TESSEL_EMPTY_WINDOW, {}); }
+
 void useLibrary(const QString& library) {
     EditorWindow window(library);
-    ChapterPane* chapters = window->chapterPane();
-    constexpr int clicked = 100;
-    QTreeWidgetItemIterator node(chapters->tvSYB());
-    for (int count = 0; *node && count < clicked; ++count, ++node)
-        chapters->tvSYB_NodeClick(*node);
-    
-    window->billPane()->mnuQueryBill_Click(u"0"_s);
+    window.clickChapters(100);
+    window.search(u"0"_s);
     constexpr int shown = 200;
     for (int bill = 0; bill < shown; ++bill) {
-        pressKey(window->billPane()->grdBillList(), Qt::Key_Down);
-        QCoreApplication::processEvents();
+        window.press("grdBillList", Qt::Key_Down);
+        EditorWindow::settle();
     }
     std::printf("%ld\n", peakMemory());
+}
+
+void printMemory() {
+    const auto row = [](const QString& what, double megabytes) {
+        std::printf("| %s | %.1f |\n", qPrintable(what), megabytes);
+    };
+    std::printf("\n## Memory\n\n| peak of a process | MB |\n| --- | ---: |\n");
+    row(u"an empty Qt window"_s, startEmptyWindow().megabytes);
+    row(u"the editor, no library"_s, startEditor().megabytes);
+    for (const int bills : {600, 6000, 60000}) {
+        const QString library = generatedLibrary(bills);
+        row(u"a library of %1 bills open"_s.arg(bills), startEditor({library}).megabytes);
+        row(u"100 chapters clicked, all bills listed, 200 shown in detail"_s, memoryAfterUse(library));
+    }
 }

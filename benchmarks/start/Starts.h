@@ -14,10 +14,10 @@ Start startEditor(const QStringList& arguments = {});
 /// Starts the least program with a window of the same size.
 Start startEmptyWindow();
 
-/// Most memory, in MB, of an editor window in a process of its own, that has listed a hundred chapters and all bills of
-/// `library` and shown the details of two hundred bills.
-double memoryAfterUse(const QString& library);
+/// Prints the most memory that the program takes with libraries of each size, beside an empty window, as Markdown.
+void printMemory();
 
-/// Uses `library` in this process in that way and prints the peak memory; what memoryAfterUse starts.
+/// What printMemory() starts for each library: lists a hundred chapters and all bills, shows the details of two hundred
+/// bills, prints the peak memory.
 void useLibrary(const QString& library);
 inline constexpr char useOption[] = "--use";

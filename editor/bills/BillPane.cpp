@@ -93,6 +93,8 @@ void BillPane::listQuery(const QString& text) {
             Recordset rows = billsWithCode(m_library.connection(), text);
             ListBillData(rows);
             ReleaseOrmRecordset(rows);
+            if (!m_library.listing().failed)
+                Q_EMIT m_library.said(u"查找 “%1”：%2 条"_s.arg(text).arg(m_grdBillList->rowCount()));
         },
         [this] { listingFailed(); });
 }

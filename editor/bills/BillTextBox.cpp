@@ -1,8 +1,8 @@
 #include "editor/bills/BillTextBox.h"
 
 #include <QFocusEvent>
-#include <QGuiApplication>
-#include <QInputMethod>
+#include <QKeyEvent>
+#include <QMimeData>
 #include <QScopedValueRollback>
 
 #include "app/base/Text.h"
@@ -35,7 +35,12 @@ QString lineEndOf(const QString& stored) {
 
 }  // namespace
 
-BillTextBox::BillTextBox(QWidget* parent) : QPlainTextEdit(parent) {
+BillTextBox::BillTextBox(QWidget* parent)
+    : QPlainTextEdit(parent), m_guard([this] {
+          m_writtenByPress = isChanged();
+          commitChange();
+          return true;
+      }) {
     setTabChangesFocus(true);
     setReadOnly(true);
 }
@@ -64,7 +69,7 @@ QString BillTextBox::text() const {
 
 void BillTextBox::commitChange() {
     if (hasFocus())
-        QGuiApplication::inputMethod()->commit();
+        PressGuard::finishComposing();
     if (isChanged())
         write();
 }
@@ -79,13 +84,37 @@ void BillTextBox::write() {
     validate();
 }
 
+// A line separator, which the toolkit puts in for Shift+Enter, ends a line without being a line end to anybody else.
+void BillTextBox::keyPressEvent(QKeyEvent* event) {
+    if (isReadOnly() || !event->matches(QKeySequence::InsertLineSeparator)) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    textCursor().insertBlock();
+    ensureCursorVisible();
+}
+
+void BillTextBox::insertFromMimeData(const QMimeData* source) {
+    QMimeData pasted;
+    pasted.setText(source->text().replace(QChar::LineSeparator, u'\n'));
+    QPlainTextEdit::insertFromMimeData(&pasted);
+}
+
+void BillTextBox::focusInEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusInEvent(event);
+    m_guard.watch(this);
+}
+
 void BillTextBox::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
+    m_guard.watch(nullptr);
     const Qt::FocusReason reason = event->reason();
     const bool borrowed =
         reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+    // A press has written what it is about to take the focus from.
+    const bool written = std::exchange(m_writtenByPress, false) && !isChanged();
     if (borrowed)
         commitChange();
-    else
+    else if (!written)
         write();
 }

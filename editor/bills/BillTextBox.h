@@ -3,7 +3,9 @@
 #include <QPlainTextEdit>
 #include <functional>
 
-/// A box for one text of one bill, written when it is left.
+#include "app/controls/PressGuard.h"
+
+/// A box for one text of one bill, written when it is left, and before the mouse acts anywhere else.
 ///
 /// It takes text only while it shows a bill, and it knows which bill that is: what was typed for one bill cannot reach
 /// another. The toolkit shows every line end alike; text() gives the stored ones back.
@@ -37,13 +39,18 @@ protected:
     /// Leaving the box for another control writes the text. A menu or another window only borrows the focus: a change
     /// is written then, too, but nothing else.
     void focusOutEvent(QFocusEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void insertFromMimeData(const QMimeData* source) override;
 
 private:
     void write();
     QString shownText() const;
 
+    PressGuard m_guard;
     qint64 m_billId = 0;
     QString m_stored;
     QString m_shown;
     bool m_writing = false;
+    bool m_writtenByPress = false;
 };

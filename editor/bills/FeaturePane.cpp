@@ -40,7 +40,9 @@ FeaturePane::FeaturePane(LibraryDocument& library, QWidget* parent)
     m_grdSpecEnum->setColumns(valueColumns());
 
     auto* sides = new QSplitter(Qt::Horizontal, this);
+    sides->setObjectName(u"featuresAndValues"_s);
     sides->setChildrenCollapsible(false);
+
     sides->addWidget(m_grdSpec);
     sides->addWidget(m_grdSpecEnum);
     sides->setStretchFactor(0, 3);
@@ -48,7 +50,6 @@ FeaturePane::FeaturePane(LibraryDocument& library, QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(sides);
-    setFocusProxy(m_grdSpec);
 
     connect(m_grdSpec, &KeyedGrid::rowChanged, this, [this](int, int row) { grdSpec_AfterRowColChange(row); });
     connect(&m_library, &LibraryDocument::currentBillChanged, this, &FeaturePane::showCurrentBill);

@@ -47,6 +47,7 @@ void ChapterPane::mnuAddContent_Click() {
         const QString text = chapterText(code, name);
         tvSYB_NodeClick(lastSibling ? m_tvSYB->addNodeAfter(lastSibling, key, text, code)
                                     : m_tvSYB->addNode(nullptr, key, text, code));
+        m_tvSYB->setFocus();
     });
 }
 
@@ -63,6 +64,7 @@ void ChapterPane::mnuAddSubContent_Click() {
         if (code.isEmpty() || !AddBillSYB(m_library.connection(), code, name))
             return;
         tvSYB_NodeClick(m_tvSYB->addNode(parent, chapterKey(code), chapterText(code, name), code));
+        m_tvSYB->setFocus();
     });
 }
 
@@ -114,8 +116,11 @@ void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
     const QString codeA = KeyedTree::tag(m_tvSYB->selectedNode());
     const QString codeB = KeyedTree::tag(sibling);
     // A code that has overflowed is longer than its siblings' codes: a swap would recode chapters of neither.
-    if (codeA.size() != codeB.size())
+    if (codeA.size() != codeB.size()) {
+        Q_EMIT m_library.said(u"“%1”和“%2”的编号长度不同，不能互换位置"_s.arg(codeA, codeB));
         return;
+    }
+
     if (!ExchangeSYBNode(m_library.connection(), codeA, codeB))
         return;
     CreateTvwSYB();

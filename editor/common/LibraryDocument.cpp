@@ -53,7 +53,16 @@ void LibraryDocument::showChapter(const QString& code) {
         show(code, {});
 }
 
-void LibraryDocument::showQuery(const QString& text) { show({}, {Listing::Of::Query, text}); }
+void LibraryDocument::showQuery(const QString& text) {
+    if (!m_chapter.isEmpty())
+        m_chapterBeforeQuery = m_chapter;
+    show({}, {Listing::Of::Query, text});
+}
+
+void LibraryDocument::leaveQuery() {
+    if (listsQuery() && !m_chapterBeforeQuery.isEmpty())
+        showChapter(m_chapterBeforeQuery);
+}
 
 void LibraryDocument::show(const QString& chapter, const Listing& listing) {
     const bool leaves = mayLeave();

@@ -55,6 +55,8 @@ public:
     void showChapter(const QString& code);
     /// Lists the bills of all chapters whose codes contain `text`; no chapter is current then.
     void showQuery(const QString& text);
+    /// Lists the chapter again that was current before the query.
+    void leaveQuery();
     /// The bills that were to be listed could not be read.
     void listingFailed() { m_listing.failed = true; }
 
@@ -87,6 +89,8 @@ Q_SIGNALS:
     void currentBillChanged();
     /// The bill shown has been deleted.
     void shownBillLost();
+    /// Something the user should know, in words for the status bar.
+    void said(const QString& text);
 
 private:
     bool mayLeave() const { return !commitPending || commitPending(); }
@@ -95,6 +99,7 @@ private:
     std::unique_ptr<Connection> m_connection;
     QString m_defaultRationLibrary;
     QString m_chapter;
+    QString m_chapterBeforeQuery;
     Listing m_listing;
     Bill m_shownBill;
     bool m_billIsCurrent = false;

@@ -114,7 +114,9 @@ void ContentPane::munAddBillContDe_Click() {
                     {"subNum", QString::number(m_grdConcent->value(row, subNum))},
                     {"dekName", library}},
                    rationLevel);
+        m_grdConcent->setPending(m_grdConcent->row(), dekName, true);
         // Only one ration row without a ration: an older one goes.
+
         int blank = 0;
         while (blank < m_grdConcent->rowCount() &&
                (blank == m_grdConcent->row() || !isBlankRation(*m_grdConcent, blank)))
@@ -184,19 +186,16 @@ void ContentPane::deleteCurrentRow() {
     }
 }
 
-void ContentPane::WinCommand(short mode, const QString& deh, const QString& dekID) {
-    guarded({"frmEditor", "WinCommand"}, [&] {
-        constexpr short insert = 0;
-        constexpr short replace = 1;
-        if (m_library.isShownBillGone())
-            return;
-        const int row = m_grdConcent->row();
-        const int level = row < 0 ? contentLevel : m_grdConcent->level(row);
-        if (mode == insert && level > contentLevel) {
-            munAddBillContDe_Click();
-            EditBillContDe(deh, dekID);
-        } else if (mode == replace && level == rationLevel) {
-            EditBillContDe(deh, dekID);
-        }
-    });
+void ContentPane::insertRation(const QString& deh, const QString& dekID) {
+    const int row = m_grdConcent->row();
+    if (m_library.isShownBillGone() || row < 0 || m_grdConcent->level(row) == contentLevel)
+        return;
+    munAddBillContDe_Click();
+    EditBillContDe(deh, dekID);
+}
+
+void ContentPane::replaceRation(const QString& deh, const QString& dekID) {
+    const int row = m_grdConcent->row();
+    if (!m_library.isShownBillGone() && row >= 0 && m_grdConcent->level(row) == rationLevel)
+        EditBillContDe(deh, dekID);
 }

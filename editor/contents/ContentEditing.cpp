@@ -67,8 +67,11 @@ EditVerdict ContentPane::grdConcent_ValidateEdit(int row, const QString& key, QS
         [&] {
             if (key == cont)
                 return validateText(row, text);
-            const bool ration = m_grdConcent->level(row) == rationLevel;
-            return key == dekName && ration ? EditVerdict::Accept : EditVerdict::Restore;
+            if (key != dekName || m_grdConcent->level(row) != rationLevel)
+                return EditVerdict::Restore;
+            if (text != m_grdConcent->text(row, dekName))
+                m_grdConcent->setPending(row, dekName, true);
+            return EditVerdict::Accept;
         },
         [] { return EditVerdict::Restore; });
 }
@@ -92,6 +95,9 @@ EditVerdict ContentPane::validateText(int row, QString& text) {
     // The cell shows the ration by now, not the code that was typed.
     if (set == Setting::Written)
         text = m_grdConcent->text(row, cont);
+    else if (set == Setting::NotWritten)
+        m_grdConcent->setPending(row, cont, true);
+
     return accepted(set != Setting::Refused);
 }
 
@@ -100,6 +106,20 @@ void ContentPane::grdConcent_CellButtonClick(int row) {
         if (!m_library.isShownBillGone())
             Q_EMIT rationWanted(m_grdConcent->text(row, dekName));
     });
+}
+
+void ContentPane::dropTypedCode() {
+    const int row = m_grdConcent->row();
+    if (m_grdConcent->isEditing() && m_grdConcent->level(row) == rationLevel && m_grdConcent->columnKey() == cont)
+        m_grdConcent->cancelEdit();
+}
+
+QString ContentPane::nextStep() const {
+    const int row = m_grdConcent->row();
+    const bool ration = row >= 0 && m_grdConcent->level(row) == rationLevel;
+    if (!ration || !m_grdConcent->text(row, dekName).isEmpty())
+        return {};
+    return u"先在“定额库”列选择定额库，或按 … 浏览"_s;
 }
 
 bool ContentPane::EditBillContDe(const QString& deh, const QString& dekID) {
@@ -125,6 +145,9 @@ ContentPane::Setting ContentPane::setRation(int row, const QString& deh, const Q
         m_grdConcent->setText(row, cont, rationText(deh, ration.name));
         m_grdConcent->setText(row, unit, ration.unit);
         m_grdConcent->setText(row, dekName, dekID);
+        for (const QString& key : {cont, dekName})
+            m_grdConcent->setPending(row, key, false);
+
         return Setting::Written;
     });
 }

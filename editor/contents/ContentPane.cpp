@@ -7,6 +7,7 @@
 
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
+#include "app/controls/UiHelpers.h"
 #include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentOutline.h"
 #include "editor/contents/ContentRows.h"
@@ -18,10 +19,12 @@ using namespace ContentRows;
 ContentPane::ContentPane(LibraryDocument& library, QWidget* parent)
     : QWidget(parent), m_library(library), m_grdConcent(new KeyedGrid(this)), m_cboProfession(new QComboBox(this)) {
     m_cboProfession->setObjectName(u"cboProfession"_s);
+    turnByWheelOnlyWithFocus(m_cboProfession);
     int number = 0;
     for (const char16_t* name : {u"建筑", u"装饰", u"安装", u"市政", u"园林", u"送电", u"变电", u"发电", u"配网"})
         m_cboProfession->addItem(QString::fromUtf16(name), ++number);
-    connect(m_cboProfession, &QComboBox::currentIndexChanged, this, &ContentPane::cboProfession_Click);
+    // Choosing the shown profession again loads again.
+    connect(m_cboProfession, &QComboBox::activated, this, &ContentPane::cboProfession_Click);
     auto* label = new QLabel(u"专业："_s, this);
     label->setBuddy(m_cboProfession);
 
@@ -38,7 +41,6 @@ ContentPane::ContentPane(LibraryDocument& library, QWidget* parent)
     setUpGrid();
     connect(&m_library, &LibraryDocument::currentBillChanged, this, &ContentPane::showCurrentBill);
     connect(&m_library, &LibraryDocument::shownBillLost, m_grdConcent, &KeyedGrid::cancelEdit);
-    setTabOrder(m_cboProfession, m_grdConcent);
 }
 
 void ContentPane::setUpGrid() {

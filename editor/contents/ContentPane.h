@@ -43,12 +43,18 @@ public:
     /// no such library or ration; True even when it could not be written.
     bool EditBillContDe(const QString& deh, const QString& dekID);
 
-    /// The ration browser's way in: mode 0 inserts the ration below the current second-level content, 1 replaces the
-    /// current ration; anything that does not fit the current row does nothing.
-    void WinCommand(short mode, const QString& deh, const QString& dekID);
+    /// Adds the ration below the current second-level content or ration; does nothing on any other row.
+    void insertRation(const QString& deh, const QString& dekID);
+    /// Sets the ration onto the current row when that is a ration's.
+    void replaceRation(const QString& deh, const QString& dekID);
 
     /// The ration libraries to choose from, in drop-down form.
     void setDekComboList(const QString& list);
+
+    /// Gives up the code that is being typed into a ration's row, if one is.
+    void dropTypedCode();
+    /// What the user has to do first in the current row; empty when there is nothing in the way.
+    QString nextStep() const;
 
     /// Ends an open cell editor as Enter would. False when the edit was rejected and the editor stays open.
     bool commitPending();

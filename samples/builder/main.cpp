@@ -8,8 +8,8 @@ using namespace Qt::StringLiterals;
 
 /// tessel_samples [--force] <source folder> <program folder>
 int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    QStringList arguments = application.arguments().mid(1);
+    const QCoreApplication application(argc, argv);
+    QStringList arguments = QCoreApplication::arguments().mid(1);
     const bool force = arguments.removeAll(u"--force"_s) > 0;
     QTextStream errors(stderr);
     if (arguments.size() != 2) {

@@ -145,4 +145,10 @@ TEST(BillTextBox, KeepsWhatTheToolkitWouldReplace) {
     EXPECT_EQ(box.text(), u'x' + stored);
     box.undo();
     EXPECT_FALSE(box.isChanged());
+    QTest::keyClick(&box, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(box.text(), u"\r\n"_s + stored);
+    // What was refused does not come back.
+    box.restore();
+    QTest::keyClick(&box, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(box.text(), stored);
 }

@@ -62,21 +62,24 @@ QPoint GridWindow::at(int row, const QString& key) const {
     return grid.visualRect(grid.model()->index(row, key.isEmpty() ? 0 : grid.column(key))).center();
 }
 
+void GridWindow::clickOn(QWidget& widget, const QPoint& position, Qt::MouseButton button) {
+    QWidget* top = widget.window();
+    QTest::mouseClick(top->windowHandle(), button, {}, widget.mapTo(top, position));
+}
+
 void GridWindow::click(int row, const QString& key, Qt::MouseButton button) {
-    QTest::mouseClick(grid.viewport(), button, {}, at(row, key));
+    clickOn(*grid.viewport(), at(row, key), button);
 }
 
 void GridWindow::doubleClick(int row, const QString& key) {
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at(row, key));
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, at(row, key));
+    QTest::mouseDClick(windowHandle(), Qt::LeftButton, {}, grid.viewport()->mapTo(this, at(row, key)));
 }
 
 void GridWindow::drag(int fromRow, int toRow, const QString& key) {
-    const QPoint to = at(toRow, key);
-    QTest::mousePress(grid.viewport(), Qt::LeftButton, {}, at(fromRow, key));
-    QMouseEvent move(QEvent::MouseMove, to, grid.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(grid.viewport(), &move);
-    QTest::mouseRelease(grid.viewport(), Qt::LeftButton, {}, to);
+    const auto inWindow = [&](int row) { return grid.viewport()->mapTo(this, at(row, key)); };
+    QTest::mousePress(windowHandle(), Qt::LeftButton, {}, inWindow(fromRow));
+    QTest::mouseMove(windowHandle(), inWindow(toRow));
+    QTest::mouseRelease(windowHandle(), Qt::LeftButton, {}, inWindow(toRow));
 }
 
 void GridWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {

@@ -20,6 +20,8 @@ public:
     QPoint at(int row, const QString& key) const;
     void click(int row, const QString& key, Qt::MouseButton button = Qt::LeftButton);
     void doubleClick(int row, const QString& key);
+    /// Clicks as a mouse does: the event reaches the window first, which gives it to `widget`.
+    void clickOn(QWidget& widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton);
     /// Presses the left button on one cell and releases it on another.
     void drag(int fromRow, int toRow, const QString& key);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {});

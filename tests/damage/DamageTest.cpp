@@ -16,6 +16,7 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Guarded.h"
+#include "samples/writer/RationFiles.h"
 #include "storage/LibraryConnection.h"
 #include "storage/SystemDatabase.h"
 #include "tests/damage/DamageKinds.h"
@@ -121,20 +122,16 @@ protected:
     }
 
     static void makeTables(Connection& file) {
+        createSystemTable(file);
         file.Execute(
-            "CREATE TABLE SysBaseData(DekId text,DekName text,DekFilename text,rgnName text,Prof text,QdkFileName "
-            "text)");
-        file.Execute(
-            "INSERT INTO SysBaseData VALUES('GD2018ZHDE01','定额','rations.db','广东省','01','damaged.bdb'),"
+            "INSERT INTO SysBaseData(DekId,DekName,DekFilename,rgnName,Prof,QdkFileName) "
+            "VALUES('GD2018ZHDE01','定额','rations.db','广东省','01','damaged.bdb'),"
             "('AWKWARD','特殊定额','rations.db','广东省','99','x.bdb'),('GONE','丢失的定额','gone.db','广东省','99',''"
             ")");
     }
 
     static void makeRations(Connection& file) {
-        file.Execute(
-            "CREATE TABLE DeSYB(sybID integer,CH integer,ZH integer,JH integer,XH integer,MH integer,BTM text,"
-            "isdel integer)");
-        file.Execute("CREATE TABLE DEB(ID integer primary key,sybID integer,DEH text,MC text,DW text)");
+        createRationTables(file);
         file.Execute(
             "INSERT INTO DeSYB WITH RECURSIVE r(n) AS (SELECT 0 UNION ALL SELECT n+1 FROM r WHERE n<47) SELECT "
             "n+1,n/16+1,(n%16>0)*(n/4%4+1),(n%4>0)*(n%4),0,0,'章'||n,0 FROM r");

@@ -17,6 +17,7 @@
 #include "app/base/Text.h"
 #include "editor/chapters/ChapterPane.h"
 #include "ration_browser/frmDekBrowser.h"
+#include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/environment/HostileTexts.h"
 #include "tests/environment/OtherProgram.h"
@@ -49,6 +50,9 @@ void enter(QWidget* box, const QString& text) {
 
 // --- Texts that are typed ----------------------------------------------------------------------------------------
 
+/// In a cell they are blanks.
+const QRegularExpression lineBreak(u"\\r\\n|[\\t-\\r\\x{85}\\x{2028}\\x{2029}]"_s);
+
 struct Place {
     const char* name;
     std::function<void(ModalAnswers&, const QString&)> type;
@@ -60,12 +64,14 @@ struct Place {
     /// Rows that change with the text.
     int rows = 1;
     bool manyLines = false;
+    bool cell = false;
     bool trimmed = true;
 
     /// What the place holds after `text` was put into it.
     QString taken(const QString& text) const {
         if (!manyLines) {
-            const QString fits = wholeCharacters(limit > 0 ? text.left(limit) : text);
+            const QString line = cell ? QString(text).replace(lineBreak, u" "_s) : text;
+            const QString fits = wholeCharacters(limit > 0 ? line.left(limit) : line);
             return trimmed ? trimBlanks(fits) : fits;
         }
         QString lines = wholeCharacters(text);
@@ -89,8 +95,10 @@ protected:
     }
 
     Place cell(const char* name, KeyedGrid* grid, const QString& key, const SqlText& stored, int limit, int row = 0) {
-        return {name, [=, this](ModalAnswers&, const QString& text) { typeInCell(grid, row, key, text); }, stored,
-                [=] { return grid->text(row, key); }, limit};
+        return {name,   [=, this](ModalAnswers&, const QString& text) { typeInCell(grid, row, key, text); },
+                stored, [=] { return grid->text(row, key); },
+                limit,  1,
+                false,  true};
     }
     Place box(const char* name, QPlainTextEdit* box, const SqlText& stored) {
         const auto type = [=, this](ModalAnswers&, const QString& text) {
@@ -246,7 +254,8 @@ TEST_F(HostileText, IsOnlyLookedForInTheQueryAndAsARation) {
     for (int number = 0; number < hostileTexts().size(); number += extent(6, 1), ++queries) {
         const QString& text = hostileTexts()[number];
         SCOPED_TRACE(qPrintable(text.left(60)));
-        const QString code = trimBlanks(wholeCharacters(text.left(150))).toUpper();
+        const QString line = QString(text).replace(lineBreak, u" "_s);
+        const QString code = trimBlanks(wholeCharacters(line.left(150))).toUpper();
         QStringList said = messagesOf([&] { typeInCell(user.contents(), 2, u"cont"_s, text); });
         EXPECT_TRUE(!breaksStatement(code) || said.takeFirst() == u"frmEditor.GetDeData 1"_s);
         EXPECT_TRUE(said == QStringList{u"提示: 定额 [%1] 不存在, 请重新输入!"_s.replace(u"%1"_s, code)});
@@ -319,20 +328,16 @@ TEST_F(HostileStored, RationLibrariesAndTheirListAreDataToo) {
     const QString path = joinPath(dataPath + u"广东省"_s, u"hostile.db"_s);
     QFile::remove(path);
     {
+        writeSystemDatabase(list, {{u"HOSTILE"_s, u"x"_s, u"hostile.db"_s, u"广东省"_s, u"0"_s}});
         OtherProgram system(list, systemKey);
         system.run("BEGIN");
-        system.run("CREATE TABLE SysBaseData(DekId,DekName,DekFilename,rgnName,Prof,QdkFileName)");
-        system.run("INSERT INTO SysBaseData VALUES('HOSTILE','x','hostile.db','广东省','0',NULL)");
         for (const QString& text : texts)
-            system.run("INSERT INTO SysBaseData VALUES(?1,?1,?1,?1,'1',?1)", {text});
+            system.run("INSERT INTO SysBaseData VALUES(?1,?1,?1,?1,?1,'1')", {text});
         system.run("COMMIT");
+        writeRationLibrary(path, {});
         OtherProgram library(path);
         library.run("BEGIN");
-        library.run(
-            "CREATE TABLE DeSYB AS SELECT 1 AS sybID,1 AS CH,0 AS ZH,0 AS JH,0 AS XH,0 AS MH,? AS BTM,0 AS "
-            "isdel",
-            {texts[0]});
-        library.run("CREATE TABLE DEB(ID Integer PRIMARY KEY,sybID Integer,DEH text,MC text,DW text)");
+        library.run("INSERT INTO DeSYB VALUES(1,1,0,0,0,0,?,0)", {texts[0]});
         for (int i = 0; i < texts.size(); ++i)
             library.run("INSERT INTO DEB(sybID,DEH,MC,DW) VALUES(1,?,?,?)",
                         {i % 2 ? texts[i] : u"C%1"_s.arg(i), texts[i], texts[(i + 5) % texts.size()]});
@@ -352,7 +357,7 @@ TEST_F(HostileStored, RationLibrariesAndTheirListAreDataToo) {
     // Every library that is listed can be chosen; none is there but the first.
     for (int entry = 1; entry < browser.cboDek()->count(); entry += extent(4, 1)) {
         const QString dekId = browser.cboDek()->itemData(entry).toString();
-        const bool shownWhole = dekId.size() < 2000 && !dekId.contains(u'\n');
+        const bool shownWhole = dekId.size() < 2000 && !dekId.contains(lineBreak);
         EXPECT_TRUE(!shownWhole || browser.cboDek()->itemText(entry) == dekId);
         EXPECT_EQ(messagesOf([&] { browser.setDekID(dekId); }).size(), 1) << qPrintable(dekId);
     }

@@ -236,6 +236,7 @@ TEST_F(LibraryFile, CanBeWorkedWithWhenTheProgramFolderIsWriteProtected) {
     ASSERT_TRUE(QFile::copy(path, library));
     for (const QString& open : {elsewhere.path(), library})
         ASSERT_TRUE(QFile::setPermissions(open, QFileDevice::Permissions(0x7777)));
+    copyOfSampleLibrary(u"old.bdb"_s);
     const QStringList before = everythingIn(programFolder());
     {
         const WriteProtected protection(before);
@@ -247,17 +248,22 @@ TEST_F(LibraryFile, CanBeWorkedWithWhenTheProgramFolderIsWriteProtected) {
                   QStringList());
         EXPECT_EQ(rename(u"x"_s) + typeCode(u"a1-3"_s), QStringList());
         EXPECT_EQ(user.contents()->text(2, u"cont"_s).left(6), u"[A1-3]"_s);
-        // An error is shown although it cannot be put down; a new library has no place.
+        // An error is shown although it cannot be put down; a new library has no place, and cannot take another's.
         EXPECT_EQ(rename(u"x'"_s), QStringList{u"ModDBOperator.ExecuteDDL 1"_s});
-        const QStringList said = messagesOf([this](ModalAnswers& answers) {
-            answers.then([](QWidget* dialog) {
-                auto* box = dialog->findChild<QLineEdit*>(u"txtFileName"_s);
-                typeText(box, u"新库"_s);
-                QTest::keyClick(box, Qt::Key_Return);
+        const QString failed = u"提示: 创建文件失败！"_s;
+        for (const auto& [name, said] :
+             {std::pair(u"新库"_s, QStringList{u"ModDBOperator.GetOrmConn 14"_s, failed}),
+              std::pair(u"old"_s, QStringList{u"提示: 存在相同的文件名，是否覆盖原来的文件？"_s, failed})}) {
+            const QStringList all = messagesOf([this, name = name](ModalAnswers& answers) {
+                answers.then([name](QWidget* dialog) {
+                    auto* box = dialog->findChild<QLineEdit*>(u"txtFileName"_s);
+                    typeText(box, name);
+                    QTest::keyClick(box, Qt::Key_Return);
+                });
+                user.window()->commandBars()->execute(256);
             });
-            user.window()->commandBars()->execute(256);
-        });
-        EXPECT_EQ(said.mid(1), (QStringList{u"ModDBOperator.GetOrmConn 14"_s, u"提示: 创建文件失败！"_s}));
+            EXPECT_EQ(all.mid(1), said);
+        }
         user.window()->commandBars()->execute(260);
         EditorDriver::settle();
     }

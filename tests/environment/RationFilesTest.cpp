@@ -9,6 +9,7 @@
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "ration_browser/frmDekBrowser.h"
+#include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/environment/OtherProgram.h"
 #include "tests/gui/Disturbance.h"
@@ -81,12 +82,9 @@ TEST_F(RationFiles, ReplacedWhileTheProgramRunsAreReadAnew) {
     EXPECT_EQ(typeCode(code), QStringList());
     const KeptFile kept(system);
     QFile::remove(path);
-    OtherProgram(system, systemKey)
-        .run(
-            "CREATE TABLE SysBaseData AS SELECT 'GD2018ZHDE01' AS DekId,'别的定额' AS DekName,'other.db' AS "
-            "DekFilename,'广东省' AS rgnName,'01' AS Prof,'' AS QdkFileName");
+    writeSystemDatabase(system, {{u"GD2018ZHDE01"_s, u"别的定额"_s, u"other.db"_s, u"广东省"_s}});
     EXPECT_EQ(typeCode(code), QStringList{u"提示: 定额库"_s + path + u"文件不存在!"_s});
-    OtherProgram(path).run("CREATE TABLE DEB AS SELECT 1 AS ID,1 AS sybID,'Z9' AS DEH,'新定额' AS MC,'t' AS DW");
+    writeRationLibrary(path, {{}, {{1, u"Z9"_s, u"新定额"_s, u"t"_s}}});
     EXPECT_EQ(typeCode(u"z9"_s), QStringList());
     EXPECT_EQ(user.contents()->text(2, u"cont"_s), u"[Z9] 新定额"_s);
     expectWindowIsFile();

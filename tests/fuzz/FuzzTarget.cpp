@@ -43,7 +43,7 @@ constexpr Column billTables[] = {{"tblSYB", "Code,Name,IsDel", 3},
                                  {"tblSpecEnum", "SpecID,IsUse,EigenValue", 3},
                                  {"tblCont", "BillID,Code,Num,Cont,Prof", 5},
                                  {"tblContDe", "ContID,SubNum,SubCont,Deh,Name,Unit,DekID", 7}};
-constexpr Column rationTables[] = {{"DeSYB", "sybID,CH,ZH,JH,XH,MH,BTM,isdel", 8}, {"DEB", "sybID,DEH,MC,DW", 4}};
+constexpr Column rationTables[] = {{"DeSYB", "sybID,CH,ZH,JH,XH,MH,BTM,isdel", 8}, {"DEB", "ID,sybID,DEH,MC,DW", 5}};
 
 /// The bytes of an empty library with both kinds of tables; its columns take any value.
 const QByteArray& emptyLibrary() {
@@ -54,8 +54,9 @@ const QByteArray& emptyLibrary() {
             library.Open(filePath(), QString(), Connection::readWriteCreate);
             library.OpenRecordset("PRAGMA page_size=512");
             CreateAllBillDBTable(&library);
-            library.Execute("CREATE TABLE DeSYB(sybID,CH,ZH,JH,XH,MH,BTM,isdel)");
-            library.Execute("CREATE TABLE DEB(ID integer primary key,sybID,DEH,MC,DW)");
+            for (const Column& table : rationTables)
+                library.Execute(
+                    sql("CREATE TABLE ", QString::fromLatin1(table.table), "(", QString::fromLatin1(table.names), ")"));
         }
         QFile file(filePath());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 
 #include "app/base/Text.h"
+#include "editor/common/Codes.h"
 #include "tests/gui/RandomUser.h"
 #include "tests/support/ModalAnswers.h"
 
@@ -82,7 +83,7 @@ void RandomUser::addBill() {
     say(u"add a bill behind "_s + base);
     const bool enabled = m_driver.isEnabled(2, 200);
     EXPECT_EQ(enabled, bills->tag() == u"0"_s && m_driver.chapter().size() == 6);
-    m_driver.run(2, 200);
+    run(2, 200);
     if (!enabled || failed())
         return;
     const QString code = neighbourCode(base, 9, true);
@@ -101,14 +102,14 @@ void RandomUser::deleteBill() {
     say(u"delete bill row %1"_s.arg(row));
     if (row < 0) {
         EXPECT_FALSE(m_driver.isEnabled(2, 201));
-        m_driver.run(2, 201);
+        run(2, 201);
         return;
     }
     const bool yes = chance(80);
     m_answers->press(yes ? QMessageBox::Yes : QMessageBox::No);
     m_expected << u"清单库编辑器: 确认删除清单 %1 %2 ？"_s.arg(bills->text(row, codeKey), bills->text(row, u"Name"_s));
     const QString id = bills->text(row, idKey);
-    m_driver.run(2, 201);
+    run(2, 201);
     if (!yes || failed())
         return;
     m_codes.deleteBill(id);
@@ -129,7 +130,7 @@ void RandomUser::moveBill() {
     say(u"move bill row %1 to %2"_s.arg(row).arg(other));
     const bool enabled = m_driver.isEnabled(2, up ? 104 : 105);
     EXPECT_EQ(enabled, bills->tag() == u"0"_s && row >= 0 && other >= 0 && other < bills->rowCount());
-    m_driver.run(2, up ? 104 : 105);
+    run(2, up ? 104 : 105);
     if (!enabled || failed())
         return;
     const QStringList moved = m_comparison.last().bills[row];
@@ -150,7 +151,64 @@ void RandomUser::query() {
     if (chance(50))
         m_driver.key(m_driver.search(), Qt::Key_Return);
     else
-        m_driver.run(2, 202);
+        run(2, 202);
     EXPECT_EQ(m_driver.bills()->tag(), u"1"_s);
     EXPECT_FALSE(m_driver.tree()->selectedNode());
+}
+
+/// What could not be listed is not there for any command, until it has been listed.
+void RandomUser::listWhileLocked() {
+    const QString chapter = m_driver.chapter();
+    if (m_disturbed)
+        return;
+    const bool asks = !holdsBills(chapter) || chance(50);
+
+    say(u"list while the file is locked"_s);
+    if (asks)
+        m_driver.typeQuery(u"0"_s);
+    {
+        const Disturbance locked(m_driver.path(), Disturbance::Kind::Locked);
+        m_driver.pragma("PRAGMA busy_timeout=0");
+        if (asks)
+            m_driver.run(2, 202);
+        else
+            m_driver.click(m_driver.tree()->selectedNode());
+
+        EditorDriver::settle();
+    }
+    expectError(asks ? "frmEditor.mnuQueryBill_Click" : "frmEditor.LoadBill");
+    EXPECT_FALSE(m_driver.bills()->hasRows());
+    m_query = u"0"_s;
+    // Adding lists first; a query is asked again.
+    m_driver.run(2, asks ? 202 : 200);
+}
+
+/// Leaves an edit by a click. Where the edit is refused the click may be lost, but a part of it never happens.
+void RandomUser::clickAwayFromAnEdit() {
+    KeyedGrid* grid = chance(50) ? m_driver.bills() : m_driver.contents();
+    const QList<int> rows = visibleContentRows(0);
+    if (!m_driver.bills()->hasRows() || (grid == m_driver.contents() && rows.isEmpty()))
+        return;
+    const bool isBill = grid == m_driver.bills();
+    const int row = isBill ? upTo(grid->rowCount()) : rows[upTo(static_cast<int>(rows.size()))];
+    const bool isRation = !isBill && grid->level(row) == 2;
+    const QString text = isRation ? u"zz"_s : oneOf({u"it's"_s, u"点开%1"_s.arg(++m_names)});
+    QWidget* editor = m_driver.openEditor(grid, row, isBill ? u"Name"_s : u"cont"_s);
+    if (!editor)
+        return;
+    EditorDriver::typeOver(editor, text);
+    say(u"type \"%1\" in row %2 of %3 and click elsewhere"_s.arg(text).arg(row).arg(grid->objectName()));
+    if (isRation)
+        m_expected << m_rations.rejection(text.toUpper(), grid->text(row, u"dekName"_s));
+    else if (text.contains(u'\''))
+        expectError("ModDBOperator.ExecuteDDL");
+    if (chance(60)) {
+        const QList<KeyedTree::Node*> nodes = m_driver.tree()->nodes();
+        m_driver.click(nodes[upTo(static_cast<int>(nodes.size()))]);
+    } else {
+        const int clicked = upTo(m_driver.bills()->rowCount());
+        m_driver.click(m_driver.bills(), clicked, codeKey);
+    }
+    if (grid->isEditing())
+        m_driver.key(editor, Qt::Key_Escape);
 }

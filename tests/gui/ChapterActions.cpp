@@ -120,7 +120,7 @@ void RandomUser::addChapter() {
         return;
     say(u"add a chapter behind "_s + lastCode);
     if (!m_driver.isEnabled(1, 100)) {
-        m_driver.run(1, 100);
+        run(1, 100);
         return;
     }
     const QString name = answerNameDialog(u"添加清单目录"_s, {});
@@ -131,7 +131,7 @@ void RandomUser::addChapter() {
     const int depth = last ? before[selectedTreeRow()][0].toInt() : 0;
     const QString parent = last && last->parent() ? KeyedTree::tag(last->parent()) : QString();
     const bool lost = !last && !before.isEmpty();
-    m_driver.run(1, 100);
+    run(1, 100);
     if (name.isEmpty())
         return;
     if (lost)
@@ -150,7 +150,7 @@ void RandomUser::addSubChapter() {
     say(u"add a chapter below "_s + parentCode);
     if (!m_driver.isEnabled(1, 101)) {
         EXPECT_TRUE(!parent || parentCode.size() >= 6);
-        m_driver.run(1, 101);
+        run(1, 101);
         return;
     }
     const QString name = answerNameDialog(u"添加清单子目录"_s, {});
@@ -161,7 +161,7 @@ void RandomUser::addSubChapter() {
     const bool exists = inFile(sql("SELECT ID FROM tblSYB WHERE Code='", code, "'"));
     const Rows before = m_prescribed.tree.value_or(rowsOf(m_driver.tree()));
     const qsizetype row = selectedTreeRow();
-    m_driver.run(1, 101);
+    run(1, 101);
     if (name.isEmpty() || none)
         return;
     if (exists)
@@ -178,13 +178,13 @@ void RandomUser::renameChapter() {
     say(u"rename chapter "_s + m_driver.chapter());
     if (!node) {
         EXPECT_FALSE(m_driver.isEnabled(1, 102));
-        m_driver.run(1, 102);
+        run(1, 102);
         return;
     }
     const QString code = m_driver.chapter();
     const QString name = answerNameDialog(u"修改清单目录"_s, node->text(0).mid(code.size() + 1));
     const qsizetype row = selectedTreeRow();
-    m_driver.run(1, 102);
+    run(1, 102);
     if (name.isEmpty())
         return;
     if (broken(name))
@@ -198,7 +198,7 @@ void RandomUser::deleteChapter() {
     say(u"delete chapter "_s + m_driver.chapter());
     if (!node) {
         EXPECT_FALSE(m_driver.isEnabled(1, 103));
-        m_driver.run(1, 103);
+        run(1, 103);
         return;
     }
     const bool yes = chance(80);
@@ -214,7 +214,7 @@ void RandomUser::deleteChapter() {
     const QString nextCode = KeyedTree::tag(next);
     const Rows before = rowsOf(tree);
     const qsizetype row = selectedTreeRow();
-    m_driver.run(1, 103);
+    run(1, 103);
     if (!yes)
         return;
     if (failed()) {
@@ -241,7 +241,7 @@ void RandomUser::moveChapter() {
     const QString other = KeyedTree::tag(sibling);
     say(u"swap chapters %1 and %2"_s.arg(code, other));
     EXPECT_EQ(m_driver.isEnabled(1, id), sibling != nullptr);
-    m_driver.run(1, id);
+    run(1, id);
     // Codes of different length, one of which has overflowed, cannot change places.
     if (!sibling || failed() || code.size() != other.size())
         return;
@@ -267,7 +267,7 @@ void RandomUser::moveChapter() {
 void RandomUser::openOrCloseNodes() {
     const int id = oneOf({106, 107, 108, 108, 109});
     say(u"tree command %1"_s.arg(id));
-    m_driver.run(1, id);
+    run(1, id);
     if (id == 109 && m_driver.tree()->nodeCount() > 0) {
         EXPECT_EQ(m_driver.tree()->selectedNode(), m_driver.tree()->firstNode());
     }

@@ -70,7 +70,7 @@ void RandomUser::addContent() {
     say(u"add a content"_s);
     const bool enabled = m_driver.isEnabled(2, 400);
     EXPECT_EQ(enabled, row >= 0);
-    m_driver.run(2, 400);
+    run(2, 400);
     if (!enabled)
         return;
     // What was done before an error is not undone.
@@ -84,7 +84,7 @@ void RandomUser::addSubContent() {
     const int level = contentLevel();
     say(u"add a second-level content on level %1"_s.arg(level));
     EXPECT_EQ(m_driver.isEnabled(2, 401), (level == 0 || level == 1) && !m_prescribed.detailsLocked);
-    m_driver.run(2, 401);
+    run(2, 401);
     if (failed())
         expectHalfDone();
 }
@@ -93,7 +93,7 @@ void RandomUser::addRation() {
     const int level = contentLevel();
     say(u"add a ration on level %1"_s.arg(level));
     EXPECT_EQ(m_driver.isEnabled(2, 402), level > 0 && !m_prescribed.detailsLocked);
-    m_driver.run(2, 402);
+    run(2, 402);
     if (level > 0 && !m_prescribed.detailsLocked) {
         EXPECT_TRUE(isOf(contentLine(), "2") && contentLine()[ContDeID].isEmpty());
     }
@@ -105,7 +105,7 @@ void RandomUser::deleteContentRow() {
     const bool enabled = m_driver.isEnabled(2, 403);
     EXPECT_EQ(enabled, level >= 0 && !m_prescribed.detailsLocked);
     if (!enabled) {
-        m_driver.run(2, 403);
+        run(2, 403);
         return;
     }
     const Rows before = rowsOf(m_driver.contents());
@@ -118,7 +118,7 @@ void RandomUser::deleteContentRow() {
     const SqlText itsRows =
         sql("SELECT ID FROM tblContDe WHERE contID='", line[ContID], "' AND subNum='", line[SubNum], "'");
     const bool hadRows = inFile(itsRows);
-    m_driver.run(2, 403);
+    run(2, 403);
     if (!yes)
         return;
     if (failed()) {
@@ -248,7 +248,7 @@ void RandomUser::chooseLibrary() {
     const QString library = ids[upTo(static_cast<int>(ids.size()))];
     const QString id = contentLine()[ContDeID];
     say(u"choose library %1 in content row %2"_s.arg(library).arg(m_driver.contents()->row()));
-    const bool editable = m_driver.choose(m_driver.contents(), m_driver.contents()->row(), dekKey, library);
+    const bool editable = m_driver.choose(m_driver.contents(), m_driver.contents()->row(), dekKey, library, chance(50));
     EXPECT_EQ(editable, !m_prescribed.detailsLocked);
     if (editable && !id.isEmpty())
         m_prescribed.libraryChosen[id] = library;

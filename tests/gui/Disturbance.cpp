@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include "storage/Connection.h"
+
 using namespace Qt::StringLiterals;
 
-Disturbance::Disturbance(const QString& path, Kind kind, const QString& change) : m_kind(kind) {
+Disturbance::Disturbance(const QString& path, Kind kind, const QString& change, frmEditor* editor) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_other), SQLITE_OK);
     switch (kind) {
         case Kind::Written:
@@ -19,15 +21,17 @@ Disturbance::Disturbance(const QString& path, Kind kind, const QString& change) 
             EXPECT_EQ(sqlite3_step(m_reading), SQLITE_ROW);
             break;
         case Kind::Refused:
-            run(u"CREATE TRIGGER refuse BEFORE %1 BEGIN SELECT RAISE(ABORT,'refused'); END"_s.arg(change));
+            m_refusing = editor;
+            editor->ormConn()->Execute(
+                sql("CREATE TEMP TRIGGER refuse BEFORE ", change, " BEGIN SELECT RAISE(ABORT,'refused'); END"));
             break;
     }
 }
 
 Disturbance::~Disturbance() {
     sqlite3_finalize(m_reading);
-    if (m_kind == Kind::Refused)
-        run(u"DROP TRIGGER refuse"_s);
+    if (m_refusing && m_refusing->ormConn())
+        m_refusing->ormConn()->Execute("DROP TRIGGER IF EXISTS temp.refuse");
     sqlite3_close(m_other);
 }
 

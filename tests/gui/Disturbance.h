@@ -1,23 +1,26 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
+
+#include "editor/frmEditor.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// Something outside the program that makes writing to a library fail for as long as it lives. It uses the database
-/// by itself: the program's own connections end their transactions with the user's event.
+/// Something that makes writing to a library fail for as long as it lives. Another program uses the database by itself:
+/// the program's own connections end their transactions with the user's event.
 class Disturbance {
 public:
     enum class Kind {
         Written,  ///< Another program is writing: nothing can be written, everything can be read.
         Read,     ///< Another program is reading: what was written cannot be brought to an end.
-        Refused,  ///< The file itself refuses one kind of change of one table.
+        Refused,  ///< One kind of change of one table is refused on the editor's connection.
         Locked,   ///< Another program keeps everybody out.
     };
 
-    /// `change` says what a file refuses, for instance "UPDATE ON tblBill".
-    Disturbance(const QString& path, Kind kind, const QString& change = QString());
+    /// `change` says what is refused on the connection of `editor`, for instance "UPDATE ON tblBill".
+    Disturbance(const QString& path, Kind kind, const QString& change = QString(), frmEditor* editor = nullptr);
     ~Disturbance();
     Disturbance(const Disturbance&) = delete;
     Disturbance& operator=(const Disturbance&) = delete;
@@ -27,5 +30,5 @@ private:
 
     sqlite3* m_other = nullptr;
     sqlite3_stmt* m_reading = nullptr;
-    Kind m_kind;
+    QPointer<frmEditor> m_refusing;
 };

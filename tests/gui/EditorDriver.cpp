@@ -4,14 +4,19 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
+
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
+
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolButton>
 
 #include "app/base/UserEvent.h"
 #include "editor/bills/BillPane.h"
@@ -120,14 +125,56 @@ bool EditorDriver::edit(KeyedGrid* grid, int row, const QString& key, const QStr
     return true;
 }
 
-bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value) const {
-    auto* choice = qobject_cast<QComboBox*>(openEditor(grid, row, key));
+bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse) const {
+    if (byMouse) {
+        click(grid, row, key);
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->currentIndex()).center());
+    }
+    auto* choice =
+        byMouse ? grid->findChild<QComboBox*>(u"cellEditor"_s) : qobject_cast<QComboBox*>(openEditor(grid, row, key));
     if (!choice)
         return false;
-    choice->view()->setCurrentIndex(choice->model()->index(choice->findData(value), 0));
-    QTest::keyClick(choice->view(), Qt::Key_Return);
+    QAbstractItemView* list = choice->view();
+    const QModelIndex entry = choice->model()->index(choice->findData(value), 0);
+    EXPECT_TRUE(list->isVisible());
+    if (byMouse) {
+        list->scrollTo(entry);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(entry).center());
+    } else {
+        list->setCurrentIndex(entry);
+        QTest::keyClick(list, Qt::Key_Return);
+    }
+
     EXPECT_FALSE(grid->isEditing());
     return true;
+}
+
+void EditorDriver::pasteOver(QWidget* editor, const QString& text) {
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_V, Qt::ControlModifier);
+}
+
+void EditorDriver::runByMouse(int host, int id) const {
+    const QAction* command = editor()->commandBars(host)->action(id);
+    for (auto* button : editor()->findChildren<QToolButton*>())
+        if (button->defaultAction() == command && button->isVisible())
+            return QTest::mouseClick(button, Qt::LeftButton);
+    QAbstractItemView* const panes[] = {tree(), id < 400 ? bills() : contents(), features(), values()};
+    QAbstractItemView* pane = panes[host - 1];
+    showPage(pane);
+    pane->scrollTo(pane->currentIndex());
+    const QRect row = pane->visualRect(pane->currentIndex());
+    QTest::mouseClick(pane->viewport(), Qt::RightButton, {}, row.isValid() ? row.center() : QPoint(5, 5));
+    QCoreApplication::processEvents();
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu) << host << ' ' << id;
+    for (QAction* entry : menu->actions())
+        if (entry->objectName().endsWith(u".%1"_s.arg(id)))
+            return QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+    // What stands in no menu is run as its key would.
+    QTest::keyClick(menu, Qt::Key_Escape);
+    run(host, id);
 }
 
 void EditorDriver::typeInto(QPlainTextEdit* box, const QString& text) const {

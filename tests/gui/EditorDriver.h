@@ -55,10 +55,12 @@ public:
     QWidget* openEditor(KeyedGrid* grid, int row, const QString& key) const;
     /// Types over the whole text of an open editor.
     static void typeOver(QWidget* editor, const QString& text);
+    /// Pastes over the whole text of an open editor.
+    static void pasteOver(QWidget* editor, const QString& text);
     /// Edits a cell: F2, the text, then the key `end`. False when the cell may not be edited.
     bool edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end = Qt::Key_Return) const;
-    /// Chooses the entry with the stored value `value` of a cell's drop-down list.
-    bool choose(KeyedGrid* grid, int row, const QString& key, const QString& value) const;
+    /// Chooses the entry with the stored value `value` of a cell's drop-down list, which a double click opens, or F2.
+    bool choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse = false) const;
     /// Replaces the text of a box by typing; does not leave it.
     void typeInto(QPlainTextEdit* box, const QString& text) const;
     void typeQuery(const QString& text) const;
@@ -66,6 +68,8 @@ public:
     bool isEnabled(int host, int id) const { return editor()->commandBars(host)->isEnabled(id); }
     /// Runs a command as a toolbar or menu does.
     void run(int host, int id) const { editor()->commandBars(host)->execute(id); }
+    /// Runs a command that is enabled with the mouse: by its button, else from the context menu of its pane.
+    void runByMouse(int host, int id) const;
 
     /// Closes the context menu that is open with Esc; false when none is.
     bool closeMenu();

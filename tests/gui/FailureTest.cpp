@@ -151,7 +151,7 @@ TEST_P(OpenSavepoints, KeepNothingFromTheFile) {
         const QStringList before = contentOf(user.path());
         QStringList said;
         {
-            const Disturbance disturbance(user.path(), GetParam(), QString::fromLatin1(command.refused));
+            const Disturbance disturbance(user.path(), GetParam(), QString::fromLatin1(command.refused), user.editor());
             said = messagesOf(command.act);
         }
         const bool couldBegin = GetParam() == Disturbance::Kind::Refused || GetParam() == Disturbance::Kind::Read;

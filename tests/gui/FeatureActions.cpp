@@ -39,7 +39,7 @@ void RandomUser::chooseType() {
     const int row = upTo(features->rowCount());
     const QString type = oneOf({u"0"_s, u"1"_s, u"2"_s, u"2"_s, u"3"_s});
     say(u"choose type %1 of feature row %2"_s.arg(type).arg(row));
-    EXPECT_EQ(m_driver.choose(features, row, u"type"_s, type), !m_prescribed.detailsLocked);
+    EXPECT_EQ(m_driver.choose(features, row, u"type"_s, type, chance(50)), !m_prescribed.detailsLocked);
     if (!m_prescribed.detailsLocked && !failed()) {
         EXPECT_EQ(features->text(row, u"type"_s), type);
     }
@@ -50,7 +50,7 @@ void RandomUser::addFeature() {
     const int rows = m_driver.features()->rowCount();
     const bool enabled = m_driver.isEnabled(3, 300);
     EXPECT_EQ(enabled, m_driver.bills()->row() >= 0);
-    m_driver.run(3, 300);
+    run(3, 300);
     if (enabled && !failed()) {
         EXPECT_EQ(m_driver.features()->row(), rows);
     }
@@ -63,7 +63,7 @@ void RandomUser::deleteFeature() {
     const int rows = features->rowCount();
     const bool enabled = m_driver.isEnabled(3, 301);
     EXPECT_EQ(enabled, row >= 0 && !m_prescribed.detailsLocked);
-    m_driver.run(3, 301);
+    run(3, 301);
     if (enabled && !failed()) {
         EXPECT_EQ(features->row(), qMin(row, rows - 2));
     }
@@ -132,7 +132,7 @@ void RandomUser::addValue() {
     const bool enumeration = features->row() >= 0 && features->text(features->row(), u"type"_s) == u"2"_s;
     EXPECT_EQ(enabled, enumeration && !m_prescribed.detailsLocked);
     const int rows = m_driver.values()->rowCount();
-    m_driver.run(4, 300);
+    run(4, 300);
     if (enabled && !failed()) {
         EXPECT_EQ(m_driver.values()->row(), rows);
     }
@@ -145,7 +145,7 @@ void RandomUser::deleteValue() {
     const int rows = values->rowCount();
     const bool enabled = m_driver.isEnabled(4, 301);
     EXPECT_EQ(enabled, row >= 0 && !m_prescribed.detailsLocked);
-    m_driver.run(4, 301);
+    run(4, 301);
     if (enabled && !failed()) {
         EXPECT_EQ(values->row(), qMin(row, rows - 2));
     }

@@ -212,6 +212,26 @@ key Left)");
     EXPECT_TRUE(main.editors().isEmpty());
 }
 
+TEST_F(Keyboard, TabGoesAsTheEyeDoesBothWays) {
+    makeLibrary();
+    does("tab grdBillList; choose 添加清单");
+    const QStringList details[] = {
+        {u"cboProfession"_s, u"grdConcent"_s}, {u"grdSpec"_s, u"grdSpecEnum"_s}, {u"txtRule"_s}, {u"txtContent"_s}};
+    for (int page = 0; page < 4; ++page) {
+        turnTo(page);
+        QStringList ring = QStringList{u"qt_tabwidget_tabbar"_s} + details[page] +
+                           QStringList{u"tvSYB"_s, u"CommandBars2.203"_s, u"grdBillList"_s, u"qt_tabwidget_tabbar"_s};
+        for (const QString& key : {u"Tab"_s, u"Shift+Tab"_s}) {
+                        for (const QString& name : ring.mid(1)) {
+                press(key);
+                EXPECT_EQ(focusName(), name) << qPrintable(key);
+            }
+
+            std::reverse(ring.begin(), ring.end());
+        }
+    }
+}
+
 TEST_F(Keyboard, MakesChangesAndFindsBills) {
     makeLibrary();
     // Typing or F2 begins an edit; Enter ends it, Tab goes on to the next cell, Esc leaves a cell as it was.

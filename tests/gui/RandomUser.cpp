@@ -39,6 +39,9 @@ const std::vector<RandomUser::Choice>& RandomUser::choices() {
         {Bills, 6, &RandomUser::deleteBill},
         {Bills, 9, &RandomUser::moveBill},
         {Bills, 4, &RandomUser::query},
+        {Bills, 2, &RandomUser::listWhileLocked},
+        {Bills, 8, &RandomUser::clickAwayFromAnEdit},
+
         {Bills, 7, &RandomUser::typeIntoBox},
         {Features, 8, &RandomUser::clickFeature},
         {Features, 8, &RandomUser::editFeature},
@@ -133,8 +136,8 @@ std::unique_ptr<Disturbance> RandomUser::disturb() {
                                   u"tblSpecEnum"_s, u"tblParm"_s});
     say(*m_disturbed == Kind::Written ? u"(another program writes)"_s
         : *m_disturbed == Kind::Read  ? u"(another program reads)"_s
-                                      : u"(the file refuses %1)"_s.arg(change));
-    return std::make_unique<Disturbance>(m_driver.path(), *m_disturbed, change);
+                                      : u"(refused is %1)"_s.arg(change));
+    return std::make_unique<Disturbance>(m_driver.path(), *m_disturbed, change, m_driver.editor());
 }
 
 void RandomUser::expectMessages() {
@@ -221,6 +224,13 @@ void RandomUser::say(const QString& what) {
 }
 
 QString RandomUser::story() const { return m_story.join(u"\n  "_s); }
+
+void RandomUser::run(int host, int id) {
+    if (chance(50) && m_driver.isEnabled(host, id))
+        m_driver.runByMouse(host, id);
+    else
+        m_driver.run(host, id);
+}
 
 void RandomUser::walk(QWidget* view, std::initializer_list<QKeyCombination> keys) {
     m_driver.showPage(view);

@@ -56,6 +56,8 @@ private:
     bool inFile(const SqlText& query) const;
     /// The chapters at which a fresh tree stops.
     inline static const SqlText overflowedChapters = "SELECT ID FROM tblSYB WHERE length(Code)%2=1 OR length(Code)>6";
+    /// Runs a command, enabled ones also with the mouse.
+    void run(int host, int id);
     void walk(QWidget* view, std::initializer_list<QKeyCombination> keys);
 
     // ChapterActions.cpp
@@ -79,6 +81,9 @@ private:
     void deleteBill();
     void moveBill();
     void query();
+    void listWhileLocked();
+    void clickAwayFromAnEdit();
+
     void shiftBills(int first, bool forward);
     bool leavesChapter(const QString& code) const;
 

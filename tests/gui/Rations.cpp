@@ -6,6 +6,7 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
+#include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/support/SampleProgram.h"
 
@@ -21,11 +22,8 @@ void addAwkwardLibrary() {
         return;
     Connection library;
     library.Open(path, QString(), Connection::readWriteCreate);
-    library.Execute(
-        "CREATE TABLE DeSYB (sybID Integer,CH Integer,ZH Integer,JH Integer,XH Integer,MH Integer,BTM text,"
-        "isdel Integer)");
+    createRationTables(library);
     library.Execute("INSERT INTO DeSYB VALUES(1,1,0,0,0,0,'章',0),(2,1,1,0,0,0,'节',0)");
-    library.Execute("CREATE TABLE DEB (ID Integer PRIMARY KEY,sybID Integer,DEH text,MC text,DW text)");
     library.Execute(
         "INSERT INTO DEB(sybID,DEH,MC,DW) VALUES(1,'x1-1','lower case','m'),(1,'X1-2','it''s','m'),"
         "(2,'X1-3','第三项','100m2'),(2,'x1-4','',NULL)");

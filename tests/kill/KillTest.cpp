@@ -135,15 +135,13 @@ protected:
         EXPECT_EQ(contentOf(alone), content);
         QFile::remove(alone);
         QFile::remove(sideFile());
-        // What refuses changes is the disturbance's, which was killed too.
-        GetOrmConn(m_library)->Execute("DROP TRIGGER IF EXISTS refuse");
         EXPECT_EQ(rowsInFile(m_library, "SELECT name FROM sqlite_schema WHERE type<>'table'"), QStringList());
     }
 
     /// The program opens what was left and shows it, and everything goes on.
     void goOn() {
         Orders orders = m_orders;
-        orders.seed = m_random() % 1000;
+        orders.seed = static_cast<unsigned>(m_random() % 1000);
         orders.steps = extent(3, 10);
         orders.checked = true;
         whole(orders);

@@ -5,18 +5,18 @@
 #include <QComboBox>
 #include <QFile>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMainWindow>
-#include <QSettings>
+#include <QMenu>
 #include <QTest>
 #include <QToolBar>
-#include <QToolButton>
 
-#include "app/base/Definitions.h"
+#include "app/base/UserSettings.h"
 #include "app/controls/CommandBars.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
+#include "ration_browser/ElidedLine.h"
 #include "ration_browser/RationReceiver.h"
-#include "storage/Connection.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/RationLibraries.h"
 
@@ -24,259 +24,247 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class Editor final : public RationReceiver {
-public:
-    void WinCommand(short mode, const QString& deh, const QString& dekID) override {
-        calls << u"%1 %2 %3"_s.arg(mode).arg(deh, dekID);
+struct Editor final : RationReceiver {
+    void WinCommand(RationMode mode, const QString& deh, const QString& dekID) override {
+        calls += u"%1 %2 %3;"_s.arg(static_cast<int>(mode)).arg(deh, dekID);
     }
-    QStringList takeCalls() { return std::exchange(calls, {}); }
+    QString receivingRow() const override { return row; }
+    QRect receivingRect() const override { return rect; }
+    QString takeCalls() { return std::exchange(calls, {}); }
 
-private:
-    QStringList calls;
+    QString calls, row;
+    QRect rect;
 };
+
+/// The key `code` as the platform sends it: down at `at` milliseconds, up a moment later.
+void stroke(int code, Qt::KeyboardModifiers modifiers, unsigned long at, bool repeat = false) {
+    QWidget* focus = QApplication::focusWidget();
+    QKeyEvent down(QEvent::KeyPress, code, modifiers, {}, repeat), up(QEvent::KeyRelease, code, modifiers);
+    down.setTimestamp(at);
+    up.setTimestamp(at + 1);
+    if (!qt_sendShortcutOverrideEvent(focus, at, code, modifiers, {}, repeat))
+        QCoreApplication::sendEvent(focus, &down);
+    QCoreApplication::sendEvent(focus, &up);
+}
 
 /// A main window with the shared browser, as the editor opens it.
 class Browser : public ::testing::Test {
 protected:
     Browser() {
         // Chapters of all five levels, a dead one, and rations in two of them.
-        for (const char* file : {"a.db", "b.db"})
-            files.make(
-                file,
-                {"101,12,'A1-1','平整场地','100m2'", "102,12,'a1-2x','原土打夯',NULL",
-                 "103,6,'A1-50','挖掘机挖土','1000m3'"},
-                {"12,1,0,0,0,0,'土石方工程',0", "3,1,2,0,0,0,'机械土石方',0", "4,1,2,5,0,0,'挖运',0",
-                 "5,1,2,5,1,0,'挖掘机',0", "6,1,2,5,1,9,'反铲',0", "7,1,3,0,0,0,'作废',1", "8,2,0,0,0,0,'砌筑工程',0"});
-        files.list({{"GD02", "安装定额", "b.db", "02"}, {"GD01", "建筑定额", "a.db", "01"}});
-        settings().clear();
+        files.make("a.db",
+                   {"101,12,'A1-1','平整场地','100m2'", "102,12,'a1-2x','原土打夯',NULL", "103,6,'B','挖','1000m3'"},
+                   {"12,1,0,0,0,0,'土石方工程',0", "3,1,2,0,0,0,'机械土石方',0", "4,1,2,5,0,0,'挖运',0",
+                    "5,1,2,5,1,0,'挖掘机',0", "6,1,2,5,1,9,'反铲',0", "7,1,3,0,0,0,'作废',1", "8,2,0,0,0,0,'砌筑',0"});
+        files.list({{"GD02", "安装", "a.db", "02"}, {"GD01", "建筑", "a.db", "01"}, {"NO", "无", "n.db", "03"}});
+        settings.clear();
     }
 
-    static QSettings settings() {
-        return {QSettings::defaultFormat(), QSettings::UserScope, u"Tessel"_s, u"frmDekBrowser"_s};
-    }
-    static QString name(const char* key) { return u"Settings/"_s + QString::fromLatin1(key); }
-    static int remembered(const char* key) { return settings().value(name(key), -1).toInt(); }
-
-    frmDekBrowser* open(const char* dekId) {
+    void open(const char* dekId) {
         if (!mainWindow) {
             mainWindow = std::make_unique<QMainWindow>();
-            mainWindow->setGeometry(10, 10, 700, 500);
             mainWindow->show();
         }
-        frmDekBrowser* browser = frmDekBrowser::shared(mainWindow.get());
+        browser = frmDekBrowser::shared(mainWindow.get());
         browser->setParetnForm(&editor);
         browser->setDekID(QString::fromLatin1(dekId));
         browser->show();
         browser->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(browser));
-        return browser;
+        tree = browser->tvRationContent();
+        grid = browser->grdDEB();
     }
 
-    static void click(KeyedTree* tree, const char* key) {
+    void click(const char* key) const {
         auto* node = tree->node(QString::fromLatin1(key));
         ASSERT_TRUE(node) << key;
         tree->scrollToItem(node);
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
+        QCoreApplication::processEvents();
     }
 
-    static void doubleClick(KeyedGrid* grid, int row, const char* key) {
-        const QPoint cell =
-            grid->visualRect(grid->model()->index(row, grid->column(QString::fromLatin1(key)))).center();
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell);
+    QPoint cell(int row) const { return grid->visualRect(grid->model()->index(row, grid->column(u"MC"_s))).center(); }
+
+    /// What the browser shows: "library>chapter>rations, * before the current one>open nodes".
+    QString shown() const {
+        QString rations, open;
+        for (int row = 0; row < grid->rowCount(); ++row)
+            rations += (row == grid->row() ? u"*"_s : u" "_s) + grid->text(row, u"DEH"_s) + grid->text(row, u"DW"_s);
+        for (const auto* node : tree->nodes())
+            open += node->isExpanded() ? u' ' + KeyedTree::key(node) : QString();
+        const QString chapter = KeyedTree::key(tree->selectedNode());
+        return QStringList{browser->cboDek()->currentText(), chapter, rations, open}.join(u'>');
     }
 
-    QStringList rations() const {
-        const KeyedGrid* grid = frmDekBrowser::shared(mainWindow.get())->grdDEB();
-        QStringList rows;
-        for (int row = 0; row < grid->rowCount(); ++row) {
-            QStringList cells;
-            for (const char* key : {"id", "DEH", "mc", "DW"})
-                cells << grid->text(row, QString::fromLatin1(key));
-            rows << cells.join(u'|');
-        }
-        return rows;
-    }
-
-    static QToolButton* button(frmDekBrowser* browser, int id) {
-        QAction* action = browser->CommandBars1()->action(id);
-        return qobject_cast<QToolButton*>(browser->findChild<QToolBar*>()->widgetForAction(action));
+    QWidget* button(int id) const {
+        return browser->findChild<QToolBar*>()->widgetForAction(browser->CommandBars1()->action(id));
     }
 
     RationLibraries files;
+    QSettings settings = userSettings(u"frmDekBrowser"_s);
     Editor editor;
     std::unique_ptr<QMainWindow> mainWindow;
+    frmDekBrowser* browser = nullptr;
+    KeyedTree* tree = nullptr;
+    KeyedGrid* grid = nullptr;
 };
 
 }  // namespace
 
-TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibrary) {
-    frmDekBrowser* browser = open("gd02");
-    EXPECT_EQ(browser->cboDek()->currentText(), u"建筑定额"_s) << "ids are compared exactly";
-    EXPECT_EQ(browser->DekID(), u"gd02"_s);
-    EXPECT_EQ(open("GD02"), browser);
-    EXPECT_EQ(browser->cboDek()->currentText(), u"安装定额"_s);
-    EXPECT_TRUE(browser->parentWidget() == mainWindow.get() && browser->isWindow() && !browser->isModal());
-    KeyedTree* tree = browser->tvRationContent();
-    EXPECT_EQ(tree->nodeCount(), 7) << "without the dead chapter";
-    const auto enabled = [&] {
-        QCoreApplication::processEvents();
-        EXPECT_EQ(button(browser, 259)->isEnabled(), button(browser, 260)->isEnabled());
-        return button(browser, 259)->isEnabled();
-    };
-    EXPECT_FALSE(enabled());
-    click(tree, "K12");
-    EXPECT_EQ(rations(), QStringList({u"101|A1-1|平整场地|100m2"_s, u"102|a1-2x|原土打夯|"_s}));
-    EXPECT_EQ(browser->grdDEB()->row(), 0);
-    EXPECT_TRUE(enabled());
-
-    // Asked for from another row, the chapter that was being read stays; in another library it does not.
+TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasLeft) {
+    open("gd01");
+    EXPECT_EQ(shown(), u"建筑>>> Root"_s) << "the first one: ids are compared exactly";
     open("GD02");
-    EXPECT_EQ(KeyedTree::key(tree->selectedNode()), u"K12"_s);
-    EXPECT_EQ(rations().size(), 2);
+    EXPECT_EQ(shown(), u"安装>>> Root"_s);
+    EXPECT_EQ(tree->nodeCount(), 7) << "without the dead chapter";
+    EXPECT_FALSE(button(259)->isEnabled() || button(260)->isEnabled());
+    click("K6");
+    EXPECT_GT(grid->columnWidth(grid->column(u"DW"_s)), grid->fontMetrics().horizontalAdvance(u"1000m3"_s) + 8);
+    tree->setAllExpanded(false);
+    tree->node(u"Root"_s)->setExpanded(true);
+    tree->node(u"K4"_s)->setExpanded(true);
+    click("K12");
+    EXPECT_TRUE(button(259)->isEnabled() && button(260)->isEnabled());
+    QTest::keyClick(grid, Qt::Key_Down);
+    const QString left = u"安装>K12> A1-1100m2*a1-2x> Root K4"_s;
+    EXPECT_EQ(shown(), left);
+    open("GD02");
+    EXPECT_EQ(shown(), left) << "asked for from another row";
+    browser->close();
+    EXPECT_EQ(browser->cboDek()->count() + tree->nodeCount() + grid->rowCount(), 0);
+    open("GD02");
+    EXPECT_EQ(shown(), left) << "closed";
     QTest::keyClick(browser->cboDek(), Qt::Key_Up);
-    EXPECT_EQ(browser->cboDek()->currentText(), u"建筑定额"_s);
-    EXPECT_TRUE(rations().isEmpty() && !enabled());
-    click(tree, "K12");
-    QTest::keyClick(tree, Qt::Key_Down);
-    EXPECT_TRUE(rations().isEmpty()) << "the next chapter has none";
-    click(tree, "K12");
-    click(tree, "Root");
-    EXPECT_TRUE(rations().isEmpty());
+    EXPECT_EQ(shown(), u"建筑>>> Root"_s);
+    open("GD02");
+    EXPECT_EQ(shown(), left) << "after another library";
+    click("Root");
+    EXPECT_EQ(shown(), u"安装>Root>> Root K4"_s);
+
+    // Nothing of it stays beside the name of a library that is not there.
+    click("K12");
+    ModalAnswers answers;
+    answers.closeAnything();
+    QTest::keyClick(browser->cboDek(), Qt::Key_Down);
+    EXPECT_EQ(answers.takeSeen(), QStringList{u"提示: "_s + files.path("n.db") + u" 文件不存在!"_s});
+    EXPECT_EQ(shown(), u"无>>>"_s);
+    EXPECT_FALSE(QFile::exists(files.path("n.db"))) << "looking for a file must not make it";
 }
 
 TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {
-    frmDekBrowser* browser = open("GD01");
-    KeyedGrid* grid = browser->grdDEB();
-    click(browser->tvRationContent(), "K12");
-    QCoreApplication::processEvents();
-    doubleClick(grid, 1, "MC");
+    const QString insert = u"0 a1-2x GD01;"_s, replace = u"1 a1-2x GD01;"_s;
+    editor.row = u"→ a.bdb · 010101001 平整场地 · 人工平整"_s;
+    open("GD01");
+    EXPECT_EQ(browser->lblReceiver()->text(), editor.row);
+    editor.row = QString(5000, u'长');
+    click("K12");
+    EXPECT_EQ(browser->lblReceiver()->text().size(), 2000) << "told anew after whatever the user did";
+    EXPECT_LT(browser->minimumSizeHint().width(), 900);
+    grid->setRow(1);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell(1));
     QTest::mouseDClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
-    QTest::keyClick(grid, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(editor.takeCalls(), insert);
     for (const int id : {256, 257, 258, 259, 260})
         browser->CommandBars1()->execute(id);
+    EXPECT_EQ(editor.takeCalls(), insert + replace);
     QTest::keyClick(grid, Qt::Key_F2);
     EXPECT_FALSE(grid->isEditing()) << "a ration library is only read";
+
+    // A right click chooses the row that its menu means.
+    grid->setRow(0);
+    QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, cell(1));
+    auto* menu = browser->findChild<QMenu*>(u"Ration Menu"_s);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().last()).center());
+    EXPECT_EQ(editor.takeCalls(), replace);
+
     // An editor that goes takes itself out, and only itself.
     const Editor other;
     frmDekBrowser::forget(&other);
     EXPECT_EQ(browser->ParetnForm(), &editor);
     frmDekBrowser::forget(&editor);
-    doubleClick(grid, 0, "DEH");
+    EXPECT_TRUE(browser->lblReceiver()->text().startsWith(u"定额放不进去"_s));
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell(0));
     browser->CommandBars1()->execute(259);
-    EXPECT_EQ(editor.takeCalls(),
-              QStringList({u"0 a1-2x GD01"_s, u"0 a1-2x GD01"_s, u"0 a1-2x GD01"_s, u"1 a1-2x GD01"_s}));
+    EXPECT_EQ(editor.takeCalls(), QString());
 }
 
-TEST_F(Browser, TheCommandsAndUnitsAreReadWhole) {
-    frmDekBrowser* browser = open("GD01");
-    QStringList commands;
-    for (int id = 256; id <= 261; ++id) {
-        const QAction* action = browser->CommandBars1()->action(id);
-        ASSERT_TRUE(action) << id;
-        commands << action->text() + u'/' + action->toolTip();
-    }
-    EXPECT_EQ(commands.join(u' '), u"查找/查找 身上/查找上一个 向下/查找下一个 插入/插入 替换/替换 关闭/关闭"_s);
-    EXPECT_EQ(browser->findChild<QToolBar*>()->actions().size(), 2);
-    click(browser->tvRationContent(), "K6");
-    const KeyedGrid* grid = browser->grdDEB();
-    EXPECT_GT(grid->columnWidth(grid->column(u"DW"_s)), grid->fontMetrics().horizontalAdvance(u"1000m3"_s) + 8);
-    EXPECT_TRUE(grid->isColumnHidden(grid->column(u"Id"_s)));
-}
-
-TEST_F(Browser, MissingAndDamagedFilesAreReportedAndLeaveNothing) {
-    files.list({{"GD01", "建筑定额", "a.db", "01"},
-                {"NONE", "没有", "none.db", "02"},
-                {"BAD", "坏", "bad.db", "03"},
-                {"FOREIGN", "别的", "foreign.db", "04"},
-                {"Q'", "引号", "a.db", "05"}});
-    files.makeDamaged("bad.db");
-    Connection foreign;
-    foreign.Open(files.path("foreign.db"), QString(), Connection::readWriteCreate);
-    foreign.Execute("CREATE TABLE other (a)");
-    foreign.Close();
-
-    frmDekBrowser* browser = open("GD01");
-    ModalAnswers answers;
-    answers.closeAnything();
+// However long a key is held down: X11 sends its repeats as strokes of their own, and they are not always marked.
+TEST_F(Browser, TabGoesTheWayOfTheEyeAndAKeyWritesOnceWhereverTheFocusIs) {
+    open("GD01");
+    click("K12");
+    const QString insert = u"0 A1-1 GD01;"_s, replace = u"1 A1-1 GD01;"_s;
     struct {
-        QString said;
-        int nodes;
-    } const expected[] = {{u"提示: "_s + files.path("none.db") + u" 文件不存在!"_s, 0},
-                          {u"提示: "_s + files.path("bad.db") + u" 文件已损坏!"_s, 0},
-                          {u"frmDekBrowser.CreateRationContent"_s, 1},
-                          {u"frmDekBrowser.LoadSYB"_s, 0}};
-    for (int index = 1; index <= 4; ++index) {
-        open("GD01");
-        click(browser->tvRationContent(), "K12");
-        EXPECT_EQ(rations().size(), 2);
-        answers.takeSeen();
-        browser->cboDek()->setFocus();
-        for (int i = 0; i < index; ++i)
-            QTest::keyClick(browser->cboDek(), Qt::Key_Down);
-        EXPECT_EQ(answers.takePlaces().last(), expected[index - 1].said);
-        EXPECT_EQ(browser->tvRationContent()->nodeCount(), expected[index - 1].nodes);
-        EXPECT_TRUE(rations().isEmpty());
-        EXPECT_EQ(QFile::exists(appPath + u"Error.log"_s), index > 2) << "missing and damaged are no recorded errors";
+        QWidget* focus;
+        QString byEnter, byCtrlEnter, bySpace;
+    } ring[] = {{browser->cboDek(), {}, {}, {}},
+                {button(259), insert, insert, insert},
+                {button(260), replace, replace, replace},
+                {tree, {}, {}, {}},
+                {grid, insert, replace, {}}};
+    unsigned long now = 1000;
+    for (const Qt::Key tab : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        std::end(ring)[-1].focus->setFocus();
+        for (const auto& stop : ring) {
+            QTest::keyClick(QApplication::focusWidget(), tab);
+            ASSERT_EQ(QApplication::focusWidget(), stop.focus);
+            const auto written = [&](int key, Qt::KeyboardModifiers modifiers) {
+                stroke(key, modifiers, now += 100);
+                stroke(key, modifiers, now + 1);
+                stroke(key, modifiers, now + 40, true);
+                return editor.takeCalls();
+            };
+            EXPECT_EQ(written(Qt::Key_Return, Qt::NoModifier), stop.byEnter);
+            EXPECT_EQ(written(Qt::Key_Enter, Qt::KeypadModifier), stop.byEnter);
+            EXPECT_EQ(written(Qt::Key_Return, Qt::ControlModifier), stop.byCtrlEnter);
+            // A combo box drops its list down.
+            const int space = stop.focus == browser->cboDek() ? Qt::Key_Return : Qt::Key_Space;
+            EXPECT_EQ(written(space, Qt::NoModifier), stop.bySpace);
+        }
+        std::reverse(std::begin(ring), std::end(ring));
     }
-    EXPECT_FALSE(QFile::exists(files.path("none.db"))) << "looking for a file must not make it";
-
-    browser->close();
-    QFile::remove(files.systemDatabasePath());
-    open("GD01");
-    EXPECT_EQ(answers.takePlaces(), QStringList{u"frmDekBrowser.LoadDekCom2boList"_s});
-    EXPECT_EQ(browser->cboDek()->count() + browser->tvRationContent()->nodeCount(), 0);
-    EXPECT_FALSE(QFile::exists(files.systemDatabasePath()));
 }
 
-TEST_F(Browser, EscHidesClosingUnloadsAndThePlacementIsRemembered) {
-    frmDekBrowser* browser = open("GD01");
-    browser->setGeometry(120, 80, 640, 420);
-    click(browser->tvRationContent(), "K12");
-    QTest::keyClick(browser->tvRationContent(), Qt::Key_Escape);
-    EXPECT_FALSE(browser->isVisible());
-    EXPECT_EQ(browser->grdDEB()->rowCount(), 2);
-    EXPECT_FALSE(settings().contains(name("MainLeft")));
-
-    browser->show();
+TEST_F(Browser, OpensBesideTheReceivingRowUntilTheUserPutsItElsewhere) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto besideTheRowAt = [&](int y) {
+        editor.rect = QRect(screen.left(), y, screen.width(), 28);
+        open("GD01");
+        return screen.contains(browser->geometry()) && !browser->frameGeometry().intersects(editor.rect);
+    };
+    EXPECT_TRUE(besideTheRowAt(screen.bottom() - 100));
+    QTest::keyClick(tree, Qt::Key_Escape);
+    EXPECT_FALSE(browser->isVisible() || settings.contains(u"Settings/MainLeft"_s)) << "Esc only hides";
+    EXPECT_TRUE(besideTheRowAt(screen.top() + 100));
     browser->close();
-    EXPECT_FALSE(browser->isVisible());
-    EXPECT_EQ(browser->cboDek()->count(), 0);
-    EXPECT_EQ(remembered("MainLeft"), browser->x());
-    EXPECT_EQ(remembered("MainHeight"), 420);
-
-    // The main window takes the browser with it; the next one stands where this one stood.
-    browser->resize(700, 450);
-    open("GD01");
-    EXPECT_EQ(browser->geometry(), QRect(120, 80, 640, 420));
-    browser->setGeometry(60, 40, 660, 440);
+    EXPECT_TRUE(besideTheRowAt(screen.bottom() - 100)) << "closed";
     mainWindow.reset();
-    EXPECT_EQ(open("GD01")->geometry(), QRect(60, 40, 660, 440));
+    EXPECT_TRUE(besideTheRowAt(screen.top() + 100)) << "another day";
+
+    const QRect own(30, 60, 660, 400);
+    browser->setGeometry(own);
+    for (const auto& end : {+[](frmDekBrowser* it) { it->hide(); }, +[](frmDekBrowser* it) { it->close(); }}) {
+        end(browser);
+        EXPECT_FALSE(besideTheRowAt(own.center().y()));
+        EXPECT_EQ(browser->geometry(), own);
+    }
+    browser->showMaximized();
+    QCoreApplication::processEvents();
+    mainWindow.reset();
+    open("GD01");
+    EXPECT_EQ(browser->geometry(), own) << "maximised, and gone with the main window";
 }
 
 TEST_F(Browser, WhatWasNeverShownOrMakesNoSenseLeavesThePlacementAlone) {
-    settings().setValue(name("MainLeft"), 5);
-    {
-        const frmDekBrowser unused(nullptr);
-        frmDekBrowser loaded(nullptr);
-        loaded.setDekID(u"GD01"_s);
-        loaded.resize(500, 500);
-    }
-    EXPECT_EQ(remembered("MainLeft"), 5);
-    EXPECT_FALSE(settings().contains(name("MainWidth")));
-
-    for (const char* key : {"MainLeft", "MainTop", "MainWidth", "MainHeight"})
-        settings().setValue(name(key), u"2147483647"_s);
-    frmDekBrowser* browser = open("GD01");
-    EXPECT_TRUE(browser->screen()->availableGeometry().contains(browser->geometry()));
-    browser->close();
-    settings().setValue(name("MainWidth"), u"宽"_s);
-    settings().setValue(name("MainHeight"), -7);
+    const auto set = [&](const char* key, const QVariant& to) { settings.setValue(QLatin1String(key), to); };
+    set("Settings/MainLeft", u"2147483647"_s);
+    frmDekBrowser(nullptr).setDekID(u"GD01"_s);
+    EXPECT_EQ(settings.allKeys(), QStringList{u"Settings/MainLeft"_s});
+    set("Settings/MainWidth", u"宽"_s);
+    set("Settings/MainHeight", -7);
     open("GD01");
+    EXPECT_TRUE(browser->screen()->availableGeometry().contains(browser->geometry()));
     EXPECT_GE(browser->height(), browser->minimumHeight());
-
     browser->showMinimized();
-    settings().setValue(name("MainLeft"), 5);
     browser->close();
-    EXPECT_EQ(remembered("MainLeft"), 5) << "minimised: nothing is remembered";
+    EXPECT_EQ(settings.value(u"Settings/MainHeight"_s), -7) << "minimised: nothing is remembered";
 }

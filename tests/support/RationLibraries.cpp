@@ -7,8 +7,7 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "storage/Connection.h"
-#include "storage/SystemDatabase.h"
+#include "samples/writer/RationFiles.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,16 +30,11 @@ QString RationLibraries::systemDatabasePath() { return appPath + u"tessel.dat"_s
 QString RationLibraries::path(const char* fileName) { return joinPath(regionFolder(), utf8(fileName)); }
 
 void RationLibraries::list(const std::vector<Listed>& libraries) const {
-    QFile::remove(systemDatabasePath());
-    Connection system;
-    system.Open(systemDatabasePath(), QString::fromLatin1(systemKey), Connection::readWriteCreate);
-    system.Execute(
-        "CREATE TABLE SysBaseData (DekId text,DekName text,DekFilename text,rgnName text,Prof text,"
-        "QdkFileName text)");
+    std::vector<ListedRationLibrary> rows;
     for (const Listed& library : libraries)
-        system.Execute(sql("INSERT INTO SysBaseData VALUES('", Doubled{utf8(library.dekId)}, "','", utf8(library.name),
-                           "','", utf8(library.fileName), "','", utf8(library.region), "','", utf8(library.prof), "','",
-                           utf8(library.billLibrary), "')"));
+        rows.push_back({utf8(library.dekId), utf8(library.name), utf8(library.fileName), utf8(library.region),
+                        utf8(library.prof), utf8(library.billLibrary)});
+    writeSystemDatabase(systemDatabasePath(), rows);
 }
 
 QString RationLibraries::make(const char* fileName, const std::vector<SqlText>& rations,
@@ -48,10 +42,7 @@ QString RationLibraries::make(const char* fileName, const std::vector<SqlText>& 
     Connection library;
     library.Open(path(fileName), QString(), Connection::readWriteCreate);
     library.Execute("BEGIN");
-    library.Execute(
-        "CREATE TABLE DeSYB (sybID integer,CH integer,ZH integer,JH integer,XH integer,MH integer,BTM text,"
-        "isdel integer)");
-    library.Execute("CREATE TABLE DEB (ID integer primary key,sybID integer,DEH text,MC text,DW text)");
+    createRationTables(library);
     for (const SqlText& values : chapters)
         library.Execute(sql("INSERT INTO DeSYB VALUES(", values, ")"));
     for (const SqlText& values : rations)

@@ -125,8 +125,8 @@ void expectWriting(const Writing& writing) {
                 else if (disturbance == Read)
                     held = other.OpenRecordset("SELECT * FROM tblSYB");
                 else if (disturbance == Refused)
-                    other.Execute(sql("CREATE TRIGGER refuse BEFORE ", writing.refused,
-                                      " BEGIN SELECT RAISE(ABORT,'refused'); END"));
+                    library->run(sql("CREATE TEMP TRIGGER refuse BEFORE ", writing.refused,
+                                     " BEGIN SELECT RAISE(ABORT,'refused'); END"));
                 EXPECT_EQ(writing.runs(disturbance == NoLibrary ? nullptr : library->connection()),
                           disturbance == Nothing);
                 held.Close();

@@ -31,7 +31,7 @@ struct Writing {
     Failing failing;
     std::function<bool(Connection*)> runs;  ///< whether it says that it succeeded
     const char* changes;                    ///< as told by DetailedLibrary::changes()
-    SqlText refused;                        ///< a change that comes late in it, as in CREATE TRIGGER … BEFORE
+    SqlText refused;                        ///< a change that comes late in it, as in CREATE TEMP TRIGGER … BEFORE
     const char* left = "";                  ///< what has been changed when that was refused
 };
 

@@ -1,0 +1,109 @@
+#include <QCoreApplication>
+#include <QFile>
+
+#include "app/base/Definitions.h"
+#include "app/base/Error.h"
+#include "app/controls/KeyedTree.h"
+#include "benchmarks/Actions.h"
+#include "benchmarks/Libraries.h"
+#include "benchmarks/PlainDatabase.h"
+#include "benchmarks/generator/LibraryGenerator.h"
+#include "benchmarks/start/Starts.h"
+#include "editor/contents/RationLookup.h"
+#include "ration_browser/frmDekBrowser.h"
+#include "storage/SystemDatabase.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString large = QLatin1String(largeRationLibrary);
+
+/// `ours`, beside statements on the large ration library, opened anew. The key of the system database is known.
+std::function<Sides(int)> besideLargeLibrary(const std::function<double()>& ours, const QString& plain) {
+    return [=](int) {
+        openSystemDatabase();
+        return Sides{ours, [plain] { return milliseconds([&] { PlainDatabase(GetDekFilePath(large)).run(plain); }); }};
+    };
+}
+
+Sides starting(const QStringList& arguments) {
+    return {[arguments] { return startEditor(arguments).milliseconds; },
+            [] { return startEmptyWindow().milliseconds; }};
+}
+
+/// The plain side is reading the file's bytes: whatever opens it cannot do less.
+Sides openingSystemDatabase(int) {
+    openSystemDatabase();
+    return {[] { return milliseconds([] { openSystemDatabase(); }); },
+            [] {
+                return milliseconds([] {
+                    QFile file(appPath + u"tessel.dat"_s);
+                    if (file.open(QIODevice::ReadOnly))
+                        file.readAll();
+                });
+            }};
+}
+
+double lookUp() {
+    QString name, unit;
+    bool found = false;
+    const double taken = milliseconds([&] { found = GetDeData(u"a500-40"_s, GetDekFilePath(large), name, unit); });
+    if (!found)
+        throw Error(1, u"the ration is not found"_s);
+    return taken;
+}
+
+/// Shows the large library in `browser`, until its tree is painted.
+void showLarge(frmDekBrowser& browser) {
+    browser.setDekID(large);
+    browser.show();
+    QCoreApplication::processEvents();
+}
+
+double openBrowser() {
+    std::unique_ptr<frmDekBrowser> browser;
+    return milliseconds([&] {
+        browser = std::make_unique<frmDekBrowser>(nullptr);
+        showLarge(*browser);
+    });
+}
+
+double chooseLibrary() {
+    frmDekBrowser browser(nullptr);
+    browser.setDekID(QLatin1String(smallRationLibrary));
+    browser.show();
+    QCoreApplication::processEvents();
+    const double taken = milliseconds([&] { showLarge(browser); });
+    if (browser.tvRationContent()->nodeCount() != chaptersOfLargeLibrary + 1)
+        throw Error(1, u"the tree is not whole"_s);
+    return taken;
+}
+
+}  // namespace
+
+std::vector<MeasuredAction> otherActions() {
+    const QString chapters = u"SELECT * FROM DeSYB WHERE isdel=0 ORDER BY CH,ZH,JH,XH,MH"_s;
+    return {
+        {"Start to first window", LibrarySize::None, 15, {3, 0, 1000}, [](int) { return starting({}); }, true},
+        // The key of the system database, which lists the ration libraries, has to be derived once a process.
+        {"Start with a library",
+         LibrarySize::Every,
+         15,
+         {3, 300, 1000},
+         [](int bills) { return starting({generatedLibrary(bills)}); },
+         true},
+        {"Open the system database again", LibrarySize::None, 15, {0, 5}, openingSystemDatabase},
+        {"Look a typed ration up, not the first",
+         LibrarySize::None,
+         15,
+         {0, 5},
+         besideLargeLibrary(lookUp, u"SELECT * FROM DEB WHERE DEH='a500-40' COLLATE NOCASE"_s)},
+        {"Open the ration browser", LibrarySize::None, 15, {0, 100}, besideLargeLibrary(openBrowser, chapters), true},
+        {"Choose a library of 20,000 rations",
+         LibrarySize::None,
+         15,
+         {0, 100},
+         besideLargeLibrary(chooseLibrary, chapters)},
+    };
+}
