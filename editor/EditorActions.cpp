@@ -80,7 +80,7 @@ std::vector<CommandAction> frmEditor::chapterActions() {
             104, u"上移目录"_s, u"ContentUp"_s, category, [pane] { pane->mnuMoveContentUp_Click(); }, hasPrevious),
         command(
             105, u"下移目录"_s, u"ContentDown"_s, category, [pane] { pane->mnuMoveContentDown_Click(); }, hasNext),
-        // The moves to another level have a place in the table but nothing to do.
+        // Moving a chapter to another level has an id, but no handler.
         command(106, u"左移目录"_s, u"ContentLeft"_s, category),
         {107, u"右移目录"_s, u"ContentRight"_s, u"最近打开清单库"_s, category},
         command(108, u"展开所有节点"_s, u"展开所有节点"_s, category, [pane] { pane->expandAll(); }),

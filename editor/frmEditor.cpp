@@ -93,7 +93,7 @@ bool frmEditor::commitPending() {
 }
 
 void frmEditor::closeEvent(QCloseEvent* event) {
-    // An edit that is refused does not keep the window: there is nothing of it to lose.
+    // A refused edit does not keep the window open: it could not be stored anyway.
     commitPending();
     saveSplitters();
     Form_Unload();

@@ -206,11 +206,13 @@ void frmDekBrowser::ListDeb(Recordset& rows) {
         [&] {
             m_grdDEB->setRedraw(false);
             m_grdDEB->clearRows();
+            KeyedGrid::Batch rations(*m_grdDEB);
             for (; !rows.EndOfFile(); rows.MoveNext())
-                m_grdDEB->appendRow({{"Id", rows.text("ID")},
-                                     {"DEH", rows.text("DEH")},
-                                     {"MC", rows.text("MC")},
-                                     {"DW", rows.text("DW")}});
+                rations.append({{"Id", rows.text("ID")},
+                                {"DEH", rows.text("DEH")},
+                                {"MC", rows.text("MC")},
+                                {"DW", rows.text("DW")}});
+            rations.add();
             if (m_grdDEB->hasRows())
                 m_grdDEB->setRow(0);
             redraw();

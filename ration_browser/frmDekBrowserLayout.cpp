@@ -107,6 +107,8 @@ void frmDekBrowser::layOut(QToolBar* bar) {
     caption->setBuddy(m_cboDek);
     m_cboDek->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_cboDek->setMinimumContentsLength(24);
+    turnByWheelOnlyWithFocus(m_cboDek);
+
     for (auto* button : bar->findChildren<QToolButton*>()) {
         // Without images only a frame tells that these are buttons.
         button->setAutoRaise(false);

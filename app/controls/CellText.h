@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <variant>
+#include <vector>
 
 /// The text of a grid's cell. What a file gave as UTF-8 is kept so until somebody looks: most rows of a long list are
 /// never shown.
@@ -19,4 +20,14 @@ public:
 
 private:
     std::variant<QString, QByteArray> m_text;
+};
+
+/// A row of a grid.
+struct GridRow {
+    std::vector<CellText> cells;
+    /// Its level in the outline.
+    int level = 0;
+    bool collapsed = false;
+    /// One bit for each column: the cell shows what is not written.
+    quint32 pending = 0;
 };

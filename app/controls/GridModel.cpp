@@ -1,6 +1,7 @@
 #include "app/controls/GridModel.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "app/controls/CheckState.h"
 
@@ -55,15 +56,15 @@ void GridModel::setList(int column, const QString& list) {
         Q_EMIT dataChanged(index(0, column), index(rows() - 1, column));
 }
 
-std::vector<CellText> GridModel::cellsOf(KeyedGrid::Cells cells) const {
-    std::vector<CellText> row(m_columns.size());
+GridModel::Row GridModel::made(KeyedGrid::Cells cells, int level) const {
+    Row row{std::vector<CellText>(m_columns.size()), level};
     // Cells mostly come in the order of the columns, so each is looked for from behind the one before.
     std::size_t next = 0;
     for (const auto& [key, text] : cells)
         for (std::size_t tried = 0; tried < m_keys.size(); ++tried) {
             const std::size_t column = (next + tried) % m_keys.size();
             if (qstricmp(key, m_keys[column].constData()) == 0) {
-                row[column] = text;
+                row.cells[column] = text;
                 next = column + 1;
                 break;
             }
@@ -71,10 +72,11 @@ std::vector<CellText> GridModel::cellsOf(KeyedGrid::Cells cells) const {
     return row;
 }
 
-void GridModel::insert(int at, KeyedGrid::Cells cells, int level) {
-    Row row{cellsOf(cells), level};
-    beginInsertRows({}, at, at);
-    m_rows.insert(m_rows.begin() + at, std::move(row));
+void GridModel::insert(int at, std::vector<Row> rows) {
+    if (rows.empty())
+        return;
+    beginInsertRows({}, at, at + static_cast<int>(rows.size()) - 1);
+    m_rows.insert(m_rows.begin() + at, std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end()));
     endInsertRows();
 }
 

@@ -21,13 +21,7 @@ class GridModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    struct Row {
-        std::vector<CellText> cells;
-        int level = 0;
-        bool collapsed = false;
-        /// One bit for each column: the cell shows what is not written.
-        quint32 pending = 0;
-    };
+    using Row = GridRow;
 
     void setColumns(std::vector<GridColumn> columns);
     const GridColumn& column(int column) const { return m_columns[static_cast<std::size_t>(column)]; }
@@ -39,7 +33,9 @@ public:
     int rows() const { return static_cast<int>(m_rows.size()); }
     const Row& row(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     bool contains(int row) const { return row >= 0 && row < rows(); }
-    void insert(int at, KeyedGrid::Cells cells, int level);
+    /// A row with these cells, which is not in the grid yet.
+    Row made(KeyedGrid::Cells cells, int level) const;
+    void insert(int at, std::vector<Row> rows);
     void remove(int first, int count);
     void setCollapsed(int row, bool collapsed);
     bool hasCollapsed() const { return m_collapsed > 0; }
@@ -63,7 +59,6 @@ public:
 
 private:
     QString description(int row, int column) const;
-    std::vector<CellText> cellsOf(KeyedGrid::Cells cells) const;
 
     std::vector<GridColumn> m_columns;
     std::vector<QByteArray> m_keys;

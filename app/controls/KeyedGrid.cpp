@@ -113,9 +113,16 @@ int KeyedGrid::appendRow(Cells cells, int level) {
 
 void KeyedGrid::insertRow(int at, Cells cells, int level) {
     at = qBound(0, at, rowCount());
-    m_model->insert(at, cells, level);
+    std::vector<GridRow> rows;
+    rows.push_back(m_model->made(cells, level));
+    m_model->insert(at, std::move(rows));
+
     expandAbove(at);
 }
+
+void KeyedGrid::Batch::append(Cells cells, int level) { m_rows.push_back(m_grid.m_model->made(cells, level)); }
+
+void KeyedGrid::Batch::add() { m_grid.m_model->insert(m_grid.rowCount(), std::move(m_rows)); }
 
 void KeyedGrid::removeRows(int first, int count) {
     const int end = qMin(first + count, rowCount());

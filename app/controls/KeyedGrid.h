@@ -65,6 +65,17 @@ public:
     using Cells = std::initializer_list<std::pair<const char*, CellText>>;
     /// Adds a row at the end, with outline `level`, and gives its number.
     int appendRow(Cells cells, int level = 0);
+    /// Rows that are added at the end together: one change for the view, however many they are.
+    class Batch {
+    public:
+        explicit Batch(KeyedGrid& grid) : m_grid(grid) {}
+        void append(Cells cells, int level = 0);
+        void add();
+
+    private:
+        KeyedGrid& m_grid;
+        std::vector<GridRow> m_rows;
+    };
     /// Inserts a row before row `at` (rowCount() for the end). The current row stays the same row.
     void insertRow(int at, Cells cells, int level = 0);
     /// Removes `count` rows. When the current row is among them no row is current afterwards; emits nothing.
@@ -178,7 +189,6 @@ private:
     int m_column = -1;
     bool m_menuWanted = false;
     /// The cell whose button, check box or list the mouse was pressed on.
-        QPersistentModelIndex m_pressed;
+    QPersistentModelIndex m_pressed;
     bool m_viewPressed = false;
-
 };

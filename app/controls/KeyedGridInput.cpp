@@ -45,7 +45,7 @@ void KeyedGrid::wantMenu(const QPoint& globalPosition) {
 
 void KeyedGrid::mousePressEvent(QMouseEvent* event) {
     m_menuWanted = false;
-        m_pressed = QPersistentModelIndex();
+    m_pressed = QPersistentModelIndex();
     m_viewPressed = false;
     if (!commitEdit())
         return;
@@ -66,7 +66,7 @@ void KeyedGrid::mousePressEvent(QMouseEvent* event) {
     if (part != Part::None)
         m_pressed = index;
     // The marker column has no cells of its own.
-        m_viewPressed = !key(index.column()).isEmpty();
+    m_viewPressed = !key(index.column()).isEmpty();
     if (m_viewPressed)
         QTableView::mousePressEvent(event);
     else
@@ -88,7 +88,7 @@ void KeyedGrid::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
     const QPersistentModelIndex pressed = std::exchange(m_pressed, QPersistentModelIndex());
-        // The view would select on the release of a press that it never had.
+    // The view would select on the release of a press that it never had.
     if (std::exchange(m_viewPressed, false))
         QTableView::mouseReleaseEvent(event);
     const QPoint position = event->position().toPoint();

@@ -188,7 +188,7 @@ void KeyedTree::selectVisible() {
 }
 
 void KeyedTree::mousePressEvent(QMouseEvent* event) {
-        m_menuWanted = event->button() == Qt::RightButton;
+    m_menuWanted = event->button() == Qt::RightButton;
     const QPoint position = event->position().toPoint();
     const Node* node = itemAt(position);
     m_pressed = event->button() == Qt::LeftButton && node;
@@ -214,7 +214,7 @@ void KeyedTree::mouseReleaseEvent(QMouseEvent* event) {
             Q_EMIT contextMenuWanted(event->globalPosition().toPoint());
         return;
     }
-        // The view would select on the release of a press that it never had.
+    // The view would select on the release of a press that it never had.
     if (event->button() == Qt::LeftButton && std::exchange(m_pressed, false))
         QTreeWidget::mouseReleaseEvent(event);
 }

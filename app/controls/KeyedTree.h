@@ -70,7 +70,6 @@ private:
     void selectVisible();
 
     QHash<QString, Node*> m_nodes;
-        bool m_menuWanted = false;
+    bool m_menuWanted = false;
     bool m_pressed = false;
-
 };

@@ -34,7 +34,8 @@ void BillPane::showCodes(int firstRow, const std::vector<Bill>& bills) {
 
 void BillPane::mnuAddBill_Click() {
     guarded({"frmEditor", "mnuAddBill_Click"}, [this] {
-        // Bills that could not be listed would be counted as none: they are shown first, and then it is asked again.
+        // After a failed listing the grid is empty though the chapter may have bills, and a code computed from it may
+        // be taken. List them, and let the user ask again.
         if (m_library.listing().failed)
             return m_library.showChapter(m_library.chapter());
         if (m_grdBillList->rowCount() >= mostBillsOfChapter) {
@@ -51,7 +52,7 @@ void BillPane::mnuAddBill_Click() {
             return;
         showCodes(at, shifted);
         m_grdBillList->insertRow(at, {{BillColumns::id.key, QString::number(*id)}, {BillColumns::code.key, newCode}});
-        // First, so that a text box which had the focus is left while its bill is still the current one.
+        // Before the new row becomes current: a text box that has the focus writes its text for the old bill now.
         m_grdBillList->setFocus();
         m_grdBillList->setCell(at, QString::fromLatin1(BillColumns::name.key));
     });
@@ -85,7 +86,7 @@ void BillPane::MoveBillRow(bool up) {
         const int other = up ? row - 1 : row + 1;
         if (row < 0 || other < 0 || other >= m_grdBillList->rowCount())
             return;
-        // One more than there are bills: no bill of the chapter has it.
+        // Codes of a chapter are dense, so the number after the last is free.
         const QString temporaryCode = m_library.chapter() + zeroPadded(m_grdBillList->rowCount() + 1, 3);
         if (!moveBill(m_library.connection(), bill(row), bill(other), temporaryCode))
             return;

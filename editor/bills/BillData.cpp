@@ -63,7 +63,7 @@ std::optional<qint64> addBill(Connection* ormConn, const QString& code, const st
 
 bool deleteBill(Connection* ormConn, qint64 id, const std::vector<Bill>& shifted) {
     return inSavepoint("mnuDeleteBill_Click", ormConn, [&](Connection& connection) {
-        // Made first: it serves the sub-selects too.
+        // Created before the deletes: their sub-selects use it too.
         const auto index = indexForShifting(connection, shifted);
         connection.Execute(sql("DELETE FROM tblParm WHERE billID='", id, "';"));
         connection.Execute(

@@ -49,7 +49,7 @@ BillPane::BillPane(LibraryDocument& library, QWidget* parent)
 }
 
 BillPane::~BillPane() {
-    // Boxes that were laid out elsewhere may live on and lose the focus later.
+    // The boxes may have got another parent and outlive this pane: losing the focus later, they must not call into it.
     for (BillTextBox* box : {m_txtRule.data(), m_txtContent.data()}) {
         if (box)
             box->validate = nullptr;
@@ -105,8 +105,10 @@ void BillPane::ListBillData(Recordset& rows) {
         [&] {
             m_grdBillList->setRedraw(false);
             m_grdBillList->clearRows();
+            KeyedGrid::Batch bills(*m_grdBillList);
             for (; !rows.EndOfFile(); rows.MoveNext())
-                appendBill(rows);
+                appendBill(bills, rows);
+            bills.add();
             showFirstBill();
         },
         [this] { listingFailed(); });
@@ -146,12 +148,12 @@ void BillPane::grdBillList_AfterRowColChange(int newRow) {
     });
 }
 
-void BillPane::appendBill(const Recordset& rows) {
+void BillPane::appendBill(KeyedGrid::Batch& bills, const Recordset& rows) {
     using namespace BillColumns;
     const auto cell = [&](const BillColumn& column) {
         return std::pair(column.key, CellText(rows.utf8(column.field)));
     };
-    m_grdBillList->appendRow({cell(id), cell(prefix), cell(code), cell(name), cell(unit), cell(cont), cell(rule)});
+    bills.append({cell(id), cell(prefix), cell(code), cell(name), cell(unit), cell(cont), cell(rule)});
 }
 
 QString BillPane::cell(int row, const BillColumn& column) const {

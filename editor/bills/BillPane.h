@@ -61,7 +61,7 @@ private:
     QString cell(int row, const BillColumn& column) const;
     void setCell(int row, const BillColumn& column, const QString& text);
     Bill bill(int row) const;
-    void appendBill(const Recordset& rows);
+    static void appendBill(KeyedGrid::Batch& bills, const Recordset& rows);
 
     // BillEditing.cpp
     void enableEditing();

@@ -75,7 +75,7 @@ void BillTextBox::commitChange() {
 }
 
 void BillTextBox::write() {
-    // A message box of the writing takes the focus: that must not write again.
+    // validate() may show a message box; the box takes the focus, which would lead here again.
     if (m_writing || m_billId == 0 || !validate)
         return;
     const QScopedValueRollback writing(m_writing, true);
@@ -84,7 +84,8 @@ void BillTextBox::write() {
     validate();
 }
 
-// A line separator, which the toolkit puts in for Shift+Enter, ends a line without being a line end to anybody else.
+// For Shift+Enter the toolkit inserts U+2028, which other programs do not take for a line end: begin a paragraph
+// instead.
 void BillTextBox::keyPressEvent(QKeyEvent* event) {
     if (isReadOnly() || !event->matches(QKeySequence::InsertLineSeparator)) {
         QPlainTextEdit::keyPressEvent(event);
@@ -111,7 +112,7 @@ void BillTextBox::focusOutEvent(QFocusEvent* event) {
     const Qt::FocusReason reason = event->reason();
     const bool borrowed =
         reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
-    // A press has written what it is about to take the focus from.
+    // When a mouse press moves the focus, PressGuard has had the change written already.
     const bool written = std::exchange(m_writtenByPress, false) && !isChanged();
     if (borrowed)
         commitChange();

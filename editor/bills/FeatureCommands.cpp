@@ -1,6 +1,8 @@
 // The commands that change which features and values there are.
 
 #include "app/base/Guarded.h"
+#include "app/controls/CheckState.h"
+
 #include "editor/bills/FeaturePane.h"
 #include "editor/common/CopyName.h"
 #include "editor/common/LibraryDocument.h"
@@ -53,8 +55,9 @@ void FeaturePane::mnuAddFeatureVal_Click() {
         const std::optional<qint64> added = addFeatureVal(m_library.connection(), m_grdSpec->value(row, id));
         if (!added)
             return;
-        m_grdSpecEnum->setCell(m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", u"2"_s}}),
-                               u"eigenValue"_s);
+        m_grdSpecEnum->setCell(
+            m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", CheckState::of(false)}}),
+            u"eigenValue"_s);
         m_grdSpecEnum->setFocus();
     });
 }

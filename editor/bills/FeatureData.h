@@ -11,7 +11,7 @@ class Connection;
 /// The statements that read and change the features of bills (tblBillSpec) and their values (tblSpecEnum). Failures
 /// are recorded.
 
-/// A value of a feature: its row id, the check state as it is stored ("1" in use, "2" not), its text.
+/// A value of a feature: its row id, the check state as the grid shows and the file stores it (CheckState), its text.
 struct FeatureValue {
     qint64 id;
     QString isUse;

@@ -2,6 +2,8 @@
 
 #include "app/base/Guarded.h"
 #include "app/base/Text.h"
+#include "app/controls/CheckState.h"
+
 #include "editor/bills/FeaturePane.h"
 #include "editor/common/LibraryDocument.h"
 
@@ -11,8 +13,6 @@ namespace {
 
 const QString isUse = u"isUse"_s;
 const QString eigenValue = u"eigenValue"_s;
-const QString inUse = u"1"_s;
-const QString notInUse = u"2"_s;
 
 }  // namespace
 
@@ -36,7 +36,7 @@ EditVerdict FeaturePane::grdSpec_ValidateEdit(int row, const QString& key, QStri
     return guarded(
         {"frmEditor", "grdSpec_ValidateEdit"},
         [&] {
-            // Of the type the number is stored, which is the position in its list.
+            // For the type the number of the list entry is stored.
             const bool isType = key.compare(u"type"_s, Qt::CaseInsensitive) == 0;
             const QString value = isType ? QString::number(numericValue(text)) : trimBlanks(text);
             if (!ModifyBillSpec(m_library.connection(), m_grdSpec->value(row, u"id"_s), key, value))
@@ -49,16 +49,16 @@ EditVerdict FeaturePane::grdSpec_ValidateEdit(int row, const QString& key, QStri
 
 void FeaturePane::grdSpecEnum_AfterEdit(int row, const QString& key) {
     guarded({"frmEditor", "grdSpecEnum_AfterEdit"}, [&] {
-        if (key.compare(isUse, Qt::CaseInsensitive) == 0 && m_grdSpecEnum->text(row, isUse) == inUse) {
+        if (key.compare(isUse, Qt::CaseInsensitive) == 0 && m_grdSpecEnum->text(row, isUse) == CheckState::checked) {
             for (int other = 0; other < m_grdSpecEnum->rowCount(); ++other) {
                 if (other != row)
-                    m_grdSpecEnum->setText(other, isUse, notInUse);
+                    m_grdSpecEnum->setText(other, isUse, CheckState::unchecked);
             }
         }
         const std::vector<FeatureValue> written = values();
         QString defVal;
         for (const FeatureValue& value : written) {
-            if (value.isUse == inUse)
+            if (value.isUse == CheckState::checked)
                 defVal = value.eigenValue;
         }
         if (writeFeatureValues(m_library.connection(), m_shownFeature, written, defVal))

@@ -4,6 +4,8 @@
 #include <QSplitter>
 
 #include "app/base/Guarded.h"
+#include "app/controls/CheckState.h"
+
 #include "editor/common/LibraryDocument.h"
 #include "storage/LibraryConnection.h"
 
@@ -94,7 +96,7 @@ void FeaturePane::LoadSpecEnum(qint64 specId) {
             Recordset rows = valuesOfFeature(m_library.connection(), specId);
             for (; !rows.EndOfFile(); rows.MoveNext())
                 m_grdSpecEnum->appendRow({{"ID", rows.text("ID")},
-                                          {"isUse", QString::number(rows.number("IsUse") == 1 ? 1 : 2)},
+                                          {"isUse", CheckState::of(rows.number("IsUse") == 1)},
                                           {"eigenValue", rows.text("EigenValue")}});
             ReleaseOrmRecordset(rows);
             showFirstRow(m_grdSpecEnum);

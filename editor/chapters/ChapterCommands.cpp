@@ -115,7 +115,8 @@ void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
         return;
     const QString codeA = KeyedTree::tag(m_tvSYB->selectedNode());
     const QString codeB = KeyedTree::tag(sibling);
-    // A code that has overflowed is longer than its siblings' codes: a swap would recode chapters of neither.
+    // A code that has overflowed (100 after 99) is longer than its siblings'. The swap replaces a fixed number of
+    // characters and would give both wrong codes.
     if (codeA.size() != codeB.size()) {
         Q_EMIT m_library.said(u"“%1”和“%2”的编号长度不同，不能互换位置"_s.arg(codeA, codeB));
         return;
@@ -125,6 +126,7 @@ void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
         return;
     CreateTvwSYB();
     m_library.checkShownBill();
-    // None when the tree was cut short before it: then no bills stay listed under the codes they had.
+    // A malformed code may have ended the rebuilding before the moved chapter: no node is selected and the list
+    // emptied.
     tvSYB_NodeClick(GetTvwNode(m_tvSYB, chapterKey(codeB)));
 }

@@ -58,7 +58,7 @@ bool DeleteBillSYB(Connection* ormConn, const QString& code) {
             connection.Execute(statement);
         return true;
     };
-    // What was deleted before an error stays deleted.
+    // By rule a delete that fails is not rolled back: what was deleted before the error stays deleted.
     return inSavepoint("DeleteBillSYB", ormConn, deleteAll, AfterFailure::LeaveOpen);
 }
 

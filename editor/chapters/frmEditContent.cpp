@@ -79,7 +79,7 @@ void frmEditContent::reject() {
 }
 
 void frmEditContent::closeEvent(QCloseEvent* event) {
-    // The toolkit sends the close box through reject(), as if it were Cancel.
+    // The default would call reject(), which empties Content as Cancel does; the close box leaves it.
     done(Rejected);
     event->accept();
 }

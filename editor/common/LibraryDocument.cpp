@@ -70,7 +70,8 @@ void LibraryDocument::show(const QString& chapter, const Listing& listing) {
         m_chapter = chapter;
         m_listing = listing;
     }
-    // A click has marked a chapter in the tree already: it hears which one is current, also when that stays.
+    // The tree has selected the clicked node already. It is told also when the chapter stays, to select the old node
+    // again.
     Q_EMIT chapterChanged();
     if (leaves)
         Q_EMIT listingChanged();

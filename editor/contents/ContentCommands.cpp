@@ -83,7 +83,7 @@ void ContentPane::munAddBillSubCont_Click() {
         const QString name = GetCopyName(m_library.connection(), u"新建二级工作内容"_s, "tblContDe", "subCont");
         if (name.isEmpty())
             return;
-        // On a content it goes behind the last one, on a second-level content right behind that.
+        // From a content's row it is appended to the content, from a second-level content's row inserted after that.
         qint64 number = 1;
         int at = row + 1;
         if (m_grdConcent->level(row) == contentLevel) {
@@ -115,7 +115,7 @@ void ContentPane::munAddBillContDe_Click() {
                     {"dekName", library}},
                    rationLevel);
         m_grdConcent->setPending(m_grdConcent->row(), dekName, true);
-        // Only one ration row without a ration: an older one goes.
+        // Only one row may be without a ration: an older one is removed.
 
         int blank = 0;
         while (blank < m_grdConcent->rowCount() &&

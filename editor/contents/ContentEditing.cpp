@@ -30,7 +30,7 @@ std::optional<qint64> writeRation(Connection* ormConn, const KeyedGrid& grid, in
     const qint64 number = grid.value(row, subNum);
     int above = row - 1;
     if (above >= 0 && grid.level(above) == subContentLevel) {
-        // The first ration takes the row that has stood for the second-level content alone.
+        // The first row of a second-level content holds only its text until the first ration is stored in it.
         const qint64 first = GetSubContID(ormConn, content, number);
         return first >= 1 && updateRation(ormConn, first, ration) ? std::optional(first) : std::nullopt;
     }

@@ -26,7 +26,7 @@ public:
         bool first = true;
         for (const OutlineRow& content : contents) {
             const SqlText id = sql("'", content.contID, "'");
-            // The statement on such an id fails by itself when its turn comes.
+            // An id with an apostrophe fits into no statement; the query for its own rows records the error later.
             if (!id.brokenAt().isEmpty())
                 continue;
             if (!std::exchange(first, false))

@@ -93,16 +93,18 @@ void ContentPane::LoadBillContent(qint64 billID) {
             const Outline outline = ::LoadBillContent(m_library.connection(), billID, profession());
             m_grdConcent->setRedraw(false);
             m_grdConcent->clearRows();
+            KeyedGrid::Batch rows(*m_grdConcent);
             for (const OutlineRow& row : outline)
-                m_grdConcent->appendRow({{"cont", row.cont},
-                                         {"Unit", row.unit},
-                                         {"dekName", row.dekName},
-                                         {"contID", row.contID},
-                                         {"contDeID", row.contDeID},
-                                         {"contNum", row.contNum},
-                                         {"subNum", row.subNum},
-                                         {"contType", QString::number(row.level)}},
-                                        row.level);
+                rows.append({{"cont", row.cont},
+                             {"Unit", row.unit},
+                             {"dekName", row.dekName},
+                             {"contID", row.contID},
+                             {"contDeID", row.contDeID},
+                             {"contNum", row.contNum},
+                             {"subNum", row.subNum},
+                             {"contType", QString::number(row.level)}},
+                            row.level);
+            rows.add();
             m_grdConcent->setRow(m_grdConcent->hasRows() ? 0 : -1);
             m_grdConcent->setRedraw(true);
         },

@@ -54,7 +54,7 @@ void RandomUser::walkTree() {
 QString RandomUser::answerNameDialog(const QString& caption, const QString& preset) {
     enum Way { Enter, Button, Cancel, Escape, CloseBox, OnlyBlanks };
     const Way way = oneOf({Enter, Enter, Enter, Enter, Button, Button, Cancel, Escape, CloseBox, OnlyBlanks});
-    const QString typed = way == OnlyBlanks ? u"   "_s : anyText();
+    const QString typed = way == OnlyBlanks ? u"   "_s : anyText().replace(u'\n', u' ');
     const QString name = trimBlanks(typed);
     const bool refused = (way == Enter || way == Button || way == OnlyBlanks) && name.isEmpty();
     m_expected << caption;

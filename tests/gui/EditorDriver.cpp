@@ -112,6 +112,11 @@ QWidget* EditorDriver::openEditor(KeyedGrid* grid, int row, const QString& key) 
 
 void EditorDriver::typeOver(QWidget* editor, const QString& text) {
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    if (text.contains(u'\n')) {
+        QApplication::clipboard()->setText(text);
+        QTest::keyClick(editor, Qt::Key_V, Qt::ControlModifier);
+        return;
+    }
     QTest::keyClick(editor, Qt::Key_Delete);
     typeText(editor, text);
 }
@@ -149,11 +154,7 @@ bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QS
     return true;
 }
 
-void EditorDriver::pasteOver(QWidget* editor, const QString& text) {
-    QApplication::clipboard()->setText(text);
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(editor, Qt::Key_V, Qt::ControlModifier);
-}
+
 
 void EditorDriver::runByMouse(int host, int id) const {
     const QAction* command = editor()->commandBars(host)->action(id);

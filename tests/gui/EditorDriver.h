@@ -53,10 +53,9 @@ public:
 
     /// Opens the editor of a cell with F2; null when the cell may not be edited.
     QWidget* openEditor(KeyedGrid* grid, int row, const QString& key) const;
-    /// Types over the whole text of an open editor.
+        /// Types over the whole text of an open editor; several lines are pasted.
     static void typeOver(QWidget* editor, const QString& text);
-    /// Pastes over the whole text of an open editor.
-    static void pasteOver(QWidget* editor, const QString& text);
+
     /// Edits a cell: F2, the text, then the key `end`. False when the cell may not be edited.
     bool edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end = Qt::Key_Return) const;
     /// Chooses the entry with the stored value `value` of a cell's drop-down list, which a double click opens, or F2.
