@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QComboBox>
+
 #include <QMessageBox>
 
 #include "app/base/Text.h"
@@ -45,6 +47,9 @@ void RandomUser::walkContents() {
     say(u"click content row %1"_s.arg(row));
     m_driver.click(grid, row, oneOf({contKey, u"Unit"_s, dekKey}));
     EXPECT_EQ(grid->row(), row);
+    // A click on the current cell of a column with a list opens the list.
+    if (const auto* choice = grid->findChild<QComboBox*>(u"cellEditor"_s))
+        m_driver.key(choice->view(), Qt::Key_Escape);
 }
 
 QList<int> RandomUser::visibleContentRows(int level) const {
@@ -234,7 +239,7 @@ void RandomUser::typeCode() {
     if (broken)
         expectError("ModDBOperator.ExecuteDDL");
     if (!failed()) {
-        rationWritten(line[ContDeID]);
+        rationWritten(contentLine()[ContDeID]);
     } else if (!line[ContDeID].isEmpty()) {
         m_prescribed.codeKept[line[ContDeID]] = trimBlanks(code);
         m_prescribed.onlyCaseChanged.remove(Prescribed::nodeKey(line));
