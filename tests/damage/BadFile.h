@@ -15,7 +15,8 @@ public:
     const QString& path() const { return m_path; }
     bool isPlain() const { return m_password.isEmpty(); }
 
-    int upTo(int count) { return static_cast<int>(m_dice() % static_cast<unsigned>(count)); }
+        /// 0 to count - 1; 0 also when there is nothing to choose from: what is left of a file may be empty.
+    int upTo(int count) { return static_cast<int>(m_dice() % static_cast<unsigned>(qMax(count, 1))); }
     bool chance(int percent) { return upTo(100) < percent; }
     QByteArray randomBytes(int count);
     template <typename List>
