@@ -67,16 +67,15 @@ Q_SIGNALS:
     void statusText(const QString& text);
 
 protected:
-        void closeEvent(QCloseEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     bool focusNextPrevChild(bool next) override;
-
 
 private:
     // EditorLayout.cpp
     void InitFormView();
     void SetVsGridStyle();
     void nameForScreenReaders();
-    
+
     void restoreSplitters();
     void saveSplitters() const;
 

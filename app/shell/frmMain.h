@@ -62,7 +62,7 @@ private:
     void nameWindows();
     void activeWindowChanged();
 
-        /// Shows `text` in the pane of the status bar for some seconds. When it is empty: what the active editor asks for,
+    /// Shows `text` in the pane of the status bar for some seconds. When it is empty: what the active editor asks for,
     /// else "Ready".
     void showStatus(const QString& text);
 

@@ -35,8 +35,7 @@ TEST(BillLists, AreThoseOfAChapterOrOfPartOfACode) {
 // What is only renumbered keeps its time stamp; parameters follow moves only.
 TEST(BillData, EachProcedureWritesItsRowsAloneAndFailsAsItIsMeantTo) {
     using enum Writing::Failing;
-    const std::vector<Bill> back{
-        {2, u"010101001"_s}, {3, u"010101002"_s}, {4, u"010101003"_s}, {5, u"010101004"_s}};
+    const std::vector<Bill> back{{2, u"010101001"_s}, {3, u"010101002"_s}, {4, u"010101003"_s}, {5, u"010101004"_s}};
     const std::vector<Bill> on{{2, u"010101003"_s}, {3, u"010101004"_s}, {4, u"010101005"_s}, {5, u"010101006"_s}};
     for (const Writing& writing : std::initializer_list<Writing>{
              {"", Statement, [](Connection* c) { return ModifyBill(c, 2, u"Rule"_s, u"新"_s); },

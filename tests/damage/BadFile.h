@@ -15,7 +15,7 @@ public:
     const QString& path() const { return m_path; }
     bool isPlain() const { return m_password.isEmpty(); }
 
-        /// 0 to count - 1; 0 also when there is nothing to choose from: what is left of a file may be empty.
+    /// 0 to count - 1; 0 also when there is nothing to choose from: what is left of a file may be empty.
     int upTo(int count) { return static_cast<int>(m_dice() % static_cast<unsigned>(qMax(count, 1))); }
     bool chance(int percent) { return upTo(100) < percent; }
     QByteArray randomBytes(int count);

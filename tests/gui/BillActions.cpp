@@ -198,11 +198,11 @@ void RandomUser::clickAwayFromAnEdit() {
         return;
     EditorDriver::typeOver(editor, text);
     say(u"type \"%1\" in row %2 of %3 and click elsewhere"_s.arg(text).arg(row).arg(grid->objectName()));
-        if (!isBill)
+    if (!isBill)
         m_prescribed.onlyCaseChanged.remove(Prescribed::nodeKey(rowsOf(grid)[row]));
     if (isRation)
         m_expected << m_rations.rejection(text.toUpper(), grid->text(row, u"dekName"_s));
-        else if (text.contains(u'\'') && (isBill || text != grid->text(row, u"cont"_s)))
+    else if (text.contains(u'\'') && (isBill || text != grid->text(row, u"cont"_s)))
         expectError("ModDBOperator.ExecuteDDL");
     if (chance(60)) {
         const QList<KeyedTree::Node*> nodes = m_driver.tree()->nodes();

@@ -154,8 +154,6 @@ bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QS
     return true;
 }
 
-
-
 void EditorDriver::runByMouse(int host, int id) const {
     const QAction* command = editor()->commandBars(host)->action(id);
     for (auto* button : editor()->findChildren<QToolButton*>())

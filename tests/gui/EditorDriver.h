@@ -53,7 +53,7 @@ public:
 
     /// Opens the editor of a cell with F2; null when the cell may not be edited.
     QWidget* openEditor(KeyedGrid* grid, int row, const QString& key) const;
-        /// Types over the whole text of an open editor; several lines are pasted.
+    /// Types over the whole text of an open editor; several lines are pasted.
     static void typeOver(QWidget* editor, const QString& text);
 
     /// Edits a cell: F2, the text, then the key `end`. False when the cell may not be edited.

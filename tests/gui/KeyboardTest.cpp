@@ -222,7 +222,7 @@ TEST_F(Keyboard, TabGoesAsTheEyeDoesBothWays) {
         QStringList ring = QStringList{u"qt_tabwidget_tabbar"_s} + details[page] +
                            QStringList{u"tvSYB"_s, u"CommandBars2.203"_s, u"grdBillList"_s, u"qt_tabwidget_tabbar"_s};
         for (const QString& key : {u"Tab"_s, u"Shift+Tab"_s}) {
-                        for (const QString& name : ring.mid(1)) {
+            for (const QString& name : ring.mid(1)) {
                 press(key);
                 EXPECT_EQ(focusName(), name) << qPrintable(key);
             }

@@ -209,7 +209,7 @@ QString RandomUser::anyText() {
             return u"　全角空白　"_s;
         case 5:
             return u"50%_\"q\";#1;a|b\\"_s;
-                case 6:
+        case 6:
             return QString(60, u'w');
         case 7:
             return u"两行\n名称%1"_s.arg(++m_names);
