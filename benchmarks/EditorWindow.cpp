@@ -31,7 +31,7 @@ public:
 private:
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
-        if (!dialog)
+        if (!dialog || !dialog->isModal())
             return false;
         // When the dialog is shown it has an event loop of its own.
         QTimer::singleShot(0, dialog, [this, dialog] {
