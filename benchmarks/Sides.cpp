@@ -21,11 +21,11 @@ Sides viewingIn(const QString& library, const Gesture& before, const Gesture& ac
 
 }  // namespace
 
-std::function<Sides(int bills)> viewing(Gesture before, Gesture act, const QString& plain) {
+std::function<Sides(int bills)> viewing(const Gesture& before, const Gesture& act, const QString& plain) {
     return [=](int bills) { return viewingIn(generatedLibrary(bills), before, act, plain); };
 }
 
-std::function<Sides(int bills)> viewingBareBills(Gesture before, Gesture act, const QString& plain) {
+std::function<Sides(int bills)> viewingBareBills(const Gesture& before, const Gesture& act, const QString& plain) {
     return [=](int bills) { return viewingIn(bareLibrary(bills), before, act, plain); };
 }
 

@@ -10,10 +10,10 @@ using Gesture = std::function<void(EditorWindow&)>;
 
 /// What shows something, in a window that stays open: `before` it brings the window where it is to begin, and does not
 /// count. `plain` reads the same rows.
-std::function<Sides(int bills)> viewing(Gesture before, Gesture act, const QString& plain);
+std::function<Sides(int bills)> viewing(const Gesture& before, const Gesture& act, const QString& plain);
 
 /// The same with the library without anything below its bills.
-std::function<Sides(int bills)> viewingBareBills(Gesture before, Gesture act, const QString& plain);
+std::function<Sides(int bills)> viewingBareBills(const Gesture& before, const Gesture& act, const QString& plain);
 
 /// What changes the library, in a new window on a copy that is as new each time.
 struct MeasuredChange {

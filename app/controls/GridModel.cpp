@@ -8,14 +8,13 @@
 using namespace Qt::StringLiterals;
 
 ComboList::ComboList(const QString& list) : source(list) {
-    QString rest = list;
-    if (rest.startsWith(u"|..."_s)) {
+    if (list.startsWith(u"|..."_s)) {
         ellipsis = true;
         return;
     }
-    if (rest.isEmpty())
+    if (list.isEmpty())
         return;
-    for (const QString& entry : rest.split(u'|')) {
+    for (const QString& entry : list.split(u'|')) {
         const auto end = entry.indexOf(u';');
         if (entry.startsWith(u'#') && end > 0)
             items.emplace_back(entry.mid(1, end - 1), entry.mid(end + 1));

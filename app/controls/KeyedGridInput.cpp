@@ -169,11 +169,11 @@ QModelIndex KeyedGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
 }
 
 void KeyedGrid::focusInEvent(QFocusEvent* event) {
-    // The base class would make the first row current.
+    // The item view between would make the first row current: it is left out.
     if (currentIndex().isValid())
         QTableView::focusInEvent(event);
     else
-        QAbstractScrollArea::focusInEvent(event);
+        QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
     viewport()->update();
 }
 

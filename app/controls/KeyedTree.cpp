@@ -256,11 +256,11 @@ void KeyedTree::keyPressEvent(QKeyEvent* event) {
 }
 
 void KeyedTree::focusInEvent(QFocusEvent* event) {
-    // The base class would make the first node current.
+    // The item view between would make the first node current: it is left out.
     if (currentIndex().isValid())
         QTreeWidget::focusInEvent(event);
     else
-        QAbstractScrollArea::focusInEvent(event);
+        QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
 }
 
 bool KeyedTree::viewportEvent(QEvent* event) {

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 void Main() {
     guarded({"modMain", "Main"}, [] {
-        static SingleInstance instance;
+        static const SingleInstance instance;
         if (instance.anotherIsRunning()) {
             QApplication::quit();
             return;

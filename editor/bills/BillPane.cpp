@@ -76,25 +76,22 @@ void BillPane::showListing() {
 }
 
 void BillPane::LoadBill(const QString& chapterCode) {
-    guarded(
-        {"frmEditor", "LoadBill"},
-        [&] {
-            Recordset rows = billsOfChapter(m_library.connection(), chapterCode);
-            ListBillData(rows);
-            ReleaseOrmRecordset(rows);
-        },
-        [this] { listingFailed(); });
+    list("LoadBill", [&] { return billsOfChapter(m_library.connection(), chapterCode); });
 }
 
 void BillPane::listQuery(const QString& text) {
+    list("mnuQueryBill_Click", [&] { return billsWithCode(m_library.connection(), text); });
+    if (!m_library.listing().failed)
+        Q_EMIT m_library.said(u"查找 “%1”：%2 条"_s.arg(text).arg(m_grdBillList->rowCount()));
+}
+
+void BillPane::list(const char* procedure, const std::function<Recordset()>& query) {
     guarded(
-        {"frmEditor", "mnuQueryBill_Click"},
+        {"frmEditor", procedure},
         [&] {
-            Recordset rows = billsWithCode(m_library.connection(), text);
+            Recordset rows = query();
             ListBillData(rows);
             ReleaseOrmRecordset(rows);
-            if (!m_library.listing().failed)
-                Q_EMIT m_library.said(u"查找 “%1”：%2 条"_s.arg(text).arg(m_grdBillList->rowCount()));
         },
         [this] { listingFailed(); });
 }

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 #include <vector>
 
 #include "app/controls/KeyedGrid.h"
@@ -54,6 +55,8 @@ public:
 private:
     void showListing();
     void listQuery(const QString& text);
+    /// Lists what `query` finds; errors are recorded under the name of `procedure`.
+    void list(const char* procedure, const std::function<Recordset()>& query);
     void listingFailed();
     void showFirstBill();
     void grdBillList_AfterRowColChange(int newRow);

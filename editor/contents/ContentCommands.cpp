@@ -116,7 +116,6 @@ void ContentPane::munAddBillContDe_Click() {
                    rationLevel);
         m_grdConcent->setPending(m_grdConcent->row(), dekName, true);
         // Only one row may be without a ration: an older one is removed.
-
         int blank = 0;
         while (blank < m_grdConcent->rowCount() &&
                (blank == m_grdConcent->row() || !isBlankRation(*m_grdConcent, blank)))

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QPointer>
+#include <QWidget>
 
 #include "app/base/Guarded.h"
 #include "app/base/Paths.h"

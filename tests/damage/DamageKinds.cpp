@@ -61,8 +61,8 @@ void extend(BadFile& file) { file.write(file.bytes() + file.randomBytes(1 + file
 void shufflePages(BadFile& file) {
     const QByteArray bytes = file.bytes();
     QByteArray shuffled = bytes;
-    const int size = BadFile::pageSize(bytes);
-    const int pages = static_cast<int>(bytes.size()) / size;
+    const qsizetype size = BadFile::pageSize(bytes);
+    const int pages = static_cast<int>(bytes.size() / size);
     for (int moves = 1 + file.upTo(6); moves > 0; --moves) {
         // The first one mostly stays: without it there would be no database at all.
         const int to = file.chance(90) ? 1 + file.upTo(pages - 1) : 0;
@@ -268,7 +268,7 @@ void leadPagesBack(BadFile& file) {
         root = static_cast<int>(found.number(0));
     }
     QByteArray bytes = file.bytes();
-    const int size = BadFile::pageSize(bytes);
+    const qsizetype size = BadFile::pageSize(bytes);
     const auto number = [](qsizetype value, int width) {
         QByteArray text;
         for (int shift = 8 * (width - 1); shift >= 0; shift -= 8)
@@ -285,8 +285,8 @@ void leadPagesBack(BadFile& file) {
             cells += number(child, 4) + number(i + 1, 1);
             pointers += number(size - 5 * children + 5 * i, 2);
         }
-        QByteArray page = QByteArray(1, '\x05') + number(0, 2) + number(children, 2) + number(size - cells.size(), 2) +
-                          number(0, 1) + number(child, 4) + pointers;
+        const QByteArray page = QByteArray(1, '\x05') + number(0, 2) + number(children, 2) +
+                                number(size - cells.size(), 2) + number(0, 1) + number(child, 4) + pointers;
         return page.leftJustified(size - cells.size(), '\0') + cells;
     };
     bytes.replace((root - 1) * size, size, interior(first));

@@ -115,7 +115,7 @@ void RandomUser::deleteContentRow() {
     }
     const Rows before = rowsOf(m_driver.contents());
     const int row = m_driver.contents()->row();
-    const QStringList line = before[row];
+    const QStringList& line = before[row];
     const bool yes = chance(80);
     m_answers->press(yes ? QMessageBox::Yes : QMessageBox::No);
     m_expected << (level == 2 ? u"清单库编辑器: 确认删除定额 "_s : u"清单库编辑器: 确认删工作内容指引 "_s) +
@@ -250,7 +250,7 @@ void RandomUser::chooseLibrary() {
     if (!goToRation())
         return;
     const QStringList ids = m_rations.ids();
-    const QString library = ids[upTo(static_cast<int>(ids.size()))];
+    const QString& library = ids[upTo(static_cast<int>(ids.size()))];
     const QString id = contentLine()[ContDeID];
     say(u"choose library %1 in content row %2"_s.arg(library).arg(m_driver.contents()->row()));
     const bool editable = m_driver.choose(m_driver.contents(), m_driver.contents()->row(), dekKey, library, chance(50));

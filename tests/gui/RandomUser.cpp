@@ -162,7 +162,7 @@ bool RandomUser::failed() const {
 
 void RandomUser::expectHalfDone() {
     EXPECT_TRUE(m_disturbed);
-    if (*m_disturbed != Disturbance::Kind::Written)
+    if (m_disturbed.value_or(Disturbance::Kind::Written) != Disturbance::Kind::Written)
         m_after = After::Reopen;
 }
 
