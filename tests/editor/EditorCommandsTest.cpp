@@ -17,13 +17,6 @@ namespace {
 
 class EditorCommands : public ::testing::Test {
 protected:
-    QString enabled(int host, std::initializer_list<int> ids) {
-        QStringList list;
-        for (const int id : ids)
-            if (user.isEnabled(host, id))
-                list << QString::number(id);
-        return list.join(u' ');
-    }
     void click(const QString& code) { user.click(user.tree()->node(u'K' + code)); }
 
     EditorDriver user{sampleCopy()};
@@ -72,29 +65,6 @@ TEST_F(EditorCommands, MenusToolbarsAndPagesAreComplete) {
     EXPECT_EQ(user.editor()->windowTitle(), sampleLibraryName());
     EXPECT_EQ(user.tree()->selectedNode(), user.tree()->firstNode());
     EXPECT_FALSE(user.bills()->hasRows());
-}
-
-TEST_F(EditorCommands, AreEnabledByWhatIsShown) {
-    const auto chapter = {100, 101, 102, 103, 104, 105, 106, 107, 108, 109};
-    const auto bill = {104, 105, 200, 201, 202, 400, 401, 402, 403};
-    click(u"01"_s);
-    EXPECT_EQ(enabled(1, chapter), u"100 101 102 103 105 106 107 108 109"_s);
-    EXPECT_EQ(enabled(2, bill), u"202"_s);
-    EXPECT_EQ(enabled(3, {300, 301}) + enabled(4, {300, 301}), QString());
-
-    click(u"010101"_s);
-    EXPECT_EQ(enabled(1, chapter), u"100 102 103 105 106 107 108 109"_s);
-    EXPECT_EQ(enabled(2, bill), u"105 200 201 202 400 401 403"_s);
-    EXPECT_EQ(enabled(3, {300, 301}), u"300 301"_s);
-    user.bills()->setRow(user.bills()->rowCount() - 1);
-    EXPECT_EQ(enabled(2, {104, 105}), u"104"_s);
-
-    // Query results can be deleted from, but neither moved nor added to.
-    user.run(2, 202);
-    EXPECT_FALSE(user.tree()->selectedNode());
-    user.bills()->setRow(1);
-    EXPECT_EQ(enabled(2, {104, 105, 200, 201, 202}), u"201 202"_s);
-    EXPECT_EQ(enabled(1, chapter), u"106 107 108 109"_s);
 }
 
 TEST_F(EditorCommands, TextStillBeingTypedIsCommittedBeforeACommandRuns) {

@@ -119,6 +119,7 @@ void RandomUser::addChapter() {
     if (lastCode.size() % 2 == 1)
         return;
     say(u"add a chapter behind "_s + lastCode);
+    EXPECT_EQ(m_driver.isEnabled(1, 100), m_driver.bills()->tag() != u"1"_s);
     if (!m_driver.isEnabled(1, 100)) {
         run(1, 100);
         return;
