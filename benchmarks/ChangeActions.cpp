@@ -75,10 +75,12 @@ QString checkedName(const QString& table, const QString& column, const QString& 
 
 std::vector<MeasuredAction> changeActions() {
     constexpr CostLimit noticeable{0, 100};
-    constexpr CostLimit threefold{3};
+    constexpr CostLimit throughout{2, 10};
+    constexpr CostLimit renumbering{2, 8, 100, 1.5};
+    constexpr CostLimit few{2, 5, 100, 1.5};
     const QString ration = u"A500-40"_s;
     return {
-        {"Swap two level-1 chapters", LibrarySize::Every, 15, threefold,
+        {"Swap two level-1 chapters", LibrarySize::Every, 15, throughout,
          changing({.before = [](EditorWindow& window) { window.clickChapter(u"01"_s); },
                    .act = command(chapterCommands, 105),
                    .plain = u"BEGIN;"_s + swappedChapters() + u"COMMIT"_s,
@@ -89,7 +91,7 @@ std::vector<MeasuredAction> changeActions() {
               .plain = u"SELECT ID FROM tblSYB WHERE Code='010111';"
                        "INSERT INTO tblSYB (Code,Name,LastUpdate,IsDel) VALUES ('010111','NEW','2024-01-01',0)"_s,
               .shown = u"SELECT * FROM tblBill WHERE Code LIKE '010111___' ORDER BY Code;"_s + detailsOf(u"0"_s)})},
-        {"Delete a chapter of 999 bills", LibrarySize::Every, 15, threefold,
+        {"Delete a chapter of 999 bills", LibrarySize::Every, 15, throughout,
          changing({.act = command(chapterCommands, 103),
                    .plain = u"BEGIN;"_s + deletedBills(u"Code BETWEEN '010101' AND '010101999'"_s) +
                             u"DELETE FROM tblSYB WHERE Code='010101';COMMIT"_s,
@@ -100,24 +102,24 @@ std::vector<MeasuredAction> changeActions() {
                    .plain = u"UPDATE tblBill SET Name='NEW',LastUpdate='2024-01-01' WHERE ID=1"_s}),
          true},
         // Below the first bill of the full chapter, which has room for one more.
-        {"Add a bill at the top", LibrarySize::Every, 15, threefold,
+        {"Add a bill at the top", LibrarySize::Every, 15, renumbering,
          changing({.prepare = u"DELETE FROM tblBill WHERE Code='010101999'"_s,
                    .act = command(billCommands, 200),
                    .plain = u"BEGIN;"_s + shifted(u"002"_s, u"998"_s, 1) +
                             u"INSERT INTO tblBill (Code,LastUpdate,IsDel) VALUES ('010101002','2024-01-01',0);COMMIT"_s,
                    .shown = detailsOf(u"last_insert_rowid()"_s)}),
          true},
-        {"Delete the first bill", LibrarySize::Every, 15, threefold,
+        {"Delete the first bill", LibrarySize::Every, 15, renumbering,
          changing({.act = command(billCommands, 201),
                    .plain = u"BEGIN;"_s + deletedBills(u"ID=1"_s) + shifted(u"002"_s, u"999"_s, -1) + u"COMMIT"_s,
                    .shown = detailsOf(u"2"_s) + u"SELECT * FROM tblContDe WHERE ContID BETWEEN 9 AND 16;"
                                                 "SELECT * FROM tblSpecEnum WHERE SpecID=3"_s})},
-        {"Move a bill", LibrarySize::Every, 45, threefold,
+        {"Move a bill", LibrarySize::Every, 45, renumbering,
          changing({.act = command(billCommands, 105),
                    .plain = u"BEGIN;"_s + exchanged(u"tblParm"_s, u"BillID"_s) + exchanged(u"tblCont"_s, u"BillID"_s) +
                             exchanged(u"tblBill"_s, u"ID"_s) + u"COMMIT"_s})},
         // The names count up without a gap, so counting them is enough to know the next one.
-        {"Add a feature among 500 of its name", LibrarySize::Every, 45, threefold,
+        {"Add a feature among 500 of its name", LibrarySize::Every, 45, few,
          changing({.prepare =
                        u"INSERT INTO tblBillSpec (BillID,Name,Type,LastUpdate,IsDel) SELECT ID,'新建项目特征'||"
                        "CASE ID WHEN 1 THEN '' ELSE '('||(ID-1)||')' END,0,'2024-01-01',0 FROM tblBill LIMIT 500"_s,
@@ -126,26 +128,36 @@ std::vector<MeasuredAction> changeActions() {
                             "'新建项目特征('||count(*)||')',0,'2024-01-01',0 FROM tblBillSpec "
                             "WHERE Name>='新建项目特征' AND Name<'新建项目特征)'"_s,
                    .shown = u"SELECT * FROM tblSpecEnum WHERE SpecID=last_insert_rowid()"_s})},
-        {"Add a work content", LibrarySize::Every, 15, noticeable,
+        {"Add a work content", LibrarySize::Every, 15, few,
          changing({.before = onContent(0),
                    .act = command(billCommands, 400),
                    .plain = checkedName(u"tblCont"_s, u"Cont"_s, u"新建工作内容"_s) +
                             u"BEGIN;UPDATE tblCont SET Num=Num+1 WHERE Num>=2 AND BillID=1;"
                             "INSERT INTO tblCont (Code,Num,Cont,Prof,BillID,LastUpdate,IsDel) VALUES "
                             "('010101001',2,'新建工作内容','01',1,'2024-01-01','0');COMMIT"_s})},
-        {"Add a second-level content", LibrarySize::Every, 15, noticeable,
+        {"Add a second-level content", LibrarySize::Every, 15, few,
          changing({.before = onContent(0),
                    .act = command(billCommands, 401),
                    .plain = checkedName(u"tblContDe"_s, u"SubCont"_s, u"新建二级工作内容"_s) +
                             u"BEGIN;UPDATE tblContDe SET SubNum=SubNum+1 WHERE SubNum>=3 AND ContID=1;"
                             "INSERT INTO tblContDe (ContID,SubNum,SubCont,LastUpdate,IsDel) VALUES "
                             "(1,3,'新建二级工作内容','2024-01-01','0');COMMIT"_s})},
-        {"Delete a work content", LibrarySize::Every, 15, noticeable,
+        {"Delete a work content", LibrarySize::Every, 15, few,
          changing({.before = onContent(0),
                    .act = command(billCommands, 403),
                    .plain = u"BEGIN;DELETE FROM tblContDe WHERE ContID=1;"
                             "UPDATE tblCont SET Num=Num-1 WHERE Num>1 AND BillID=1;"
                             "DELETE FROM tblCont WHERE ID=1;COMMIT"_s})},
+        {"Delete a second-level content", LibrarySize::Every, 15, few,
+         changing({.before = onContent(1),
+                   .act = command(billCommands, 403),
+                   .plain = u"BEGIN;DELETE FROM tblContDe WHERE ContID=1 AND SubNum=1;"
+                            "UPDATE tblContDe SET SubNum=SubNum-1 WHERE SubNum>1 AND ContID=1;COMMIT"_s})},
+        {"Delete a feature", LibrarySize::Every, 15, few,
+         changing({.act = command(featureCommands, 301),
+                   .plain = u"BEGIN;DELETE FROM tblSpecEnum WHERE SpecID=1;"
+                            "DELETE FROM tblBillSpec WHERE ID=1;COMMIT"_s,
+                   .shown = u"SELECT * FROM tblSpecEnum WHERE SpecID=2"_s})},
         {"Set a ration by its code", LibrarySize::Every, 45, noticeable,
          changing({.before = onContent(2),
                    .act = [=](EditorWindow& window) { window.edit(window.contents(), 2, u"cont"_s, ration); },

@@ -12,6 +12,8 @@
 #include "benchmarks/generator/LibraryGenerator.h"
 #include "editor/chapters/ChapterPane.h"
 #include "editor/frmEditor.h"
+#include "storage/Connection.h"
+#include "storage/Lookups.h"
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +64,9 @@ EditorWindow::EditorWindow(const QString& library) : m_editor(std::make_unique<f
     m_editor->resize(1366, 700);
     m_editor->show();
     settle();
+    // What a user's pause does.
+    while (m_editor->ormConn()->lookups().fillSlice())
+        settle();
 }
 
 EditorWindow::~EditorWindow() = default;

@@ -49,6 +49,19 @@ QString bareLibrary(int bills) {
     return path;
 }
 
+const char* const fittingIndexes =
+    "CREATE INDEX i1 ON tblBill(Code); CREATE INDEX i2 ON tblBill(Code COLLATE NOCASE); CREATE INDEX i3 ON "
+    "tblCont(BillID); CREATE INDEX i4 ON tblCont(Code); CREATE INDEX i5 ON tblContDe(ContID); CREATE INDEX i6 ON "
+    "tblBillSpec(BillID); CREATE INDEX i7 ON tblSpecEnum(SpecID); CREATE INDEX i8 ON tblParm(BillID); CREATE INDEX i9 "
+    "ON tblBillSpec(Name); CREATE INDEX i10 ON tblCont(Cont); CREATE INDEX i11 ON tblContDe(SubCont);";
+
+QString indexedLibrary(const QString& library) {
+    const QString path = library + u".indexed"_s;
+    if (!QFile::exists(path) && QFile::copy(library, path))
+        PlainDatabase(path).run(fittingIndexes);
+    return path;
+}
+
 LibraryCopy::LibraryCopy(const QString& original) : m_original(original) {
     static int copies = 0;
     m_path = folder().filePath(u"copy-%1.bdb"_s.arg(++copies));

@@ -14,6 +14,11 @@ QString generatedLibrary(int bills);
 /// The same with nothing below its bills.
 QString bareLibrary(int bills);
 
+/// A copy of `library` with the indexes that fit what is asked of a library, made on first use; it is only read.
+QString indexedLibrary(const QString& library);
+/// The statements that make them.
+extern const char* const fittingIndexes;
+
 /// A copy of a library, written through to the disk, that goes when the object does.
 class LibraryCopy {
 public:

@@ -22,15 +22,19 @@ using Side = std::function<double()>;
 struct Sides {
     Side ours;
     Side plain;
+    /// The same as plain on a library that has the fitting indexes; where there is none to have, as plain.
+    Side indexed = {};
 };
 
-/// What an action may cost on a library of national size (6,000 bills): `factor` times the plain side and `extra`
-/// milliseconds, and never more than `longest`, after which a user notices that the window does not answer. Other
-/// sizes are measured to see growth.
+/// What an action may cost on a library of national size (6,000 bills): `factor` times the indexed side and `extra`
+/// milliseconds, and never more than `longest`, after which a user notices that the window does not answer. In a
+/// library of ten times that, at most `growth` times as much, where that is limited. Other sizes are measured to see
+/// growth.
 struct CostLimit {
     double factor = 0;
     double extra = 0;
     double longest = 100;
+    double growth = 0;
 };
 
 enum class LibrarySize {

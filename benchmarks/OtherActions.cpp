@@ -86,11 +86,10 @@ std::vector<MeasuredAction> otherActions() {
     const QString chapters = u"SELECT * FROM DeSYB WHERE isdel=0 ORDER BY CH,ZH,JH,XH,MH"_s;
     return {
         {"Start to first window", LibrarySize::None, 15, {3, 0, 1000}, [](int) { return starting({}); }, true},
-        // The key of the system database, which lists the ration libraries, has to be derived once a process.
         {"Start with a library",
          LibrarySize::Every,
          15,
-         {3, 300, 1000},
+         {2.5, 0, 1000},
          [](int bills) { return starting({generatedLibrary(bills)}); },
          true},
         {"Open the system database again", LibrarySize::None, 15, {0, 5}, openingSystemDatabase},

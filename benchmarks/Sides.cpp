@@ -16,6 +16,9 @@ Sides viewingIn(const QString& library, const Gesture& before, const Gesture& ac
             },
             [database = std::make_shared<PlainDatabase>(library), plain] {
                 return milliseconds([&] { database->run(plain); });
+            },
+            [database = std::make_shared<PlainDatabase>(indexedLibrary(library)), plain] {
+                return milliseconds([&] { database->run(plain); });
             }};
 }
 
@@ -44,18 +47,27 @@ std::function<Sides(int bills)> changing(const MeasuredChange& change) {
             window.settle();
             return window.timed([&] { change.act(window); });
         };
-        const Side plain = [change, prepared, plainCopy] {
-            plainCopy->restore();
-            PlainDatabase library(plainCopy->path());
-            // Both sides have the schema in memory before they start.
-            library.run("SELECT count(*) FROM tblSYB");
-            return milliseconds([&] { library.run(change.plain + u';' + change.shown); });
+        const auto plainOn = [change](const std::shared_ptr<LibraryCopy>& copy) -> Side {
+            return [change, copy] {
+                copy->restore();
+                PlainDatabase library(copy->path());
+                // Both sides have the schema in memory before they start.
+                library.run("SELECT count(*) FROM tblSYB");
+                return milliseconds([&] { library.run(change.plain + u';' + change.shown); });
+            };
+        };
+        const Side plain = plainOn(plainCopy);
+        // The copy of a copy is restored from that one, which the side keeps.
+        const auto withIndexes = std::make_shared<LibraryCopy>(prepared->path());
+        PlainDatabase(withIndexes->path()).run(fittingIndexes);
+        const Side indexed = [withIndexes, side = plainOn(std::make_shared<LibraryCopy>(withIndexes->path()))] {
+            return side();
         };
         ours();
         plain();
         const QString found = difference(ourCopy->path(), plainCopy->path());
         if (!found.isEmpty())
             throw Error(1, u"the two sides leave another %1"_s.arg(found));
-        return Sides{ours, plain};
+        return Sides{ours, plain, indexed};
     };
 }

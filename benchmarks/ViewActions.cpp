@@ -1,8 +1,12 @@
+#include <cmath>
+
 #include "app/controls/KeyedGrid.h"
 #include "benchmarks/Actions.h"
 #include "benchmarks/Libraries.h"
 #include "benchmarks/PlainDatabase.h"
 #include "benchmarks/Sides.h"
+#include "storage/LibraryConnection.h"
+#include "storage/Lookups.h"
 
 using namespace Qt::StringLiterals;
 
@@ -44,12 +48,46 @@ Sides opening(int bills) {
             [path] { return milliseconds([&] { PlainDatabase(path).run(chapters); }); }};
 }
 
+/// Beside one pass over the tables, which stays in memory as the program's does.
+Sides filling(int bills) {
+    const QString path = generatedLibrary(bills);
+    return {[path] {
+                const auto library = GetOrmConn(path);
+                return milliseconds([&] {
+                    while (library->lookups().fillSlice()) {
+                    }
+                });
+            },
+            [path] {
+                PlainDatabase library(path);
+                return milliseconds([&] {
+                    library.run(
+                        "SELECT * FROM tblBill; SELECT * FROM tblCont; SELECT * FROM tblContDe; SELECT * FROM "
+                        "tblBillSpec; SELECT * FROM tblSpecEnum; SELECT * FROM tblParm");
+                });
+            }};
+}
+
+Sides longestSlice(int) {
+    const QString path = generatedLibrary(60000);
+    return {[path] {
+                const auto library = GetOrmConn(path);
+                double longest = 0;
+                for (bool more = true; more;)
+                    longest = std::fmax(longest, milliseconds([&] { more = library->lookups().fillSlice(); }));
+                return longest;
+            },
+            [path] { return milliseconds([&] { PlainDatabase(path).run("SELECT * FROM tblBill LIMIT 20000"); }); }};
+}
+
 }  // namespace
 
 std::vector<MeasuredAction> viewActions() {
     constexpr CostLimit noticeable{0, 100};
     return {
         {"Open a library", LibrarySize::Every, 45, noticeable, opening},
+        {"Fill the look-ups", LibrarySize::Every, 15, {3, 0, 1000}, filling},
+        {"Longest wait while look-ups of 60,000 bills are filled", LibrarySize::None, 3, noticeable, longestSlice},
         {"Build the chapter tree",
          LibrarySize::Every,
          45,
@@ -66,7 +104,7 @@ std::vector<MeasuredAction> viewActions() {
         {"Change of bill, details shown",
          LibrarySize::Every,
          45,
-         {2},
+         {2, 5, 100, 1.5},
          viewing(nextOfFull, press("grdBillList", Qt::Key_Down), detailsOfFirst),
          true},
         {"Choose a profession, contents shown",

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QTabWidget>
+#include <QTimer>
 
 #include "app/base/Definitions.h"
 #include "app/base/FileSystem.h"
@@ -15,6 +16,9 @@
 #include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentPane.h"
 #include "ration_browser/frmDekBrowser.h"
+#include "storage/Connection.h"
+#include "storage/Lookups.h"
+#include "storage/SystemDatabase.h"
 
 using namespace Qt::StringLiterals;
 
@@ -67,14 +71,39 @@ bool frmEditor::Form_Load() {
         opened = m_library->open(m_DBFilePath);
         if (!opened)
             showMessage(u"打开"_s + m_DBFilePath + u"文件失败！"_s, u"提示"_s, MessageIcon::Exclamation);
-        m_library->setDefaultRationLibrary(GetDefDekID(m_DBFileName));
-        m_contents->setDekComboList(GetDekComboList());
+        if (!isSystemDatabaseBeingPrepared())
+            loadRationLibraries();
         m_chapters->CreateTvwSYB();
         if (tabBillDetail->count() > 0)
             tabBillDetail->setCurrentIndex(0);
         m_chapters->tvSYB()->setFocus();
+        m_chapters->tvSYB()->viewport()->installEventFilter(this);
     });
     return opened;
+}
+
+bool frmEditor::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Paint) {
+        watched->removeEventFilter(this);
+        QTimer::singleShot(0, this, &frmEditor::firstPaintingDone);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+/// What the first picture of the library did not have to wait for; the user can do nothing before.
+void frmEditor::firstPaintingDone() {
+    if (m_unloaded)
+        return;
+    if (!m_rationLibrariesLoaded)
+        loadRationLibraries();
+    if (ormConn())
+        ormConn()->lookups().fillWhenIdle();
+}
+
+void frmEditor::loadRationLibraries() {
+    m_rationLibrariesLoaded = true;
+    m_library->setDefaultRationLibrary(GetDefDekID(m_DBFileName));
+    m_contents->setDekComboList(GetDekComboList());
 }
 
 void frmEditor::Form_Unload() {

@@ -69,6 +69,7 @@ Q_SIGNALS:
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // EditorLayout.cpp
@@ -93,11 +94,14 @@ private:
     void LoadAllToolbarsIcons();
 
     void openRationBrowser(const QString& dekId);
+    void loadRationLibraries();
+    void firstPaintingDone();
 
     QWidget* m_mainWindow;
     QString m_DBFilePath;
     QString m_DBFileName;
     LibraryDocument* m_library;
+    bool m_rationLibrariesLoaded = false;
     bool m_unloaded = false;
 
     // In this order, in which they hear of a change: contents before features.

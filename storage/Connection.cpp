@@ -6,6 +6,7 @@
 
 #include "app/base/Guarded.h"
 #include "storage/KeyedAccess.h"
+#include "storage/Lookups.h"
 #include "storage/SqliteError.h"
 
 using namespace Qt::StringLiterals;
@@ -144,6 +145,7 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
     m_path = path;
     m_watch = std::make_unique<Watch>(m_database);
     m_leftovers = std::make_unique<Leftovers>(this);
+    m_lookups = std::make_unique<Lookups>(*this);
 }
 
 void Connection::Close() {
@@ -151,6 +153,7 @@ void Connection::Close() {
         return;
     commitLeftovers();
     m_leftovers.reset();
+    m_lookups.reset();
     sqlite3_close_v2(m_database);
     m_database = nullptr;
 }
@@ -178,19 +181,29 @@ int Connection::State() const { return m_database ? 1 : 0; }
 
 qint64 Connection::LastInsertId() const { return m_database ? sqlite3_last_insert_rowid(m_database) : 0; }
 
+bool Connection::isInTransaction() const { return m_database && !sqlite3_get_autocommit(m_database); }
+
+Connection::WithoutWaiting::WithoutWaiting(Connection& connection) : m_database(connection.m_database) {
+    const StatementPointer timeout = prepare(m_database, "PRAGMA busy_timeout", nullptr);
+    if (sqlite3_step(timeout.get()) == SQLITE_ROW)
+        m_before = sqlite3_column_int(timeout.get(), 0);
+    sqlite3_busy_timeout(m_database, 0);
+}
+
+Connection::WithoutWaiting::~WithoutWaiting() { sqlite3_busy_timeout(m_database, m_before); }
+
 void Connection::commitLeftovers() {
-    if (m_database && !sqlite3_get_autocommit(m_database))
+    if (isInTransaction())
         run(m_database, "COMMIT");
 }
 
 void Connection::commitWhenEventIsOver() {
-    if (!m_database || sqlite3_get_autocommit(m_database))
+    if (!isInTransaction())
         return;
     if (m_commitFailed) {
-        // Reported once; from then on tried quietly, without waiting, until it succeeds.
-        sqlite3_busy_timeout(m_database, 0);
+        // Reported once; from then on tried quietly until it succeeds.
+        const WithoutWaiting quiet(*this);
         m_commitFailed = sqlite3_exec(m_database, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK;
-        sqlite3_busy_timeout(m_database, busyTimeoutMs);
         return;
     }
     m_commitFailed = true;

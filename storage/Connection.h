@@ -7,6 +7,7 @@
 #include "storage/Sql.h"
 
 struct sqlite3;
+class Lookups;
 
 /// An open database file.
 ///
@@ -50,6 +51,25 @@ public:
     /// Row id of the last row inserted on this connection.
     qint64 LastInsertId() const;
 
+    /// Whether something is not committed yet.
+    bool isInTransaction() const;
+
+    /// While it lives, a file that another program has locked is not waited for.
+    class WithoutWaiting {
+    public:
+        explicit WithoutWaiting(Connection& connection);
+        ~WithoutWaiting();
+        WithoutWaiting(const WithoutWaiting&) = delete;
+        WithoutWaiting& operator=(const WithoutWaiting&) = delete;
+
+    private:
+        sqlite3* m_database;
+        int m_before = 0;
+    };
+
+    /// What narrows statements on a library to the rows concerned.
+    Lookups& lookups() { return *m_lookups; }
+
     /// Full path given to Open.
     const QString& path() const { return m_path; }
 
@@ -67,4 +87,5 @@ private:
     std::unique_ptr<Watch> m_watch;
     class Leftovers;
     std::unique_ptr<Leftovers> m_leftovers;
+    std::unique_ptr<Lookups> m_lookups;
 };

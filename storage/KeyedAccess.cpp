@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QHash>
 #include <array>
+#include <chrono>
 #include <future>
 
 #include "key_derivation.h"
@@ -29,11 +30,15 @@ QByteArray saltOf(const QString& path) {
     return salt.size() < saltSize ? QByteArray() : salt;
 }
 
+Key& remembered(const QByteArray& passphrase, const QByteArray& salt) {
+    static QHash<QByteArray, Key> keys;
+    return keys[salt + passphrase];
+}
+
 /// The key as it is remembered, or its derivation begun now: on another thread, or, when `policy` is deferred, by the
 /// first who waits for it.
 const Key& keyOf(const QByteArray& passphrase, const QByteArray& salt, std::launch policy) {
-    static QHash<QByteArray, Key> remembered;
-    Key& key = remembered[salt + passphrase];
+    Key& key = remembered(passphrase, salt);
     if (!key.valid())
         key = std::async(policy, derive, passphrase, salt).share();
     return key;
@@ -53,4 +58,9 @@ void deriveKeyAhead(const QString& path, const QString& password) {
     const QByteArray salt = saltOf(path);
     if (!salt.isEmpty())
         keyOf(password.toUtf8(), salt, std::launch::async);
+}
+
+bool isKeyBeingDerived(const QString& path, const QString& password) {
+    const Key& key = remembered(password.toUtf8(), saltOf(path));
+    return key.valid() && key.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
 }

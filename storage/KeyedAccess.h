@@ -12,3 +12,6 @@
 /// Begins to derive that key on another thread, so that it is there when the file is opened. Does nothing for a file
 /// that is missing or too short.
 void deriveKeyAhead(const QString& path, const QString& password);
+
+/// Whether that thread is still at it: whoever opens the file now waits for it.
+[[nodiscard]] bool isKeyBeingDerived(const QString& path, const QString& password);

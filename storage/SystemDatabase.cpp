@@ -23,3 +23,5 @@ std::unique_ptr<Connection> openSystemDatabase() {
 }
 
 void prepareSystemDatabase() { deriveKeyAhead(systemDatabasePath(), QString::fromLatin1(systemKey)); }
+
+bool isSystemDatabaseBeingPrepared() { return isKeyBeingDerived(systemDatabasePath(), QString::fromLatin1(systemKey)); }

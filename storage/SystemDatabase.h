@@ -13,3 +13,6 @@ std::unique_ptr<Connection> openSystemDatabase();
 /// Begins, on another thread, the slow part of opening tessel.dat for the first time, so that nobody waits for it
 /// later.
 void prepareSystemDatabase();
+
+/// Whether that is still going on: opening it now would wait.
+[[nodiscard]] bool isSystemDatabaseBeingPrepared();

@@ -1,39 +1,54 @@
 #include "editor/bills/BillData.h"
 
 #include "app/base/Text.h"
+#include "editor/common/BillDetails.h"
 #include "editor/common/InSavepoint.h"
 #include "storage/LibraryConnection.h"
-#include "storage/TemporaryIndex.h"
+#include "storage/Lookups.h"
 
 namespace {
 
-/// An index on the work contents' bill serves the statements that follow, one per bill. For a few of them it would
-/// cost more than it saves.
-std::unique_ptr<TemporaryIndex> indexForShifting(Connection& connection, const std::vector<Bill>& bills) {
-    constexpr std::size_t worthAnIndex = 4;
-    if (bills.size() < worthAnIndex)
-        return nullptr;
-    return std::make_unique<TemporaryIndex>(&connection, "tblCont", "BillId");
+/// "key IN (1,2,…)" with the ids of the bills.
+SqlText isOneOf(const std::vector<Bill>& bills) {
+    SqlComposer ids;
+    ids.add("key IN (-1");
+    for (const Bill& bill : bills) {
+        ids.add(",");
+        ids.add(bill.id);
+    }
+    ids.add(")");
+    return ids.take();
 }
 
 void shiftBills(Connection& connection, const std::vector<Bill>& bills) {
+    if (bills.empty())
+        return;
+    const Lookups::Some contents = connection.lookups().some(LookupBy::ContentsByBill, isOneOf(bills));
     for (const Bill& bill : bills) {
-        connection.Execute(sql("Update tblCont set Code='", bill.code, "' where BillId=", bill.id));
+        connection.Execute(sql("Update tblCont set Code='", bill.code, "' where BillId=", bill.id,
+                               contents.narrow(sql("key=", bill.id))));
         connection.Execute(sql("Update tblBill set Code='", bill.code, "' where Id=", bill.id));
     }
 }
 
 void reassign(Connection& connection, qint64 id, const QString& code) {
-    connection.Execute(sql("Update tblParm set Code='", code, "' where BillId=", id));
-    connection.Execute(sql("Update tblCont set Code='", code, "' where BillId=", id));
+    Lookups& lookups = connection.lookups();
+    const SqlText isBill = sql("key=", id);
+    connection.Execute(sql("Update tblParm set Code='", code, "' where BillId=", id,
+                           lookups.narrow(LookupBy::ParametersByBill, isBill)));
+    connection.Execute(sql("Update tblCont set Code='", code, "' where BillId=", id,
+                           lookups.narrow(LookupBy::ContentsByBill, isBill)));
     connection.Execute(sql("Update tblBill set Code='", code, "' where Id=", id));
 }
 
 }  // namespace
 
 Recordset billsOfChapter(Connection* ormConn, const QString& chapterCode) {
-    return requireConnection(ormConn).OpenRecordset(
-        sql("SELECT * FROM tblbill WHERE code LIKE '", chapterCode.left(6), "___' ORDER BY code; "));
+    Connection& connection = requireConnection(ormConn);
+    const SqlText pattern = sql(" LIKE '", chapterCode.left(6), "___'");
+    return connection.OpenRecordset(sql("SELECT * FROM tblbill WHERE code", pattern,
+                                        connection.lookups().narrow(LookupBy::BillsByCode, sql("key", pattern)),
+                                        " ORDER BY code; "));
 }
 
 Recordset billsWithCode(Connection* ormConn, const QString& text) {
@@ -52,10 +67,7 @@ std::optional<qint64> addBill(Connection* ormConn, const QString& code, const st
         connection.Execute(
             sql("INSERT INTO tblBill (code,lastUpdate,IsDel) VALUES ('", code, "','", nowText(), "',0)"));
         id = connection.LastInsertId();
-        const auto index = indexForShifting(connection, shifted);
         shiftBills(connection, shifted);
-        if (index)
-            index->drop();
         return true;
     });
     return added ? std::optional(id) : std::nullopt;
@@ -63,24 +75,10 @@ std::optional<qint64> addBill(Connection* ormConn, const QString& code, const st
 
 bool deleteBill(Connection* ormConn, qint64 id, const std::vector<Bill>& shifted) {
     return inSavepoint("mnuDeleteBill_Click", ormConn, [&](Connection& connection) {
-        // Created before the deletes: their sub-selects use it too.
-        const auto index = indexForShifting(connection, shifted);
-        connection.Execute(sql("DELETE FROM tblParm WHERE billID='", id, "';"));
-        connection.Execute(
-            sql("DELETE FROM tblcontde WHERE ID IN (SELECT id FROM  tblcontde WHERE contID IN (SELECT ID FROM tblcont "
-                "WHERE billID='",
-                id, "'));"));
-        connection.Execute(sql("DELETE FROM tblcont WHERE billID='", id, "';"));
-        connection.Execute(
-            sql("DELETE FROM tblSpecEnum WHERE id IN (SELECT id FROM  tblSpecEnum WHERE specID IN (SELECT ID FROM "
-                "tblBillSpec WHERE billID='",
-                id, "'));"));
-        connection.Execute(sql("DELETE FROM tblBillSpec WHERE billID='", id, "';"));
+        deleteBillDetails(connection, sql("='", id, "'"));
         if (connection.Execute(sql("DELETE FROM tblBill WHERE ID='", id, "';")) < 1)
             return false;
         shiftBills(connection, shifted);
-        if (index)
-            index->drop();
         return true;
     });
 }

@@ -4,13 +4,20 @@
 #include "app/base/Text.h"
 #include "editor/common/InSavepoint.h"
 #include "storage/LibraryConnection.h"
+#include "storage/Lookups.h"
 
 Recordset featuresOfBill(Connection* ormConn, qint64 billId) {
-    return requireConnection(ormConn).OpenRecordset(sql("select * from tblBillSpec  where billID = '", billId, "'; "));
+    Connection& connection = requireConnection(ormConn);
+    return connection.OpenRecordset(sql("select * from tblBillSpec  where billID = '", billId, "'",
+                                        connection.lookups().narrow(LookupBy::FeaturesByBill, sql("key=", billId)),
+                                        "; "));
 }
 
 Recordset valuesOfFeature(Connection* ormConn, qint64 specId) {
-    return requireConnection(ormConn).OpenRecordset(sql("select * from tblSpecEnum  where specID = '", specId, "'; "));
+    Connection& connection = requireConnection(ormConn);
+    return connection.OpenRecordset(sql("select * from tblSpecEnum  where specID = '", specId, "'",
+                                        connection.lookups().narrow(LookupBy::ValuesByFeature, sql("key=", specId)),
+                                        "; "));
 }
 
 bool ModifyBillSpec(Connection* ormConn, qint64 id, const QString& field, const QString& value) {
@@ -27,7 +34,8 @@ std::optional<qint64> addFeature(Connection* ormConn, qint64 billId, const QStri
 
 bool deleteFeature(Connection* ormConn, qint64 id) {
     return inSavepoint("mnuDeleteFeature_Click", ormConn, [&](Connection& connection) {
-        connection.Execute(sql("DELETE FROM tblSpecEnum WHERE specID='", id, "';"));
+        connection.Execute(sql("DELETE FROM tblSpecEnum WHERE specID='", id, "'",
+                               connection.lookups().narrow(LookupBy::ValuesByFeature, sql("key=", id)), ";"));
         connection.Execute(sql("DELETE FROM tblBillSpec WHERE id='", id, "';"));
         return true;
     });

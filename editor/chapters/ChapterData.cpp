@@ -3,8 +3,10 @@
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
 #include "app/base/Text.h"
+#include "editor/common/BillDetails.h"
 #include "editor/common/InSavepoint.h"
 #include "storage/LibraryConnection.h"
+#include "storage/Lookups.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,9 +14,14 @@ namespace {
 
 /// Puts `to` in the place of the first `length` characters of every code that begins with `from`.
 void recode(Connection& connection, const QString& from, const QString& to, qsizetype length) {
-    for (const SqlText& table : {SqlText("tblSyb"), SqlText("tblBill"), SqlText("tblCont")})
+    Lookups& lookups = connection.lookups();
+    const SqlText beginsSo = sql("like('", from, "%',key)");
+    const std::pair<SqlText, SqlText> tables[] = {{"tblSyb", ""},
+                                                  {"tblBill", lookups.narrow(LookupBy::BillsByCode, beginsSo)},
+                                                  {"tblCont", lookups.narrow(LookupBy::ContentsByCode, beginsSo)}};
+    for (const auto& [table, narrowed] : tables)
         connection.Execute(sql("update ", table, " set code='", to, "' || substr(code,", length, "+1) where like('",
-                               from, "%',code);"));
+                               from, "%',code)", narrowed, ";"));
 }
 
 }  // namespace
@@ -42,20 +49,12 @@ bool ModifyBillSYB(Connection* ormConn, const QString& code, const QString& name
 
 bool DeleteBillSYB(Connection* ormConn, const QString& code) {
     const auto deleteAll = [&](Connection& connection) {
-        const SqlText sel = sql("SELECT ID FROM tblBill WHERE CODE like '", code.left(6), "___'");
-        const SqlText statements[] = {
-            sql("DELETE FROM tblParm WHERE billID IN (", sel, ");"),
-            sql("DELETE FROM tblcontde WHERE ID IN ", "(SELECT id FROM  tblcontde WHERE contID IN ",
-                "(SELECT ID FROM tblcont WHERE billID IN (", sel, ")));"),
-            sql("DELETE FROM tblcont WHERE billID IN (", sel, ");"),
-            sql("DELETE FROM tblSpecEnum WHERE id IN ", "(SELECT id FROM  tblSpecEnum WHERE specID IN ",
-                "(SELECT ID FROM tblBillSpec WHERE billID IN (", sel, ")));"),
-            sql("DELETE FROM tblBillSpec WHERE billID IN (", sel, ");"),
-            sql("DELETE FROM tblBill WHERE ID IN (", sel, ");"),
-            sql("DELETE FROM tblSyb WHERE code='", code, "';"),
-        };
-        for (const SqlText& statement : statements)
-            connection.Execute(statement);
+        const SqlText pattern = sql(" like '", code.left(6), "___'");
+        const SqlText bills = sql(" IN (SELECT ID FROM tblBill WHERE CODE", pattern,
+                                  connection.lookups().narrow(LookupBy::BillsByCode, sql("key", pattern)), ")");
+        deleteBillDetails(connection, bills);
+        connection.Execute(sql("DELETE FROM tblBill WHERE ID", bills, ";"));
+        connection.Execute(sql("DELETE FROM tblSyb WHERE code='", code, "';"));
         return true;
     };
     // By rule a delete that fails is not rolled back: what was deleted before the error stays deleted.

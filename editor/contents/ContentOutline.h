@@ -3,6 +3,8 @@
 #include <QString>
 #include <vector>
 
+#include "storage/Sql.h"
+
 class Connection;
 
 /// Reading what the work of a bill consists of: its contents, their second-level contents and the rations of those.
@@ -21,11 +23,14 @@ struct OutlineRow {
 using Outline = std::vector<OutlineRow>;
 
 /// The contents of the bill `billID` that belong to the profession `prof` ("01" to "09"), in outline order. After a
-/// recorded error, what had been read until then. Costs one pass over tblCont and one over tblContDe.
+/// recorded error, what had been read until then.
 Outline LoadBillContent(Connection* ormConn, qint64 billID, const QString& prof);
 
 /// Appends the second-level contents of the content `contID`, each with its rations, at outline level `level`.
-void LoadSubContent(Connection* ormConn, Outline& outline, const QString& contID, int level);
+/// `narrowed` is what a look-up adds to the statements on the content's rows.
+void LoadSubContent(Connection* ormConn, Outline& outline, const QString& contID, int level,
+                    const SqlText& narrowed = "");
 
 /// Appends the rations of one second-level content at outline level `level`; `subNum` is its number as text.
-void LoadContentDe(Connection* ormConn, Outline& outline, const QString& contID, const QString& subNum, int level);
+void LoadContentDe(Connection* ormConn, Outline& outline, const QString& contID, const QString& subNum, int level,
+                   const SqlText& narrowed = "");

@@ -6,7 +6,6 @@
 #include "app/base/Guarded.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Savepoint.h"
-#include "storage/TemporaryIndex.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 
@@ -47,18 +46,4 @@ TEST(Leftovers, ThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
     QCoreApplication::processEvents();
     EXPECT_EQ(library.rowsInFile(codes), QStringList{u"01"_s});
     EXPECT_EQ(answers.seen().size(), 1);
-}
-
-TEST(TemporaryIndex, GoesWithACommandThatFails) {
-    const TemporaryLibrary library;
-    const SqlText indexes = "SELECT count(*) FROM sqlite_master WHERE type='index'";
-    EXPECT_THROW(
-        {
-            EXPECT_TRUE(SetSP(u"b"_s, library.connection()));
-            TemporaryIndex index(library.connection(), "tblBill", "Code");
-            throw Error(1, u"in the middle of a command that does not roll back"_s);
-        },
-        Error);
-    library.connection()->commitLeftovers();
-    EXPECT_EQ(library.rowsInFile(indexes), QStringList{u"0"_s});
 }
