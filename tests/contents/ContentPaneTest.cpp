@@ -8,10 +8,10 @@
 #include <QMessageBox>
 #include <QTest>
 
-#include "tests/gui/EditorDriver.h"
-#include "tests/gui/Libraries.h"
-#include "tests/gui/Rations.h"
-#include "tests/gui/Snapshot.h"
+#include "tests/walk/EditorDriver.h"
+#include "tests/walk/Libraries.h"
+#include "tests/walk/Rations.h"
+#include "tests/walk/Snapshot.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 #include "tests/support/Typing.h"

@@ -3,7 +3,7 @@
 #include <functional>
 #include <random>
 
-#include "tests/gui/EditorDriver.h"
+#include "tests/walk/EditorDriver.h"
 
 class frmDekBrowser;
 

@@ -13,8 +13,8 @@
 #include <random>
 
 #include "storage/LibraryConnection.h"
-#include "tests/gui/Libraries.h"
-#include "tests/gui/Rations.h"
+#include "tests/walk/Libraries.h"
+#include "tests/walk/Rations.h"
 #include "tests/kill/Content.h"
 #include "tests/kill/Program.h"
 #include "tests/support/Extent.h"

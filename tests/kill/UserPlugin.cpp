@@ -10,7 +10,7 @@
 #include <cstdlib>
 
 #include "app/base/UserEvent.h"
-#include "tests/gui/RandomUser.h"
+#include "tests/walk/RandomUser.h"
 #include "tests/kill/Content.h"
 #include "tests/kill/Orders.h"
 #include "tests/support/FaultyDisk.h"

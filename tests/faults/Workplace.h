@@ -1,0 +1,50 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "tests/walk/Comparison.h"
+#include "tests/walk/EditorDriver.h"
+#include "tests/support/ModalAnswers.h"
+
+/// One library open in the real window, and what is asked of both after something has gone wrong.
+class Workplace : public ::testing::Test {
+protected:
+    /// Opens the library at `path` and shows the bills of the chapter 010101.
+    explicit Workplace(const QString& path);
+
+    void click(const char* chapter);
+    /// Closes the library, if it is open, and opens it again.
+    void reopen();
+
+    /// Does `act` and gives what was said: of error records the place, "module.procedure" and the number, of other
+    /// messages title and text. What `act` does not answer itself is left to answer(); questions are not told.
+    QStringList messagesOf(const std::function<void(ModalAnswers&)>& act);
+    QStringList messagesOf(const std::function<void()>& act);
+    /// Yes to a question, 新 to a name dialog. Fails the test when a message could be taken for rich text.
+    static void answer(QWidget* window);
+
+    /// What is said when the first bill gets a name.
+    QStringList rename(const QString& name);
+    /// What is said when a ration's code is typed into the first ration of the bill.
+    QStringList typeCode(const QString& code);
+
+    /// Fails the test unless the window shows what the file gives and nothing is left uncommitted.
+    void expectWindowIsFile();
+    /// Fails the test unless an edit is in the file as soon as it is made.
+    void expectThatWorkGoesOn();
+
+    EditorDriver user;
+    Prescribed prescribed;
+    Comparison comparison;
+
+private:
+    int m_edits = 0;
+};
+
+/// Every row of every table of a library, read over a connection of its own.
+QStringList contentOf(const QString& library);
+
+/// "ok", or what is wrong with the file itself.
+QString integrityOf(const QString& library);

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+
+#include "tests/walk/EditorDriver.h"
+#include "tests/walk/Prescribed.h"
+
+/// Compares the window with what a fresh load of the same file shows: a second editor with a connection of its own,
+/// placed on the same chapter or query, the same bill, feature and profession.
+class Comparison {
+public:
+    Comparison(EditorDriver& driver, const Prescribed& prescribed);
+
+    /// Fails the test when the window shows anything that the file does not give and that is not prescribed. `query`
+    /// is what was searched for when the list shows results.
+    void check(const QString& query);
+
+    /// Only takes down what the window shows.
+    void look();
+
+    /// What the window showed at the last check() or look().
+    const Snapshot& last() const { return m_last; }
+
+private:
+    frmEditor& fresh();
+    void compareTree(const Snapshot& shown);
+    void compareBills(const Snapshot& shown, const QString& query);
+    void compareDetails(Snapshot shown);
+    void compareBoxes(const Snapshot& shown);
+    void showBill(const QString& id);
+
+    EditorDriver& m_driver;
+    const Prescribed& m_prescribed;
+    std::unique_ptr<frmEditor> m_fresh;
+    int m_checks = 0;
+    Snapshot m_last;
+    int m_lastFeature = -1;
+};
