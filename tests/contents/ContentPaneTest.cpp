@@ -8,10 +8,10 @@
 #include <QMessageBox>
 #include <QTest>
 
-#include "tests/walk/EditorDriver.h"
-#include "tests/walk/Libraries.h"
-#include "tests/walk/Rations.h"
-#include "tests/walk/Snapshot.h"
+#include "tests/support/EditorDriver.h"
+#include "tests/support/Libraries.h"
+#include "tests/support/Rations.h"
+#include "tests/support/Snapshot.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 #include "tests/support/Typing.h"

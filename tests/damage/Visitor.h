@@ -3,7 +3,7 @@
 #include <functional>
 #include <random>
 
-#include "tests/walk/EditorDriver.h"
+#include "tests/support/EditorDriver.h"
 
 class frmDekBrowser;
 

@@ -6,8 +6,8 @@
 #include <QTest>
 #include <QToolBar>
 
-#include "tests/walk/EditorDriver.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/EditorDriver.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"
 

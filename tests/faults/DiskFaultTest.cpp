@@ -5,7 +5,7 @@
 
 #include "app/base/Text.h"
 #include "storage/LibraryConnection.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/Libraries.h"
 #include "tests/faults/Workplace.h"
 #include "tests/support/Extent.h"
 #include "tests/support/FaultyDisk.h"

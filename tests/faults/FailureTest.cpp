@@ -7,8 +7,8 @@
 #include <QFile>
 
 #include "storage/LibraryConnection.h"
-#include "tests/walk/Disturbance.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/Disturbance.h"
+#include "tests/support/Libraries.h"
 #include "tests/faults/Workplace.h"
 #include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"

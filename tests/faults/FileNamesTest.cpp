@@ -8,7 +8,7 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/Libraries.h"
 #include "tests/faults/Workplace.h"
 #include "tests/support/Extent.h"
 #include "tests/support/TemporaryLibrary.h"

@@ -1,8 +1,8 @@
 #include "tests/faults/HostileTexts.h"
 
 #include "app/base/Text.h"
-#include "tests/faults/OtherProgram.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/Libraries.h"
 
 using namespace Qt::StringLiterals;
 

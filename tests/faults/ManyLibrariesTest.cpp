@@ -7,8 +7,8 @@
 #include <QMenu>
 
 #include "app/base/Definitions.h"
-#include "tests/faults/OtherProgram.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/Libraries.h"
 #include "tests/faults/Workplace.h"
 #include "tests/support/Extent.h"
 #include "tests/support/TemporaryLibrary.h"

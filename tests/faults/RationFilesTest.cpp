@@ -11,9 +11,9 @@
 #include "ration_browser/frmDekBrowser.h"
 #include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
-#include "tests/faults/OtherProgram.h"
-#include "tests/walk/Disturbance.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/Disturbance.h"
+#include "tests/support/Libraries.h"
 #include "tests/faults/Workplace.h"
 #include "tests/support/Extent.h"
 

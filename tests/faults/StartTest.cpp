@@ -6,8 +6,8 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "tests/faults/OtherProgram.h"
-#include "tests/walk/Libraries.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/Extent.h"
 #include "tests/support/TestMain.h"
 

@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "tests/walk/Comparison.h"
-#include "tests/walk/EditorDriver.h"
+#include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
 
 /// One library open in the real window, and what is asked of both after something has gone wrong.

@@ -13,12 +13,12 @@
 #include <random>
 
 #include "storage/LibraryConnection.h"
-#include "tests/walk/Libraries.h"
-#include "tests/walk/Rations.h"
 #include "tests/kill/Content.h"
 #include "tests/kill/Program.h"
 #include "tests/support/Extent.h"
-#include "tests/support/TemporaryLibrary.h"
+#include "tests/support/Libraries.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/Rations.h"
 
 using namespace Qt::StringLiterals;
 

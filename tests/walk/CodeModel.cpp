@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/TemporaryLibrary.h"
+#include "tests/support/OtherProgram.h"
 
 QString neighbourCode(const QString& code, int length, bool forward) {
     QString digits = code.left(length).rightJustified(length, u'0');

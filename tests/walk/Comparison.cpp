@@ -97,8 +97,11 @@ void Comparison::compareBills(const Snapshot& shown, const QString& query) {
         return;
     }
     Rows expected;
+    OtherProgram file(m_driver.path());
     for (const QString& id : *m_prescribed.bills)
-        expected << billInFile(*m_fresh->ormConn(), id);
+        expected << file.rows(u"SELECT ID,IFNULL(CodePrefix,''),Code,IFNULL(Name,''),IFNULL(Unit,''),IFNULL(Cont,''),"
+                              "IFNULL(Rule,'') FROM tblBill WHERE ID=?"_s,
+                              {id});
     EXPECT_EQ(textOf(shown.bills), textOf(expected)) << "the bill list, in its prescribed order";
 }
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "tests/walk/EditorDriver.h"
+#include "tests/support/EditorDriver.h"
 #include "tests/walk/Prescribed.h"
 
 /// Compares the window with what a fresh load of the same file shows: a second editor with a connection of its own,

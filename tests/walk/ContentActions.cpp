@@ -8,9 +8,9 @@
 #include <QMessageBox>
 
 #include "app/base/Text.h"
-#include "tests/walk/RandomUser.h"
 #include "tests/support/ModalAnswers.h"
-#include "tests/support/TemporaryLibrary.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/walk/RandomUser.h"
 
 using namespace Qt::StringLiterals;
 

@@ -15,10 +15,10 @@
 
 #include "app/base/Definitions.h"
 #include "ration_browser/frmDekBrowser.h"
-#include "tests/walk/EditorDriver.h"
+#include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
+#include "tests/support/OtherProgram.h"
 #include "tests/support/SampleProgram.h"
-#include "tests/support/TemporaryLibrary.h"
 #include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;

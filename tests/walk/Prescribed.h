@@ -3,7 +3,7 @@
 #include <QMap>
 #include <optional>
 
-#include "tests/walk/Snapshot.h"
+#include "tests/support/Snapshot.h"
 
 class LibraryDocument;
 

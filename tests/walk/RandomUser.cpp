@@ -10,7 +10,7 @@
 
 #include "storage/LibraryConnection.h"
 #include "tests/support/ModalAnswers.h"
-#include "tests/support/TemporaryLibrary.h"
+#include "tests/support/OtherProgram.h"
 
 using namespace Qt::StringLiterals;
 

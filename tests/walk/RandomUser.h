@@ -4,10 +4,10 @@
 
 #include "tests/walk/CodeModel.h"
 #include "tests/walk/Comparison.h"
-#include "tests/walk/Disturbance.h"
-#include "tests/walk/EditorDriver.h"
+#include "tests/support/Disturbance.h"
+#include "tests/support/EditorDriver.h"
 #include "tests/walk/Prescribed.h"
-#include "tests/walk/Rations.h"
+#include "tests/support/Rations.h"
 
 class ModalAnswers;
 

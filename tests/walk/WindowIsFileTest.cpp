@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/walk/Libraries.h"
-#include "tests/walk/RandomUser.h"
 #include "tests/support/Extent.h"
-#include "tests/support/TemporaryLibrary.h"
+#include "tests/support/Libraries.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/walk/RandomUser.h"
 
 using namespace Qt::StringLiterals;
 

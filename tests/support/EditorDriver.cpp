@@ -1,4 +1,4 @@
-#include "tests/walk/EditorDriver.h"
+#include "tests/support/EditorDriver.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/walk/Snapshot.h"
+#include "tests/support/Snapshot.h"
 
 #include <QPlainTextEdit>
 
@@ -9,7 +9,6 @@
 #include "editor/chapters/ChapterPane.h"
 #include "editor/contents/ContentPane.h"
 #include "editor/frmEditor.h"
-#include "storage/Connection.h"
 
 using namespace Qt::StringLiterals;
 
@@ -67,12 +66,4 @@ Snapshot snapshotOf(const frmEditor& editor) {
         .content = textIn(bills->txtContent()),
         .boxesLocked = bills->txtRule()->isReadOnly() && bills->txtContent()->isReadOnly(),
     };
-}
-
-QStringList billInFile(Connection& file, const QString& id) {
-    const Recordset row = file.OpenRecordset(sql("SELECT * FROM tblBill WHERE ID=", id, ";"));
-    if (row.EndOfFile())
-        return {};
-    return {row.text("ID"),   row.text("CodePrefix"), row.text("Code"), row.text("Name"),
-            row.text("Unit"), row.text("Cont"),       row.text("Rule")};
 }

@@ -1,12 +1,9 @@
 #pragma once
 
 #include <QPointer>
-#include <QString>
 
 #include "editor/frmEditor.h"
-
-struct sqlite3;
-struct sqlite3_stmt;
+#include "tests/support/OtherProgram.h"
 
 /// Something that makes writing to a library fail for as long as it lives. Another program uses the database by itself:
 /// the program's own connections end their transactions with the user's event.
@@ -26,9 +23,6 @@ public:
     Disturbance& operator=(const Disturbance&) = delete;
 
 private:
-    void run(const QString& statement);
-
-    sqlite3* m_other = nullptr;
-    sqlite3_stmt* m_reading = nullptr;
+    OtherProgram m_other;
     QPointer<frmEditor> m_refusing;
 };

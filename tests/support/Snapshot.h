@@ -1,15 +1,12 @@
 #pragma once
 
-#include <QList>
-#include <QStringList>
 #include <string>
 
-class Connection;
+#include "tests/support/OtherProgram.h"
+
 class KeyedGrid;
 class KeyedTree;
 class frmEditor;
-
-using Rows = QList<QStringList>;
 
 /// One text a row, for comparing and for reading when they differ.
 std::string textOf(const Rows& rows);
@@ -36,6 +33,3 @@ enum : int { Level, Cont, Unit, DekName, ContID, ContDeID, ContNum, SubNum, Type
 Snapshot snapshotOf(const frmEditor& editor);
 Rows rowsOf(const KeyedGrid* grid);
 Rows rowsOf(const KeyedTree* tree);
-
-/// The bill `id` as the list would show it; empty when there is none.
-QStringList billInFile(Connection& file, const QString& id);

@@ -12,6 +12,7 @@ public:
         QString path;                  ///< by the editor's rule; empty for an id that is not listed
         QString browserPath;           ///< by the browser's rule
         QMap<QString, QString> names;  ///< name by capital code
+        QMap<QString, QString> units;  ///< unit by capital code
         QStringList codes;             ///< as they are stored
     };
 

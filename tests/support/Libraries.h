@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Libraries for the random user, made anew in the Data folder.
+/// Libraries made anew in the Data folder. What the build made is installed beside them.
 
 /// A copy of the sample library.
 QString sampleCopy();
