@@ -26,9 +26,9 @@ ShippedProgram::ShippedProgram(const QStringList& arguments, const Variables& va
     environment.insert(with(variables));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.start(u"sh"_s, QStringList{u"-c"_s, QString::fromUtf8(shell), u"sh"_s,
-                                         joinPath(builtProgramFolder(), u"tessel"_s)} +
-                                 arguments);
+    m_process.start(
+        u"sh"_s, QStringList{u"-c"_s, QString::fromUtf8(shell), u"sh"_s, joinPath(builtProgramFolder(), u"tessel"_s)} +
+                     arguments);
     EXPECT_TRUE(m_process.waitForStarted(-1)) << qPrintable(m_process.errorString());
 }
 
