@@ -159,7 +159,9 @@ QComboBox* EditorDriver::openList(KeyedGrid* grid, int row, const QString& key, 
     if (!byMouse)
         return qobject_cast<QComboBox*>(openEditor(grid, row, key));
     click(grid, row, key);
-    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->currentIndex()).center());
+    // On the arrow of the cell the click has opened it already.
+    if (!grid->isEditing())
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->currentIndex()).center());
     return grid->findChild<QComboBox*>(u"cellEditor"_s);
 }
 

@@ -15,14 +15,14 @@ struct Deed {
         Reopened,  ///< the library was closed and opened again
     };
     Kind kind = Kind::Look;
-    int host = 0;         ///< of the command
-    int id = 0;           ///< of the command
-    QString place;        ///< objectName of the grid, tree or box
-    int row = -1;         ///< the row that was clicked or edited; of the tree too
-    QString key;          ///< of the column
-    QString text;         ///< that was typed, chosen or searched for
-    QString dekID;        ///< library of the ration
-    bool given = true;    ///< ended as an edit, not given up
+    int host = 0;       ///< of the command
+    int id = 0;         ///< of the command
+    QString place;      ///< objectName of the grid, tree or box
+    int row = -1;       ///< the row that was clicked or edited; of the tree too
+    QString key;        ///< of the column
+    QString text;       ///< that was typed, chosen or searched for
+    QString dekID;      ///< library of the ration
+    bool given = true;  ///< ended as an edit, not given up
 
     /// What the user answered to a question and to a dialog that asks for a name.
     bool yes = false;
