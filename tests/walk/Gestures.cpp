@@ -110,6 +110,8 @@ void RandomUser::chapterCommand() {
 }
 
 void RandomUser::reopen() {
+    if (!m_habits.reopens)
+        return;
     begin(Deed::Kind::Reopened);
     const bool unknown = m_halfDone;
     m_deed.text = unknown ? u"unknown"_s : QString();
@@ -291,7 +293,7 @@ void RandomUser::goOnWhileTyping() {
         done();
         escape();
     };
-    const int way = upTo(10);
+    const int way = m_habits.reopens ? upTo(10) : upTo(5);
     if (way < 3) {
         const QList<KeyedTree::Node*> nodes = m_driver.tree()->nodes();
         if (!nodes.isEmpty())
