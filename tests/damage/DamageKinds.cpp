@@ -44,39 +44,6 @@ DamageKind sql(const char* name, const std::vector<QByteArray>& statements, bool
             }};
 }
 
-QByteArray number(qsizetype value, int width) {
-    QByteArray text;
-    for (int shift = 8 * (width - 1); shift >= 0; shift -= 8)
-        text += static_cast<char>(value >> shift);
-    return text;
-}
-
-/// Above the root of a table stand ten pages of which each names the next one forty times: its rows never end.
-void leadBack(QByteArray& all, Victim& file) {
-    const qsizetype size = pageSize(all);
-    const qsizetype first = all.size() / size + 1;
-    const qsizetype root = OtherProgram(file.path)
-                               .run("SELECT max(rootpage) FROM sqlite_schema WHERE name IN ('tblBill','DEB')")[0]
-                               .toInt();
-    const QByteArray oldRoot = all.mid((root - 1) * size, size);
-    const auto interior = [&](qsizetype child) {
-        QByteArray cells;
-        QByteArray pointers;
-        for (int i = 0; i < 40; ++i) {
-            cells += number(child, 4) + number(i + 1, 1);
-            pointers += number(size - 5 * 40 + 5 * i, 2);
-        }
-        const QByteArray page = '\x05' + number(0, 2) + number(40, 2) + number(size - cells.size(), 2) + number(0, 1) +
-                                number(child, 4) + pointers;
-        return page.leftJustified(size - cells.size(), '\0') + cells;
-    };
-    all.replace((root - 1) * size, size, interior(first));
-    for (int level = 1; level < 10; ++level)
-        all += interior(first + level);
-    all += oldRoot;
-    all.replace(28, 4, number(all.size() / size, 4));
-}
-
 }  // namespace
 
 QByteArray Victim::noise(int count) {
@@ -90,7 +57,10 @@ bool Victim::run(const QByteArray& script, const char* before) {
     QByteArray all = QByteArray(before) + script;
     {
         OtherProgram reader(path, key.constData());
-        const QString table = oneOf(reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite%'"));
+        // One that the window shows.
+        const QString table =
+            oneOf(reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite%' "
+                             "AND name NOT IN ('tblParm','tblImage','tblDekInfo')"));
         const QStringList columns = reader.run("SELECT '['||name||']' FROM pragma_table_info(?)", {table});
         all.replace("$t", table.toUtf8()).replace("$c", oneOf(columns).toUtf8()).replace("$d", oneOf(columns).toUtf8());
     }
@@ -167,8 +137,6 @@ const std::vector<DamageKind>& damageKinds() {
              overwrite(file.path + u"-wal"_s, QByteArray::fromHex("377f0682002de218") + file.noise(6000));
              return !file.key.isEmpty() || file.run("PRAGMA journal_mode=WAL");
          }},
-        bytes("pages that lead back",
-              [](QByteArray& all, Victim& file) { file.key.isEmpty() ? leadBack(all, file) : void(); }),
         sql("a table missing", {"DROP TABLE $t"}),
         sql("a table renamed", {"ALTER TABLE $t RENAME TO other"}),
         sql("a column missing", {"CREATE TABLE l AS SELECT * FROM $t; DROP TABLE $t; ALTER TABLE l RENAME TO $t; ALTER "

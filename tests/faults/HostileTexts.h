@@ -69,6 +69,7 @@ inline const std::vector<HostileText> hostileTexts{
     {u"a\xD800z"_s, u"az"_s},
     {u"a\xDC00z"_s, u"az"_s},
     {u"a\xDC00\xD800z"_s, u"az"_s},
+    {u"a😀\xD800z"_s, u"a😀z"_s},
     {u"a😀z"_s},
     {u"🏗️👷🏽‍♀️🇨🇳"_s},
     {u"𠀀𪚥 龘"_s},

@@ -26,7 +26,7 @@ std::unique_ptr<OtherProgram> newLibrary(const QString& path) {
 
 void addChapters(OtherProgram& library, const char* codes) {
     for (const QString& code : QString::fromLatin1(codes).split(u' '))
-        library.run("INSERT INTO tblSYB(Code,Name,IsDel) VALUES(?1,'章'||length(?1)/2,0)", {code});
+        library.run("INSERT INTO tblSYB(Code,Name,IsDel) VALUES(?1,'章'||(length(?1)/2),0)", {code});
 }
 
 void addBill(OtherProgram& library, const QString& code) {
