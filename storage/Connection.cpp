@@ -138,6 +138,9 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
     run(database, "PRAGMA schema_version");
     // A cache of 64 MB, so that repeated passes over the same tables stay in memory. It is taken only as it is filled.
     run(database, "PRAGMA cache_size=-65536");
+    // A journal that is deleted but comes back when the power goes would take back what was shown as done: its folder is
+    // synced too.
+    run(database, "PRAGMA synchronous=EXTRA");
     // A full temporary disk can then neither fail a temporary table half-way nor keep it from going.
     run(database, "PRAGMA temp_store=MEMORY");
 

@@ -10,8 +10,8 @@
 
 #include "editor/bills/BillTextBox.h"
 #include "editor/chapters/ChapterPane.h"
-#include "tests/gui/EditorDriver.h"
-#include "tests/gui/Libraries.h"
+#include "tests/support/EditorDriver.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 #include "tests/support/Typing.h"

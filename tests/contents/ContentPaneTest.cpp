@@ -8,10 +8,10 @@
 #include <QMessageBox>
 #include <QTest>
 
-#include "tests/gui/EditorDriver.h"
-#include "tests/gui/Libraries.h"
-#include "tests/gui/Rations.h"
-#include "tests/gui/Snapshot.h"
+#include "tests/support/EditorDriver.h"
+#include "tests/support/Libraries.h"
+#include "tests/support/Rations.h"
+#include "tests/support/Snapshot.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
 #include "tests/support/Typing.h"

@@ -6,8 +6,8 @@
 #include <QTest>
 #include <QToolBar>
 
-#include "tests/gui/EditorDriver.h"
-#include "tests/gui/Libraries.h"
+#include "tests/support/EditorDriver.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/SampleProgram.h"
 #include "tests/support/TemporaryLibrary.h"
 

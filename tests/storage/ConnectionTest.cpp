@@ -54,7 +54,7 @@ TEST_F(ConnectionTest, RunsExactlyOneStatementAndCountsItsRows) {
     EXPECT_EQ(errorNumber([&] { connection.OpenRecordset("SELECT 1; SELECT 2"); }), 1);
     EXPECT_EQ(errorNumber([&] { connection.Execute("-- nothing"); }), 1);
     EXPECT_EQ(rowsInFile(path(), "SELECT count(*) FROM t"), QStringList{u"4"_s});
-    EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 2);
+    EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 3);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "no side files";
 }
 

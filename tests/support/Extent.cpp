@@ -1,7 +1,28 @@
 #include "tests/support/Extent.h"
 
+#include <gtest/gtest.h>
+
+#include <QDeadlineTimer>
 #include <QFile>
 #include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+void repeated(unsigned ordinary, const std::function<void(unsigned)>& once) {
+    const auto number = [](const char* name) { return static_cast<unsigned>(qEnvironmentVariableIntValue(name)); };
+    const bool chosen = qEnvironmentVariableIsSet("TESSEL_TEST_SEED");
+    const unsigned seconds = number("TESSEL_TEST_SECONDS");
+    const QDeadlineTimer end(std::chrono::seconds{seconds});
+    const unsigned first = chosen ? number("TESSEL_TEST_SEED") : 1;
+    for (unsigned seed = first; seconds ? !end.hasExpired() : seed < first + (chosen ? 1 : ordinary); ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        once(seed);
+        if (testing::Test::HasFailure())
+            return;
+    }
+}
+
+void counted(const QString& what, qint64 number) { reportFigures(u"%1: %2"_s.arg(what).arg(number)); }
 
 int extent(int ordinary, int atLength) { return qEnvironmentVariableIsSet("TESSEL_TEST_LONG") ? atLength : ordinary; }
 

@@ -1,11 +1,17 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
-/// How far a test goes that repeats what it does: `ordinary` in every run, `atLength` when `./test --long` asks for it
-/// (environment variable TESSEL_TEST_LONG).
+/// Does `once` with the seeds 1, 2, … `ordinary`. In a long run (TESSEL_TEST_SECONDS) with seeds that grow from
+/// TESSEL_TEST_SEED on, until that many seconds are over; what it does is the only thing that such a run repeats. Ends
+/// with the first failure, and names its seed. TESSEL_TEST_SEED alone: once, with that seed.
+void repeated(unsigned ordinary, const std::function<void(unsigned seed)>& once);
+
+/// Counts something that was done: it is printed, and added to the file that TESSEL_TEST_FIGURES names, one line
+/// "what: number" each time, so that the figures of several runs add up.
+void counted(const QString& what, qint64 number);
+
+/// To go: see repeated() and counted().
 int extent(int ordinary, int atLength);
-
-/// Tells what has been counted or measured, one line: it is printed, and added to the file that TESSEL_TEST_FIGURES
-/// names, from which `./test --long` takes its summary.
 void reportFigures(const QString& line);

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <QByteArray>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 struct sqlite3_vfs;
 
 /// The disk under every database file that is opened while it lives: it counts what happens to files and fails, or
-/// ends the process, at an operation chosen beforehand. All connections opened on it must be closed before it goes.
-/// There is one at a time.
+/// ends the process, at an operation chosen beforehand. Nobody waits on it: syncs are not carried out, and the time
+/// that a lock is waited for is only counted. All connections opened on it must be closed before it goes. There is one
+/// at a time.
 class FaultyDisk {
 public:
     /// Kinds of operation, to be joined by |. All but reading change a file and are counted.
@@ -24,6 +28,8 @@ public:
     std::int64_t reads() const;
     /// Operations that a fault has failed since it was set.
     std::int64_t failures() const;
+    /// Milliseconds that locks would have been waited for since the disk was made or last set to a fault.
+    std::int64_t waited() const;
 
     // Each starts the counts anew and replaces what was set before. `at` is 1 for the next operation.
 
@@ -37,6 +43,16 @@ public:
     void endProcessAt(std::int64_t at, bool halfWritten = false);
     /// Everything works from now on.
     void relieve();
+
+    struct Change {
+        Kind kind;
+        std::string file;
+        std::int64_t at;  ///< where a write begins, and the size that a file is cut to
+        QByteArray data;
+        bool folderToo;  ///< of a deletion: it is on the disk when it has been carried out
+    };
+    /// Every change of a file that is carried out from now on, in their order, is added to `changes`.
+    void record(std::vector<Change>* changes);
 
 private:
     sqlite3_vfs* m_previous;

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
-
 #include "app/base/Error.h"
 #include "app/base/Paths.h"
 #include "storage/LibraryConnection.h"
@@ -26,13 +24,3 @@ void TemporaryLibrary::run(const SqlText& statement) const {
 }
 
 QStringList TemporaryLibrary::rowsInFile(const SqlText& query) const { return ::rowsInFile(path(), query); }
-
-QStringList rowsInFile(const QString& path, const SqlText& query) {
-    Connection reader;
-    reader.Open(path, QString(), Connection::readWriteCreate);
-    QStringList rows;
-    Recordset recordset = reader.OpenRecordset(query);
-    for (; !recordset.EndOfFile(); recordset.MoveNext())
-        rows << recordset.joined(u"|"_s);
-    return rows;
-}

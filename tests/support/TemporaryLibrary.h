@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "storage/Connection.h"
+#include "tests/support/OtherProgram.h"
 
 /// A bill library with the nine tables in a folder of its own, open on `connection()`.
 class TemporaryLibrary {
@@ -25,6 +26,3 @@ private:
     QTemporaryDir m_folder;
     std::unique_ptr<Connection> m_connection;
 };
-
-/// The same for any library file.
-QStringList rowsInFile(const QString& path, const SqlText& query);

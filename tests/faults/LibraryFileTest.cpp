@@ -1,0 +1,239 @@
+// The library's file is locked, write-protected, deleted, replaced or spoilt under an open window. Whatever the user
+// does is answered in time, no edit goes where nobody finds it, and the window keeps what it shows.
+
+#include <unistd.h>
+
+#include <QDirIterator>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
+#include "app/shell/modMain.h"
+#include "tests/faults/Workplace.h"
+#include "tests/support/Disturbance.h"
+#include "tests/support/Libraries.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/SampleProgram.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Write-protected files and folders, and a user who has to respect that, for as long as it lives: permissions do not
+/// hold for the superuser.
+class WriteProtected {
+public:
+    explicit WriteProtected(const QStringList& paths) {
+        for (const QString& path : paths) {
+            m_before.append({path, QFile::permissions(path)});
+            change(path, QFileDevice::Permissions(QFileInfo(path).isDir() ? 0x5555 : 0x4444));
+        }
+        constexpr uid_t nobody = 65534;
+        EXPECT_TRUE(geteuid() != 0 || seteuid(nobody) == 0);
+    }
+    ~WriteProtected() {
+        EXPECT_EQ(seteuid(getuid()), 0);
+        for (const auto& [path, permissions] : m_before)
+            change(path, permissions);
+    }
+    WriteProtected(const WriteProtected&) = delete;
+    WriteProtected& operator=(const WriteProtected&) = delete;
+
+private:
+    static void change(const QString& path, QFileDevice::Permissions permissions) {
+        EXPECT_TRUE(QFile::setPermissions(path, permissions));
+    }
+
+    QList<std::pair<QString, QFileDevice::Permissions>> m_before;
+};
+
+QStringList everythingIn(const QString& folder) {
+    QStringList all{folder};
+    QDirIterator entries(folder, QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (entries.hasNext())
+        all << entries.next();
+    return all;
+}
+
+class LibraryFile : public Workplace {
+protected:
+    using Act = std::function<void()>;
+    using Kind = Disturbance::Kind;
+
+    LibraryFile() : Workplace(awkwardLibrary()) {}
+
+    Act command(int host, int id) {
+        return [this, host, id] { user.run(host, id); };
+    }
+
+    /// Everything that writes is tried: each try is refused with one of the errors that `numbers` matches.
+    void expectThatNothingIsWritten(const char* numbers);
+
+    void expectThatReopenedItIsWorkedIn() {
+        reopen();
+        expectThatWorkGoesOn();
+    }
+
+    const QString path = user.path();
+    const std::vector<Act> writing{
+        [this] { user.edit(user.bills(), 0, u"Name"_s, u"x"_s); },
+        [this] {
+            user.typeInto(user.rule(), u"x"_s);
+            user.key(user.rule(), Qt::Key_Tab);
+        },
+        command(1, 100),
+        command(1, 102),
+        command(2, 200),
+        command(2, 201),
+        command(2, 105),
+        command(3, 300),
+        command(2, 400),
+        command(1, 105),
+    };
+};
+
+void LibraryFile::expectThatNothingIsWritten(const char* numbers) {
+    const QByteArray before = bytesOf(path);
+    const std::string shownBefore = shown();
+    const QRegularExpression refused(u"^\\w+\\.\\w* (%1)$"_s.arg(QLatin1String(numbers)));
+    for (std::size_t i = 0; i < writing.size(); ++i) {
+        const QStringList said = messagesOf(writing[i]);
+        EXPECT_FALSE(said.filter(refused).isEmpty()) << "try " << i << ": " << qPrintable(said.join(u'\n'));
+    }
+    EXPECT_EQ(shown(), shownBefore);
+    EXPECT_EQ(bytesOf(path), before);
+    EXPECT_FALSE(QFile::exists(path + u"-journal"_s));
+}
+
+}  // namespace
+
+TEST_F(LibraryFile, LockedIsWaitedForTwoSecondsAndSaid) {
+    const QString second = copyOfSampleLibrary(u"second.bdb"_s);
+    std::vector<Act> acts = writing;
+    acts.emplace_back([this] { click("010102"); });
+    acts.emplace_back([&] { main.LoadBillDB(second); });
+    for (const Kind kind : {Kind::Written, Kind::Locked, Kind::Read}) {
+        for (std::size_t i = 0; i < (kind == Kind::Locked ? acts.size() : writing.size()); ++i) {
+            SCOPED_TRACE(testing::Message() << "kind " << static_cast<int>(kind) << ", try " << i);
+            click("010101");
+            qint64 longest = 0;
+            disk.relieve();
+            const QStringList said = messagesOf([&](ModalAnswers& answers) {
+                answers.otherwise([&, before = qint64(0)](QWidget* window) mutable {
+                    longest = qMax(longest, disk.waited() - std::exchange(before, disk.waited()));
+                    answer(window);
+                });
+                const Disturbance other(user.path(), kind);
+                const Disturbance another(second, kind);
+                acts[i]();
+                EditorDriver::settle();
+            });
+            EXPECT_FALSE(said.filter(QRegularExpression(u"^\\w+\\.\\w* 5$"_s)).isEmpty())
+                << qPrintable(said.join(u'\n'));
+            EXPECT_LE(longest, 2000);
+            EXPECT_TRUE(i > 0 || longest == 2000) << "a short lock is waited for";
+            EXPECT_EQ(main.editors().size(), 1);
+        }
+    }
+    expectThatWorkGoesOn();
+    expectWindowIsFile();
+    // Closing asks nothing of the file.
+    disk.relieve();
+    const Disturbance other(path, Kind::Locked);
+    EXPECT_EQ(messagesOf([this] { user.close(); }), QStringList());
+    EXPECT_EQ(disk.waited(), 0);
+}
+
+TEST_F(LibraryFile, ChangedUnderTheWindowIsNotWrittenTo) {
+    const struct {
+        const char* name;
+        Act change;
+        const char* numbers;
+    } states[] = {
+        {"deleted", [this] { ASSERT_TRUE(QFile::remove(path)); }, "8"},
+        {"replaced", [this] { ASSERT_TRUE(QFile::remove(path) && QFile::rename(copyOfSampleLibrary(), path)); }, "8"},
+        {"cut short", [this] { ASSERT_TRUE(QFile::resize(path, QFile(path).size() / 2)); }, "11"},
+        {"cut to nothing", [this] { overwrite(path, {}); }, "1|11"},
+        {"foreign", [this] { overwrite(path, QByteArray(20'000, 'x')); }, "11|26"},
+    };
+    for (const auto& state : states) {
+        SCOPED_TRACE(state.name);
+        state.change();
+        expectThatNothingIsWritten(state.numbers);
+        // Closing has nothing left to write.
+        EXPECT_EQ(messagesOf([this] { user.close(); }), QStringList());
+        awkwardLibrary();
+        expectThatReopenedItIsWorkedIn();
+    }
+}
+
+TEST_F(LibraryFile, MovedAwayIsNotedAndBackItIsTheSameLibrary) {
+    {
+        const KeptFile moved(path);
+        ModalAnswers answers;
+        answers.closeAnything();
+        user.edit(user.bills(), 0, u"Name"_s, u"x"_s);
+        EXPECT_TRUE(answers.seen().value(0).contains(u"文件已被删除、移动或替换"_s));
+    }
+    expectThatWorkGoesOn();
+    expectWindowIsFile();
+}
+
+TEST_F(LibraryFile, OverwrittenInPlaceShowsTheOtherLibraryFromTheNextClick) {
+    overwrite(path, bytesOf(copyOfSampleLibrary()));
+    EXPECT_EQ(messagesOf([this] { click("010101"); }), QStringList());
+    expectThatWorkGoesOn();
+    EXPECT_EQ(integrityOf(path), u"ok"_s);
+    reopen();
+    expectWindowIsFile();
+}
+
+TEST_F(LibraryFile, WriteProtectedOrInAWriteProtectedFolderIsShownAndKeptAsItIs) {
+    // In such a folder no journal can stand beside the library.
+    for (const auto& [protectedPath, numbers] : {std::pair(path, "8"), std::pair(dataPath, "8|14")}) {
+        {
+            const WriteProtected protection({programFolder(), protectedPath});
+            EXPECT_EQ(messagesOf([this] { reopen(); }), QStringList());
+            EXPECT_GT(user.bills()->rowCount(), 2);
+            expectThatNothingIsWritten(numbers);
+            expectWindowIsFile();
+            EXPECT_EQ(messagesOf([this] { user.close(); }), QStringList());
+        }
+        expectThatReopenedItIsWorkedIn();
+    }
+}
+
+TEST_F(LibraryFile, CanBeWorkedWithWhenTheProgramFolderIsWriteProtected) {
+    QFile::remove(appPath + u"Error.log"_s);
+    const QTemporaryDir elsewhere;
+    const QString library = joinPath(elsewhere.path(), u"library.bdb"_s);
+    ASSERT_TRUE(QFile::copy(path, library));
+    for (const QString& open : {elsewhere.path(), library})
+        ASSERT_TRUE(QFile::setPermissions(open, QFileDevice::Permissions(0x7777)));
+    copyOfSampleLibrary(u"old.bdb"_s);
+    const QStringList before = everythingIn(programFolder());
+    {
+        const WriteProtected protection(before);
+        EXPECT_EQ(messagesOf([&] {
+                      SetBasePrm();
+                      main.LoadBillDB(library);
+                      click("010101");
+                  }),
+                  QStringList());
+        EXPECT_EQ(rename(u"x"_s) + typeCode(u"a1-3"_s), QStringList());
+        EXPECT_EQ(user.contents()->text(2, u"cont"_s).left(6), u"[A1-3]"_s);
+        // An error is shown although it cannot be put down; a new library has no place, and cannot take another's.
+        EXPECT_EQ(rename(u"x'"_s), QStringList{u"ModDBOperator.ExecuteDDL 1"_s});
+        const QString failed = u"提示: 创建文件失败！"_s;
+        for (const auto& [name, said] :
+             {std::pair(u"新库"_s, QStringList{u"ModDBOperator.GetOrmConn 14"_s, failed}),
+              std::pair(u"old"_s, QStringList{u"提示: 存在相同的文件名，是否覆盖原来的文件？"_s, failed})}) {
+            EXPECT_EQ(enter(256, "txtFileName", name), said);
+        }
+        main.commandBars()->execute(260);
+        EditorDriver::settle();
+    }
+    EXPECT_EQ(everythingIn(programFolder()), before);
+}

@@ -1,0 +1,157 @@
+// The power goes at any change of a file: what was synced is on the disk, the rest is there, is not, or is there in
+// part, and a deleted journal may come back. Opened anew, the library has every step that had been shown as done and
+// nothing of the next one, or all of it.
+
+#include <QFile>
+#include <QSet>
+#include <QTemporaryDir>
+#include <optional>
+#include <random>
+
+#include "app/base/Paths.h"
+#include "storage/LibraryConnection.h"
+#include "tests/faults/Workplace.h"
+#include "tests/support/Extent.h"
+#include "tests/support/Libraries.h"
+#include "tests/support/OtherProgram.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Change = FaultyDisk::Change;
+using Bytes = std::optional<QByteArray>;
+
+/// One file: what is on the disk for sure, and what the system has been given since.
+struct File {
+    Bytes synced;
+    std::vector<Change> since = {};
+
+    void take(const Change& change) {
+        since.push_back(change);
+        if (change.kind != FaultyDisk::Sync && !change.folderToo)
+            return;
+        for (const Change& given : std::exchange(since, {}))
+            carryOut(given, synced);
+    }
+
+    static void carryOut(const Change& change, Bytes& bytes) {
+        if (change.kind == FaultyDisk::Delete)
+            bytes.reset();
+        else if (change.kind == FaultyDisk::Truncate)
+            bytes->resize(change.at);
+        if (change.kind != FaultyDisk::Write || change.data.isEmpty())
+            return;
+        if (!bytes)
+            bytes.emplace();
+        if (bytes->size() < change.at)
+            bytes->resize(change.at, '\x5a');
+        bytes->replace(change.at, change.data.size(), change.data);
+    }
+
+    /// What may be found when the power is back.
+    Bytes found(std::mt19937& dice) const {
+        enum Fate { Lost, Whole, Begun, Ended, Garbage };
+        const auto roll = [&](qsizetype sides) { return static_cast<qsizetype>(dice()) % sides; };
+        Bytes bytes = synced;
+        const auto mood = roll(4);  // nothing got there, all of it did, or it came as it came
+        for (Change change : since) {
+            const auto fate = mood < 2 ? mood : roll(5);
+            const auto part = roll(change.data.size() + 1);
+            if (change.kind != FaultyDisk::Write) {
+                if (fate != Lost)
+                    carryOut(change, bytes);
+                else if (change.kind == FaultyDisk::Delete)
+                    break;  // what came later went into another file, which no folder knows
+                continue;
+            }
+            if (fate == Lost)
+                continue;
+            if (fate == Begun) {
+                change.data.truncate(part);
+            } else if (fate == Ended) {
+                change.data.remove(0, part);
+                change.at += part;
+            } else if (fate == Garbage) {
+                // A file may have grown without having got its content.
+                const qsizetype size = bytes ? bytes->size() : 0;
+                change.data = QByteArray(qMax(change.at + change.data.size() - size, 0), '\xa5');
+                change.at = size;
+            }
+            carryOut(change, bytes);
+        }
+        return bytes;
+    }
+};
+
+class PowerLoss : public Workplace {
+protected:
+    PowerLoss() : Workplace(awkwardLibrary()) {}
+
+    QTemporaryDir folder;
+    const QString left = joinPath(folder.path(), u"left.bdb"_s);
+};
+
+}  // namespace
+
+TEST_F(PowerLoss, LosesNoStepThatWasShown) {
+    const auto run = [this](int row, int host, int id) {
+        return [this, row, host, id] {
+            user.bills()->setRow(row);
+            EXPECT_EQ(messagesOf([=, this] { user.run(host, id); }), QStringList());
+        };
+    };
+    const std::function<void()> steps[] = {
+        [this] { EXPECT_EQ(rename(u"改名"_s), QStringList()); },
+        [this] { EXPECT_EQ(typeCode(u"a1-3"_s), QStringList()); },
+        run(0, 2, 200),
+        run(1, 2, 105),
+        run(0, 2, 201),
+        run(0, 3, 301),
+        run(0, 1, 105),
+    };
+    const std::string library = QFile::encodeName(user.path()).toStdString();
+    std::vector<Change> changes;
+    std::vector<std::pair<std::size_t, QStringList>> shown{{0, contentOf(user.path())}};
+    std::map<std::string, File> files{{library, {bytesOf(user.path())}}};
+    disk.record(&changes);
+    for (const auto& step : steps) {
+        step();
+        EditorDriver::settle();
+        shown.emplace_back(changes.size(), contentOf(user.path()));
+        EXPECT_TRUE(shown.back().second != shown.end()[-2].second) << "step " << shown.size() - 1;
+    }
+    disk.record(nullptr);
+
+    std::size_t done = 0;
+    QSet<std::pair<std::size_t, QByteArray>> seen;
+    for (std::size_t at = 0; at <= changes.size(); ++at) {
+        if (at > 0)
+            files[changes[at - 1].file].take(changes[at - 1]);
+        while (done + 1 < shown.size() && shown[done + 1].first <= at)
+            ++done;
+        for (unsigned seed = 0; seed < 30; ++seed) {
+            SCOPED_TRACE(testing::Message() << "change " << at << ", seed " << seed << ", steps shown " << done);
+            std::mt19937 dice(seed);
+            QByteArray all;
+            for (const auto& [name, file] : files) {
+                const QString path = left + QString::fromStdString(name.substr(library.size()));
+                const Bytes bytes = file.found(dice);
+                QFile::remove(path);
+                if (bytes)
+                    overwrite(path, *bytes);
+                all += bytes.value_or("none");
+            }
+            if (seen.contains({done, all}))
+                continue;
+            seen.insert({done, all});
+            ASSERT_TRUE(GetOrmConn(left));
+            const QStringList content = contentOf(left);
+            ASSERT_EQ(integrityOf(left), u"ok"_s);
+            ASSERT_TRUE(content == shown[done].second ||
+                        (done + 1 < shown.size() && content == shown[done + 1].second));
+        }
+    }
+    EXPECT_GT(seen.size(), 500);
+    counted(u"power lost, different disks found"_s, seen.size());
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "tests/support/EditorDriver.h"
+#include "tests/support/FaultyDisk.h"
+#include "tests/support/ModalAnswers.h"
+#include "tests/support/OtherProgram.h"
+
+/// One library open in the real window, on a disk that can fail, and what is asked of both after something has gone
+/// wrong.
+class Workplace : public ::testing::Test {
+protected:
+    /// Opens the library at `path` and shows the bills of the chapter 010101.
+    explicit Workplace(const QString& path);
+
+    void click(const char* chapter);
+    /// Closes the library, if it is open, opens it again and shows the bills of `chapter`.
+    void reopen(const char* chapter = "010101");
+    bool isOpen() const { return !main.editors().isEmpty(); }
+
+    /// Does `act` and gives what was said: of error records the place, "module.procedure" and the number, of other
+    /// messages title and text. What `act` does not answer itself is left to answer(); questions and other dialogs are
+    /// not told.
+    QStringList messagesOf(const std::function<void(ModalAnswers&)>& act);
+    QStringList messagesOf(const std::function<void()>& act);
+    /// Yes to a question, 新 to a name dialog. Fails the test when a message could be taken for rich text.
+    static void answer(QWidget* window);
+
+    /// What is said when the first bill gets a name.
+    QStringList rename(const QString& name);
+    /// What is said when a ration's code is typed into the first ration of the bill.
+    QStringList typeCode(const QString& code);
+    /// What is said when `text` is entered into the box `name` of the dialog that a command of the main window opens.
+    QStringList enter(int command, const char* name, const QString& text);
+
+    /// All that the window shows.
+    std::string shown() const;
+    /// Fails the test unless the window shows what a fresh one shows of the file, and nothing is left uncommitted.
+    void expectWindowIsFile();
+    /// Fails the test unless an edit is in the file as soon as it is made.
+    void expectThatWorkGoesOn();
+
+    FaultyDisk disk;
+    frmMain main;
+    EditorDriver user;
+
+private:
+    int m_edits = 0;
+};
+
+/// Every row of every table of a library, read by another program.
+QStringList contentOf(const QString& library);
+
+/// "ok", or what is wrong with the file itself.
+QString integrityOf(const QString& library);

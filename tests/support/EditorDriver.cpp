@@ -1,0 +1,246 @@
+#include "tests/support/EditorDriver.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <algorithm>
+
+#include "app/base/UserEvent.h"
+#include "editor/bills/BillPane.h"
+#include "editor/bills/FeaturePane.h"
+#include "editor/chapters/ChapterPane.h"
+#include "editor/contents/ContentPane.h"
+#include "tests/support/Typing.h"
+
+using namespace Qt::StringLiterals;
+
+EditorDriver::EditorDriver(const QString& path) : m_path(path) {
+    makeWindow();
+    open();
+}
+
+void EditorDriver::makeWindow() {
+    m_own = std::make_unique<frmMain>();
+    m_main = m_own.get();
+    m_main->MDIForm_Load();
+    m_main->resize(1366, 768);
+    m_main->show();
+    activate();
+}
+
+EditorDriver::EditorDriver(frmMain* window, const QString& path) : m_path(path), m_main(window) {}
+
+void EditorDriver::open() {
+    m_main->LoadBillDB(m_path);
+    settle();
+    ASSERT_TRUE(editor());
+    if (m_own)
+        pragma("PRAGMA synchronous=OFF");
+}
+
+bool EditorDriver::close(Closing way) {
+    if (way == Closing::Command) {
+        m_main->commandBars()->execute(260);
+    } else if (way == Closing::Key) {
+        QWidget* focus = QApplication::focusWidget();
+        QTest::keyClick(focus ? focus : m_main, Qt::Key_W, Qt::ControlModifier);
+    } else if (way == Closing::Child) {
+        editor()->parentWidget()->close();
+    } else {
+        m_main->close();
+        // Closing it has ended the program: nothing modal would open any more until the event loop is entered anew.
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        QApplication::exec();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    settle();
+    const QList<frmEditor*> left = m_main->editors();
+    const bool closed =
+        std::none_of(left.begin(), left.end(), [this](const frmEditor* each) { return each->DBFilePath() == m_path; });
+    if (way == Closing::Main)
+        makeWindow();
+    return closed;
+}
+
+void EditorDriver::bringToFront() const {
+    for (QMdiSubWindow* child : m_main->findChildren<QMdiSubWindow*>()) {
+        const auto* shown = qobject_cast<frmEditor*>(child->widget());
+        if (shown && shown->DBFilePath() == m_path)
+            child->mdiArea()->setActiveSubWindow(child);
+    }
+    settle();
+}
+
+KeyedTree* EditorDriver::tree() const { return editor()->chapterPane()->tvSYB(); }
+KeyedGrid* EditorDriver::bills() const { return editor()->billPane()->grdBillList(); }
+KeyedGrid* EditorDriver::features() const { return editor()->featurePane()->grdSpec(); }
+KeyedGrid* EditorDriver::values() const { return editor()->featurePane()->grdSpecEnum(); }
+KeyedGrid* EditorDriver::contents() const { return editor()->contentPane()->grdConcent(); }
+QPlainTextEdit* EditorDriver::rule() const { return editor()->billPane()->txtRule(); }
+QPlainTextEdit* EditorDriver::content() const { return editor()->billPane()->txtContent(); }
+QComboBox* EditorDriver::profession() const { return editor()->contentPane()->cboProfession(); }
+
+QLineEdit* EditorDriver::search() const { return editor()->findChild<QLineEdit*>(u"CommandBars2.203"_s); }
+
+QString EditorDriver::chapter() const { return KeyedTree::tag(tree()->selectedNode()); }
+
+void EditorDriver::showPage(QWidget* pane) const {
+    auto* tabs = editor()->findChild<QTabWidget*>(u"tabBillDetail"_s);
+    int page = 0;
+    while (page < tabs->count() && tabs->widget(page) != pane && !tabs->widget(page)->isAncestorOf(pane))
+        ++page;
+    if (page < tabs->count() && page != tabs->currentIndex())
+        QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(page).center());
+}
+
+void EditorDriver::click(KeyedTree* in, KeyedTree::Node* node, Qt::MouseButton button) {
+    in->scrollToItem(node);
+    QTest::mouseClick(in->viewport(), button, {}, in->visualItemRect(node).center());
+}
+
+void EditorDriver::click(KeyedGrid* grid, int row, const QString& key, Qt::MouseButton button) const {
+    showPage(grid);
+    const QModelIndex cell = grid->model()->index(row, grid->column(key));
+    grid->scrollTo(cell);
+    QTest::mouseClick(grid->viewport(), button, {}, grid->visualRect(cell).center());
+}
+
+void EditorDriver::key(QWidget* widget, int key, Qt::KeyboardModifiers modifiers) const {
+    QTest::keyClick(widget, static_cast<Qt::Key>(key), modifiers);
+}
+
+QWidget* EditorDriver::openEditor(KeyedGrid* grid, int row, const QString& key) const {
+    showPage(grid);
+    grid->setFocus();
+    // A click would open or close a node or tick a check box; the keyboard only goes there.
+    grid->setCell(row, key);
+    QTest::keyClick(grid, Qt::Key_F2);
+    return grid->isEditing() ? grid->findChild<QWidget*>(u"cellEditor"_s) : nullptr;
+}
+
+void EditorDriver::typeOver(QWidget* editor, const QString& text) {
+    if (text.contains(u'\n'))
+        return pasteOver(editor, text);
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    typeText(editor, text);
+}
+
+void EditorDriver::pasteOver(QWidget* editor, const QString& text) {
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(editor, Qt::Key_V, Qt::ControlModifier);
+}
+
+bool EditorDriver::edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end) const {
+    QWidget* box = openEditor(grid, row, key);
+    if (!box)
+        return false;
+    typeOver(box, text);
+    QTest::keyClick(box, static_cast<Qt::Key>(end));
+    return true;
+}
+
+QComboBox* EditorDriver::openList(KeyedGrid* grid, int row, const QString& key, bool byMouse) const {
+    if (!byMouse)
+        return qobject_cast<QComboBox*>(openEditor(grid, row, key));
+    click(grid, row, key);
+    // On the arrow of the cell the click has opened it already.
+    if (!grid->isEditing())
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->currentIndex()).center());
+    return grid->findChild<QComboBox*>(u"cellEditor"_s);
+}
+
+void EditorDriver::choose(QComboBox* choice, int entry, bool byMouse) {
+    QAbstractItemView* list = choice->view();
+    const QModelIndex wanted = choice->model()->index(entry, 0);
+    EXPECT_TRUE(list->isVisible());
+    if (byMouse) {
+        list->scrollTo(wanted);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(wanted).center());
+    } else {
+        list->setCurrentIndex(wanted);
+        QTest::keyClick(list, Qt::Key_Return);
+    }
+}
+
+bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse) const {
+    QComboBox* list = openList(grid, row, key, byMouse);
+    if (list)
+        choose(list, list->findData(value), byMouse);
+    EXPECT_FALSE(grid->isEditing());
+    return list != nullptr;
+}
+
+void EditorDriver::runByMouse(int host, int id) const {
+    const QAction* command = editor()->commandBars(host)->action(id);
+    for (auto* button : editor()->findChildren<QToolButton*>())
+        if (button->defaultAction() == command && button->isVisible())
+            return QTest::mouseClick(button, Qt::LeftButton);
+    QAbstractItemView* const panes[] = {tree(), id < 400 ? bills() : contents(), features(), values()};
+    QAbstractItemView* pane = panes[host - 1];
+    showPage(pane);
+    pane->scrollTo(pane->currentIndex());
+    const QRect row = pane->visualRect(pane->currentIndex());
+    QTest::mouseClick(pane->viewport(), Qt::RightButton, {}, row.isValid() ? row.center() : QPoint(5, 5));
+    QCoreApplication::processEvents();
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    for (QAction* entry : menu ? menu->actions() : QList<QAction*>())
+        if (entry->objectName().endsWith(u".%1"_s.arg(id)))
+            return QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+    // What stands in no menu is run as its key would.
+    if (menu)
+        QTest::keyClick(menu, Qt::Key_Escape);
+    run(host, id);
+}
+
+void EditorDriver::typeInto(QPlainTextEdit* box, const QString& text) const {
+    showPage(box);
+    box->setFocus();
+    EXPECT_TRUE(box->hasFocus());
+    typeOver(box, text);
+}
+
+void EditorDriver::typeQuery(const QString& text) const {
+    search()->setFocus();
+    typeOver(search(), text);
+}
+
+bool EditorDriver::closeMenu() {
+    // The menu must have become the active window before it can stop being it.
+    QCoreApplication::processEvents();
+    QWidget* menu = QApplication::activePopupWidget();
+    if (!menu)
+        return false;
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_FALSE(menu->isVisible());
+    activate();
+    return true;
+}
+
+void EditorDriver::activate(QWidget* window) {
+    // What a closed box or list has still to tell comes first.
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(makeActive(window));
+}
+
+void EditorDriver::settle() {
+    { const UserEvent::Scope event; }
+    QCoreApplication::processEvents();
+}
+
+void EditorDriver::pragma(const SqlText& statement) const { editor()->ormConn()->OpenRecordset(statement); }

@@ -1,0 +1,79 @@
+#include "tests/support/OtherProgram.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace {
+QString named(const QString& value) { return value.isNull() ? u"NULL"_s : value; }
+}  // namespace
+
+OtherProgram::OtherProgram(const QString& path, const char* key) {
+    EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_database), SQLITE_OK);
+    if (*key) {
+        const QByteArray unlock = QByteArray("PRAGMA cipher='sqlcipher';PRAGMA legacy=4;PRAGMA key='") + key + '\'';
+        EXPECT_EQ(sqlite3_exec(m_database, unlock.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+}
+
+OtherProgram::~OtherProgram() {
+    sqlite3_finalize(m_reading);
+    sqlite3_close(m_database);
+}
+
+Rows OtherProgram::rows(const QString& statement, const QStringList& values) {
+    sqlite3_stmt* prepared = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(m_database, statement.toUtf8().constData(), -1, &prepared, nullptr), SQLITE_OK)
+        << sqlite3_errmsg(m_database) << ": " << qPrintable(statement);
+    int number = 0;
+    for (const QString& value : values) {
+        const QByteArray bytes = value.toUtf8();
+        sqlite3_bind_text(prepared, ++number, bytes.constData(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+    }
+    Rows all;
+    int code = SQLITE_ROW;
+    while ((code = sqlite3_step(prepared)) == SQLITE_ROW) {
+        QStringList& row = all.emplace_back();
+        for (int column = 0; column < sqlite3_column_count(prepared); ++column) {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, column));
+            row << (text ? QString::fromUtf8(text, sqlite3_column_bytes(prepared, column)) : QString());
+        }
+    }
+    EXPECT_EQ(code, SQLITE_DONE) << sqlite3_errmsg(m_database) << ": " << qPrintable(statement);
+    sqlite3_finalize(prepared);
+    return all;
+}
+
+QStringList OtherProgram::run(const char* statement, const QStringList& values) {
+    QStringList firsts;
+    for (const QStringList& row : rows(QString::fromUtf8(statement), values))
+        firsts << named(row.constFirst());
+    return firsts;
+}
+
+void OtherProgram::keepReading() {
+    EXPECT_EQ(sqlite3_prepare_v2(m_database, "SELECT * FROM sqlite_schema", -1, &m_reading, nullptr), SQLITE_OK);
+    EXPECT_EQ(sqlite3_step(m_reading), SQLITE_ROW);
+}
+
+qint64 OtherProgram::lastId() const { return sqlite3_last_insert_rowid(m_database); }
+
+QStringList rowsInFile(const QString& path, const SqlText& query) {
+    QStringList lines;
+    for (QStringList row : OtherProgram(path).rows(query.text())) {
+        std::transform(row.begin(), row.end(), row.begin(), named);
+        lines << row.join(u'|');
+    }
+    return lines;
+}
+
+void overwrite(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}

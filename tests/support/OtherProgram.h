@@ -1,0 +1,64 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QStringList>
+
+#include "storage/Sql.h"
+
+using namespace Qt::StringLiterals;
+
+struct sqlite3;
+
+using Rows = QList<QStringList>;
+
+/// Another program that works on a database file by itself, on the database's own calls, with values that are bound and
+/// thus never part of a statement. What it cannot do fails the test.
+class OtherProgram {
+public:
+    /// Opens the file at `path`, created when missing; `key` as for the system database, empty for a plain file.
+    explicit OtherProgram(const QString& path, const char* key = "");
+    ~OtherProgram();
+    OtherProgram(const OtherProgram&) = delete;
+    OtherProgram& operator=(const OtherProgram&) = delete;
+
+    /// Runs `statement` with `values` for its question marks; gives all values of its rows as text, NULL as a null one.
+    Rows rows(const QString& statement, const QStringList& values = {});
+    /// The same, of each row only the first value, NULL as "NULL".
+    QStringList run(const char* statement, const QStringList& values = {});
+    /// Begins to read the file and keeps at it for as long as this lives.
+    void keepReading();
+
+    qint64 lastId() const;
+
+private:
+    sqlite3* m_database = nullptr;
+    struct sqlite3_stmt* m_reading = nullptr;
+};
+
+/// All rows of a query on the file at `path`, read by another program, so that only what is in the file is seen: one
+/// text a row, fields joined by "|", NULL as "NULL".
+QStringList rowsInFile(const QString& path, const SqlText& query);
+
+/// Takes a file away and brings it back, in place of whatever stands there by then, when this goes.
+class KeptFile {
+public:
+    explicit KeptFile(const QString& path) : m_path(path) { EXPECT_TRUE(QFile::rename(m_path, kept())); }
+    ~KeptFile() {
+        QFile::remove(m_path);
+        EXPECT_TRUE(QFile::rename(kept(), m_path));
+    }
+    KeptFile(const KeptFile&) = delete;
+    KeptFile& operator=(const KeptFile&) = delete;
+
+private:
+    QString kept() const { return m_path + u".kept"_s; }
+
+    const QString m_path;
+};
+
+/// Makes `bytes` all that the file holds, in its place.
+void overwrite(const QString& path, const QByteArray& bytes);
+
+QByteArray bytesOf(const QString& path);

@@ -1,0 +1,200 @@
+#include "tests/walk/RandomUser.h"
+
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+QString Deed::story() const {
+    static const char* const kinds[] = {"look at",   "command",           "edit",  "choose in", "tick",
+                                        "ration of", "list while locked", "reopen"};
+    QString told = u"%1 %2 %3 %4 %5"_s.arg(QLatin1String(kinds[static_cast<int>(kind)]), place)
+                       .arg(kind == Kind::Command ? host * 1000 + id : row)
+                       .arg(key, dekID);
+    if (!text.isEmpty() || kind == Kind::Edit)
+        told += u" \"%1\""_s.arg(text.left(60));
+    if (!name.isEmpty())
+        told += u" named \"%1\""_s.arg(name);
+    return told + (given ? QString() : u" given up"_s) + (failed ? u" FAILED"_s : QString());
+}
+
+RandomUser::RandomUser(EditorDriver& driver, unsigned seed, Habits habits)
+    : m_random(seed), m_driver(driver), m_habits(std::move(habits)) {}
+
+const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
+    using enum Room;
+    static const std::vector<Gesture> all{
+        {Chapters, 22, &RandomUser::clickChapter},
+        {Chapters, 8, &RandomUser::pressInTree},
+        {Chapters, 36, &RandomUser::chapterCommand},
+        {Chapters, 1, &RandomUser::reopen},
+        {Bills, 12, &RandomUser::clickRow},
+        {Bills, 6, &RandomUser::pressInGrid},
+        {Bills, 10, &RandomUser::editCell},
+        {Bills, 24, &RandomUser::billCommand},
+        {Bills, 4, &RandomUser::query},
+        {Bills, 2, &RandomUser::listWhileLocked},
+        {Bills, 8, &RandomUser::goOnWhileTyping},
+        {Bills, 7, &RandomUser::typeIntoBox},
+        {Bills, 2, &RandomUser::pressOnly},
+        {Features, 8, &RandomUser::clickRow},
+        {Features, 18, &RandomUser::editCell},
+        {Features, 8, &RandomUser::chooseType},
+        {Features, 10, &RandomUser::featureCommand},
+        {Features, 10, &RandomUser::tickValue},
+        {Features, 13, &RandomUser::valueCommand},
+        {Features, 4, &RandomUser::goOnWhileTyping},
+        {Features, 2, &RandomUser::pressOnly},
+        {Contents, 8, &RandomUser::clickRow},
+        {Contents, 8, &RandomUser::pressInGrid},
+        {Contents, 26, &RandomUser::contentCommand},
+        {Contents, 7, &RandomUser::editCell},
+        {Contents, 20, &RandomUser::typeCode},
+        {Contents, 5, &RandomUser::chooseLibrary},
+        {Contents, 2, &RandomUser::changeProfession},
+        {Contents, 9, &RandomUser::useBrowser},
+        {Contents, 4, &RandomUser::goOnWhileTyping},
+    };
+    return all;
+}
+
+const RandomUser::Gesture& RandomUser::choose() {
+    if (chance(4))
+        m_room = oneOf({Room::Chapters, Room::Bills, Room::Features, Room::Contents, Room::Contents});
+    // An empty list is soon left.
+    if (!m_driver.bills()->hasRows() && chance(40))
+        return gestures().front();
+    const auto weight = [this](const Gesture& gesture) {
+        constexpr int moreOften = 8;
+        return gesture.weight * (gesture.room == m_room ? moreOften : 1);
+    };
+    int total = 0;
+    for (const Gesture& gesture : gestures())
+        total += weight(gesture);
+    int drawn = upTo(total);
+    auto gesture = gestures().begin();
+    while (drawn >= weight(*gesture))
+        drawn -= weight(*gesture++);
+    return *gesture;
+}
+
+void RandomUser::step() {
+    if (!m_driver.editor())
+        return;
+    // Without a window manager nobody gives the focus back when a list or a box has closed.
+    m_driver.activate();
+    ModalAnswers answers;
+    answers.otherwise([this](QWidget* window) { answer(window); });
+    m_answers = &answers;
+    m_halfDone = false;
+    auto disturbance = disturb();
+    const Gesture& gesture = choose();
+    // Wherever the hand goes, it is at work there.
+    const Room room = std::exchange(m_room, gesture.room);
+    (this->*gesture.act)();
+    m_room = room;
+    EditorDriver::settle();
+    disturbance.reset();
+    EditorDriver::settle();
+    const QStringList messages = answers.takePlaces();
+    // The command may have done a part of its work: what it had done is not undone.
+    if (m_halfDone)
+        reopen();
+    EditorDriver::settle();
+    m_answers = nullptr;
+    onStep(messages + answers.takePlaces(), m_disturbed);
+    m_disturbed = false;
+}
+
+std::unique_ptr<Disturbance> RandomUser::disturb() {
+    m_disturbed = m_habits.disturbed && chance(8);
+    if (!m_disturbed)
+        return nullptr;
+    using Kind = Disturbance::Kind;
+    const Kind kind = oneOf({Kind::Written, Kind::Read, Kind::Refused});
+    m_driver.pragma("PRAGMA busy_timeout=0");
+    const QString change = oneOf({u"INSERT ON "_s, u"UPDATE ON "_s, u"DELETE ON "_s}) +
+                           oneOf({u"tblSYB"_s, u"tblBill"_s, u"tblCont"_s, u"tblContDe"_s, u"tblBillSpec"_s,
+                                  u"tblSpecEnum"_s, u"tblParm"_s});
+    m_story << (kind == Kind::Written ? u"(another program writes)"_s
+                : kind == Kind::Read  ? u"(another program reads)"_s
+                                      : u"(refused is %1)"_s.arg(change));
+    return std::make_unique<Disturbance>(m_driver.path(), kind, change, m_driver.editor());
+}
+
+/// Brings a modal window to close in one of the user's ways.
+void RandomUser::answer(QWidget* window) {
+    auto* name = window->findChild<QLineEdit*>(u"txtContent"_s);
+    if (const auto* box = qobject_cast<QMessageBox*>(window)) {
+        m_deed.yes = chance(80);
+        auto* button = box->button(m_deed.yes ? QMessageBox::Yes : QMessageBox::No);
+        if (button)
+            QTest::mouseClick(button, Qt::LeftButton);
+        else
+            window->close();
+    } else if (name) {
+        enum Way { Enter, Button, Cancel, Escape, CloseBox };
+        const Way way = oneOf({Enter, Enter, Enter, Enter, Button, Button, Cancel, Escape, CloseBox});
+        m_deed.preset = name->selectedText() == name->text() ? name->text() : u"not selected"_s;
+        m_deed.name = chance(10) ? u"   "_s : anyText().replace(u'\n', u' ');
+        m_deed.answer = way == CloseBox                 ? Deed::Answer::BoxClosed
+                        : way == Enter || way == Button ? Deed::Answer::Entered
+                                                        : Deed::Answer::Cancelled;
+        EditorDriver::typeOver(name, m_deed.name);
+        if (way == CloseBox)
+            window->close();
+        else if (way == Button || way == Cancel)
+            QTest::mouseClick(window->findChild<QPushButton*>(way == Button ? u"cmdOK"_s : u"cmdCancel"_s),
+                              Qt::LeftButton);
+        else
+            QTest::keyClick(name, way == Enter ? Qt::Key_Return : Qt::Key_Escape);
+        // A name that is refused leaves the dialog open.
+        if (window->isVisible())
+            QTest::keyClick(name, Qt::Key_Escape);
+    } else {
+        window->close();
+    }
+}
+
+Deed& RandomUser::begin(Deed::Kind kind) {
+    m_deed = Deed();
+    m_deed.kind = kind;
+    m_seen = m_answers->seen().size();
+    if (onDeed)
+        m_deed.before = snapshotOf(*m_driver.editor());
+    return m_deed;
+}
+
+void RandomUser::done() {
+    const QStringList said = m_answers->seen().mid(m_seen);
+    m_deed.failed =
+        std::any_of(said.begin(), said.end(), [](const QString& text) { return text.contains(u"错误位置"); });
+    m_halfDone = m_halfDone || (m_disturbed && m_deed.failed && m_deed.mayBeHalfDone());
+    m_story << m_deed.story();
+    constexpr qsizetype remembered = 12;
+    while (m_story.size() > remembered)
+        m_story.removeFirst();
+    if (onDeed)
+        onDeed(m_deed);
+}
+
+/// Text as people type it, and some as they should not.
+QString RandomUser::anyText() {
+    static const QStringList odd{QString(),
+                                 u"it's"_s,
+                                 u"x'--"_s,
+                                 u"  两边空白  "_s,
+                                 u"　全角空白　"_s,
+                                 u"50%_\"q\";#1;a|b\\"_s,
+                                 QString(60, u'w'),
+                                 QString(49, u'n') + u"😀n"_s,
+                                 u"🏗️ 土方 👷"_s};
+    if (!m_habits.texts.isEmpty() && chance(30))
+        return oneOf(m_habits.texts);
+    if (chance(40))
+        return oneOf(odd);
+    return (chance(10) ? u"两行\n名称%1"_s : u"名称%1"_s).arg(++m_names);
+}
