@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "app/base/Error.h"
 #include "app/base/Paths.h"
-#include "tests/support/TemporaryLibrary.h"
+#include "tests/support/OtherProgram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -50,24 +49,24 @@ TEST_F(ConnectionTest, RunsExactlyOneStatementAndCountsItsRows) {
              {"INSERT INTO t(b) VALUES('x'); ; -- done\n /* really */ ", 1}})
         EXPECT_EQ(connection.Execute(statement), rows) << qPrintable(statement.text());
     EXPECT_EQ(connection.LastInsertId(), 4);
-    EXPECT_EQ(errorNumber([&] { connection.Execute("INSERT INTO t(b) VALUES('x'); DELETE FROM t"); }), 1);
+    for (const SqlText& statement : {SqlText("INSERT INTO t(b) VALUES('x'); DELETE FROM t"), SqlText("-- nothing")})
+        EXPECT_EQ(errorNumber([&] { connection.Execute(statement); }), 1);
     EXPECT_EQ(errorNumber([&] { connection.OpenRecordset("SELECT 1; SELECT 2"); }), 1);
-    EXPECT_EQ(errorNumber([&] { connection.Execute("-- nothing"); }), 1);
     EXPECT_EQ(rowsInFile(path(), "SELECT count(*) FROM t"), QStringList{u"4"_s});
     EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 2);
+    EXPECT_EQ(connection.OpenRecordset("PRAGMA busy_timeout").number("timeout"), 2000);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "no side files";
 }
 
 TEST_F(ConnectionTest, ReadsRowsForwardAndNullsAsEmpty) {
-    connection.Execute("INSERT INTO t(a,b) VALUES(1,NULL),(2,CAST(x'ff41' AS TEXT)),(3,'12')");
+    connection.Execute("INSERT INTO t(a,b) VALUES(1,NULL),(2,CAST(x'ff41' AS TEXT)),(3,'12😀')");
     Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a");
-    EXPECT_EQ(rows.number("ID"), 1);
-    EXPECT_EQ(rows.text("B"), QString());
-    EXPECT_EQ(rows.number("b"), 0);
+    EXPECT_TRUE(rows.number("ID") == 1 && rows.text("B").isEmpty() && rows.number("b") == 0);
     rows.MoveNext();
     EXPECT_TRUE(rows.text("b").endsWith(u'A'));
     rows.MoveNext();
     EXPECT_EQ(rows.number("b"), 12);
+    EXPECT_EQ(rows.joined(u"|"_s), u"3|12😀"_s);
     EXPECT_EQ(errorNumber([&] { rows.text("none"); }), 3265);
     rows.MoveNext();
     EXPECT_TRUE(rows.EndOfFile());
@@ -76,32 +75,36 @@ TEST_F(ConnectionTest, ReadsRowsForwardAndNullsAsEmpty) {
 }
 
 TEST_F(ConnectionTest, SaysInTheUsersWordsWhatHappened) {
-    Connection other;
     const QString foreign = joinPath(folder.path(), u"text.bdb"_s);
-    QFile file(foreign);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(4096, 'x'));
-    file.close();
-    other.Open(path(), QString(), Connection::readWriteCreate);
-    other.Execute("BEGIN EXCLUSIVE");
-    const auto insert = [&] { connection.Execute("INSERT INTO t(b) VALUES('x')"); };
-    EXPECT_EQ(errorText(insert), u"5 文件正被其他程序占用，请关闭该程序后重试（database is locked）"_s);
-    other.Execute("ROLLBACK");
-    EXPECT_EQ(errorText(insert), QString());
-    EXPECT_EQ(errorText([&] { connection.Execute(sql("UPDATE t SET b='", u"x'y"_s, "'")); }),
-              u"1 文字中不能有英文单引号（'），请改用中文引号（near \"'y\": syntax error）"_s);
-    EXPECT_EQ(errorText([&] { connection.Execute("DELETE FROM gone"); }),
-              u"1 文件中没有所需的表，可能不是本程序的文件，请核对文件（no such table: gone）"_s);
-    EXPECT_EQ(errorText([&] { other.Open(foreign, QString(), Connection::readWriteCreate); }),
-              u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s);
+    overwrite(foreign, QByteArray(4096, 'x'));
+    connection.OpenRecordset("PRAGMA busy_timeout=0");
+    Connection other;
+    const auto open = [&](const QString& file) { return [&other, file] { other.Open(file, QString(), 6); }; };
+    const auto run = [&](const SqlText& statement) { return [&, statement] { connection.Execute(statement); }; };
+    const auto insert = run("INSERT INTO t(b) VALUES('x')");
+    {
+        OtherProgram writer(path());
+        writer.run("BEGIN EXCLUSIVE");
+        EXPECT_EQ(errorText(insert), u"5 文件正被其他程序占用，请关闭该程序后重试（database is locked）"_s);
+    }
+    const std::pair<std::function<void()>, QString> cases[] = {
+        {insert, {}},
+        {run(sql("UPDATE t SET b='", u"x'y"_s, "'")),
+         u"1 文字中不能有英文单引号（'），请改用中文引号（near \"'y\": syntax error）"_s},
+        {run("DELETE FROM gone"), u"1 文件中没有所需的表，可能不是本程序的文件，请核对文件（no such table: gone）"_s},
+        {open(foreign), u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s},
+        {open(folder.path()), u"14 "_s},
+        {open(folder.filePath(u"none/x.bdb"_s)), u"14 "_s},
+        {[&] { other.Execute("SELECT 1"); }, u"21 "_s},
+        {[&] { ASSERT_TRUE(QFile::rename(path(), path() + u"2"_s)); }, {}},
+        {insert,
+         u"8 文件已被删除、移动或替换，没有写入；请把原文件放回原处，或关闭窗口后重新打开"
+         "（attempt to write a readonly database）"_s}};
+    for (const auto& [act, words] : cases) {
+        const QString text = errorText(act);
+        EXPECT_EQ(words.endsWith(u' ') ? text.first(words.size()) : text, words);
+    }
     EXPECT_EQ(other.State(), 0);
-    EXPECT_EQ(errorNumber([&] { other.Execute("SELECT 1"); }), 21);
-    EXPECT_EQ(errorNumber([&] { other.Open(folder.filePath(u"none/x.bdb"_s), QString(), 6); }), 14);
-    EXPECT_NE(errorNumber([&] { other.Open(folder.path(), QString(), 6); }), 0);
-    ASSERT_TRUE(QFile::rename(path(), path() + u"2"_s));
-    EXPECT_EQ(errorText(insert),
-              u"8 文件已被删除、移动或替换，没有写入；请把原文件放回原处，或关闭窗口后重新打开"
-              "（attempt to write a readonly database）"_s);
 }
 
 TEST_F(ConnectionTest, AFileIsOnlyData) {
@@ -117,4 +120,25 @@ TEST_F(ConnectionTest, AFileIsOnlyData) {
     connection.Execute("CREATE TEMP TRIGGER own AFTER INSERT ON main.t BEGIN UPDATE t SET b='seen' WHERE a=NEW.a; END");
     EXPECT_EQ(connection.Execute("INSERT INTO t(b) VALUES('x')"), 1);
     EXPECT_EQ(rowsInFile(path(), "SELECT b FROM t"), QStringList{u"seen"_s});
+}
+
+// The key is derived once for each salt: a file made anew has another one.
+TEST(KeyedFile, IsProtectedAndItsKeyIsForgottenWithIt) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.dat"_s);
+    for (const QString& content : {u"one"_s, u"two"_s}) {
+        QFile::remove(path);
+        Connection connection;
+        connection.Open(path, u"830547"_s, 6);
+        connection.Execute("CREATE TABLE SysBaseData (DekId text)");
+        connection.Execute(sql("INSERT INTO SysBaseData VALUES('", content, "')"));
+        connection.Close();
+        const QByteArray bytes = bytesOf(path);
+        EXPECT_FALSE(bytes.startsWith("SQLite format 3") || bytes.contains("SysBaseData"));
+        for (const QString& wrong : {QString(), u"830548"_s})
+            EXPECT_EQ(errorNumber([&] { connection.Open(path, wrong, 6); }), 26);
+        EXPECT_EQ(OtherProgram(path, "830547").run("SELECT DekId FROM SysBaseData"), QStringList{content});
+        connection.Open(path, u"830547"_s, 6);
+        EXPECT_EQ(connection.OpenRecordset("SELECT DekId FROM SysBaseData").text("DekId"), content);
+    }
 }
