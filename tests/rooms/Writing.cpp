@@ -1,4 +1,4 @@
-#include "tests/support/Writing.h"
+#include "tests/rooms/Writing.h"
 
 #include <gtest/gtest.h>
 
@@ -15,21 +15,21 @@ namespace {
 
 const char* const tables[] = {"tblSYB", "tblBill", "tblParm", "tblCont", "tblContDe", "tblBillSpec", "tblSpecEnum"};
 
-QStringList columnsOf(const TemporaryLibrary& library, const QString& table) {
-    return library.rowsInFile(sql("SELECT name FROM pragma_table_info('", table, "')"));
-}
-
-/// The cells of every row, by table and id.
+/// The cells of every row as "Column=value", by table and id.
 QMap<QString, QStringList> rowsOf(const TemporaryLibrary& library) {
-    QMap<QString, QStringList> rows;
+    QMap<QString, QStringList> all;
+    OtherProgram file(library.path());
     for (const char* name : tables) {
         const QString table = QString::fromLatin1(name);
-        for (const QString& line : library.rowsInFile(sql("SELECT * FROM ", table))) {
-            const QStringList cells = line.split(u'|');
-            rows.insert(table + u' ' + cells.first().rightJustified(5, u'0'), cells);
+        const QStringList columns = file.run("SELECT name FROM pragma_table_info(?)", {table});
+        for (QStringList row : file.rows(u"SELECT * FROM "_s + table)) {
+            const QString id = row.first().rightJustified(5, u'0');
+            for (qsizetype i = 0; i < row.size(); ++i)
+                row[i].prepend(columns[i] + u'=');
+            all.insert(table + u' ' + id, row);
         }
     }
-    return rows;
+    return all;
 }
 
 }  // namespace
@@ -72,18 +72,18 @@ QString DetailedLibrary::changes(const std::function<void()>& act) const {
     for (auto row = before.begin(); row != before.end(); ++row)
         if (!after.contains(row.key()))
             note(row.key(), u'-', {});
+    const QString stamp = u"LastUpdate="_s, end = nowText();
     for (auto row = after.begin(); row != after.end(); ++row) {
-        const QStringList columns = columnsOf(*this, row.key().section(u' ', 0, 0));
-        const QStringList old = before.value(row.key(), QStringList(columns.size(), u"NULL"_s));
+        const QStringList old = before.value(row.key());
         QString change;
-        for (qsizetype i = 1; i < columns.size(); ++i) {
-            const QString& cell = row.value()[i];
-            const bool now = columns[i] == u"LastUpdate"_s && cell >= start && cell <= nowText();
-            if (cell != old[i])
-                change += u' ' + columns[i] + u'=' + (now ? u"now"_s : cell);
+        for (qsizetype i = 1; i < row->size(); ++i) {
+            const QString& cell = row->at(i);
+            const bool now = cell >= stamp + start && cell <= stamp + end;
+            if (old.isEmpty() ? !cell.endsWith(u"=NULL"_s) : cell != old[i])
+                change += u' ' + (now ? stamp + u"now"_s : cell);
         }
         if (!change.isEmpty())
-            note(row.key(), QLatin1Char(before.contains(row.key()) ? '~' : '+'), change);
+            note(row.key(), QLatin1Char(old.isEmpty() ? '+' : '~'), change);
     }
     for (QString& line : lines) {
         const auto table = line.indexOf(QRegularExpression(u"[-~+]"_s));
@@ -117,19 +117,16 @@ void expectWriting(const Writing& writing) {
         answers.closeAnything();
         const QString changes = library->changes([&] {
             {
-                Connection other;
-                other.Open(library->path(), QString(), Connection::readWriteCreate);
-                Recordset held;
+                OtherProgram other(library->path());
                 if (disturbance == Locked)
-                    other.Execute("BEGIN EXCLUSIVE");
+                    other.run("BEGIN EXCLUSIVE");
                 else if (disturbance == Read)
-                    held = other.OpenRecordset("SELECT * FROM tblSYB");
+                    other.keepReading();
                 else if (disturbance == Refused)
                     library->run(sql("CREATE TEMP TRIGGER refuse BEFORE ", writing.refused,
                                      " BEGIN SELECT RAISE(ABORT,'refused'); END"));
                 EXPECT_EQ(writing.runs(disturbance == NoLibrary ? nullptr : library->connection()),
                           disturbance == Nothing);
-                held.Close();
             }
             QCoreApplication::processEvents();
         });

@@ -1,11 +1,15 @@
-#include "app/controls/KeyedTree.h"
-
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QPointer>
 #include <QTest>
 
-#include "app/base/Error.h"
+#include "app/base/Guarded.h"
+#include "app/base/Paths.h"
+#include "app/controls/CommandBars.h"
+#include "app/controls/KeyedTree.h"
+#include "tests/support/SampleProgram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,7 +19,7 @@ class KeyedTreeTest : public ::testing::Test {
 protected:
     KeyedTreeTest() {
         for (const QString& code : u"01 02 03 0101 0102 010101 010102 0201"_s.split(u' '))
-            add(code);
+            tree.addNode(node(code.chopped(2)), u'K' + code, code + u" 土石方"_s, code);
         QObject::connect(&tree, &KeyedTree::nodeClick, &tree,
                          [this](const QTreeWidgetItem* node) { clicks << KeyedTree::tag(node); });
         QObject::connect(&tree, &KeyedTree::contextMenuWanted, &tree, [this] { ++menus; });
@@ -26,7 +30,6 @@ protected:
         tree.setAllExpanded(true);
     }
 
-    void add(const QString& code) { tree.addNode(node(code.chopped(2)), u'K' + code, code + u" 土石方"_s, code); }
     KeyedTree::Node* node(const QString& code) const { return tree.node(u'K' + code); }
     QPoint at(const QString& code) const { return tree.visualItemRect(node(code)).center(); }
     void click(const QString& code, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
@@ -43,8 +46,8 @@ protected:
 }  // namespace
 
 TEST_F(KeyedTreeTest, AClickIsToldEachTimeAndOnlyByTheLeftButtonOnTheNode) {
-    click(u"0101"_s);
-    click(u"0101"_s);
+    for (const QString& code : {u"0101"_s, u"0101"_s})
+        click(code);
     EXPECT_EQ(takeClicks(), u"0101 0101"_s);
     click(u"02"_s, Qt::RightButton);
     EXPECT_EQ(menus, 1);
@@ -100,11 +103,51 @@ TEST_F(KeyedTreeTest, KeysThatMoveTheSelectionTellItAndTheProgramTellsNothing) {
     tree.selectNode(nullptr);
     tree.clearFocus();
     tree.setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(tree.selectedNode(), nullptr);
-    EXPECT_FALSE(tree.currentIndex().isValid());
+    EXPECT_TRUE(!tree.selectedNode() && !tree.currentIndex().isValid());
     tree.removeNode(node(u"0102"_s));
     EXPECT_EQ(tree.selectedNode(), nullptr);
     EXPECT_EQ(takeClicks(), QString());
     QTest::keyClick(&tree, Qt::Key_Down);
     EXPECT_EQ(takeClicks(), u"01"_s);
+}
+
+TEST(CommandBarsTest, RunOnlyWhatIsThereAndEnabledOnceTypedTextIsCommitted) {
+    QWidget window;
+    CommandBars bars(&window, u"CommandBars1"_s);
+    bool mayDelete = false;
+    QString ran;
+    bars.addActions({{100, u"添加目录"_s, {}, {}, {}, [&] { ran += u"add "_s; }},
+                     {103, u"删除目录"_s, {}, {}, {}, [&] { ran += u"delete "_s; }, [&] { return mayDelete; }},
+                     {106, u"左移目录"_s, {}, {}, {}}});
+    QObject::connect(&bars, &CommandBars::unhandled, &bars, [&](int id) { ran += QString::number(id); });
+    for (const int id : {100, 103, 106, 999})
+        bars.execute(id);
+    EXPECT_EQ(std::exchange(ran, {}), u"add 106"_s);
+    EXPECT_FALSE(bars.isEnabled(999));
+    // The rule counts as it is then, not as it was shown.
+    bars.beforeExecute = [&] { return mayDelete = true; };
+    bars.execute(103);
+    bars.beforeExecute = [] { return false; };
+    bars.execute(100);
+    EXPECT_EQ(ran, u"delete "_s);
+    // The end of a user's event shows the rules anew.
+    for (const bool may : {false, true}) {
+        guarded({"tests", "event"}, [&] { mayDelete = may; });
+        QApplication::processEvents();
+        EXPECT_EQ(bars.action(103)->isEnabled(), may);
+    }
+    // A command may destroy its window.
+    QPointer<QWidget> closing = new QWidget;
+    auto* own = new CommandBars(closing, u"own"_s);
+    own->addActions({{1, u"关闭"_s, {}, {}, {}, [&] { delete closing; }}});
+    own->execute(1);
+    EXPECT_FALSE(closing);
+}
+
+TEST(CommandBarsTest, EachIconOfTheStripHasAPixmapForBothDensities) {
+    const std::vector<QIcon> icons = iconsFromStrip(joinPath(builtProgramFolder(), u"Res/Icons/ToolBar.bmp"_s));
+    ASSERT_EQ(icons.size(), 15U);
+    for (const QIcon& icon : icons)
+        EXPECT_NE(icon.pixmap(QSize(20, 20), 2.0).toImage(), icon.pixmap(QSize(20, 20), 1.0).toImage().scaled(40, 40));
+    EXPECT_TRUE(iconsFromStrip(u"nowhere.bmp"_s).empty());
 }
