@@ -8,8 +8,7 @@
 
 #include "samples/builder/SampleBuilder.h"
 #include "storage/LibraryConnection.h"
-#include "storage/SystemDatabase.h"
-#include "tests/support/TemporaryLibrary.h"
+#include "tests/support/OtherProgram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,25 +23,24 @@ TEST(Samples, HaveNoRowThatIsWrong) {
     EXPECT_EQ(buildSamples(sources, home.path(), false).complaints, QStringList());
     const std::unique_ptr<Connection> bills = GetOrmConn(home.filePath(billLibrary));
     ASSERT_TRUE(bills);
-    EXPECT_GE(bills->OpenRecordset("SELECT count(*) AS n FROM dbext.tblExplain WHERE Code IN (SELECT Code FROM tblSYB)")
-                  .number("n"),
-              5);
-    bills->Execute(sql("ATTACH '", home.filePath(u"tessel.dat"_s), "' AS sys KEY '830547'"));
-    EXPECT_GE(bills->OpenRecordset("SELECT count(*) AS n FROM tblBill").number("n"), 120);
+    const auto count = [&](const SqlText& from) {
+        return bills->OpenRecordset(sql("SELECT count(*) AS n FROM ", from)).number("n");
+    };
+    EXPECT_GE(count("dbext.tblExplain WHERE Code IN (SELECT Code FROM tblSYB)"), 5);
+    EXPECT_GE(count("tblBill"), 120);
     bills->Execute("CREATE TEMP TABLE rations (DekID,DEH,MC,DW)");
-    for (const char* id : {"GD2018ZHDE01", "GD2018ZHDE03", "GD2018ZHDE04", "HN2020XHBZ01"}) {
-        const QString dekId = QString::fromLatin1(id);
-        const QString path =
-            bills
-                ->OpenRecordset(
-                    sql("SELECT rgnName||'/'||DekFilename AS path FROM sys.SysBaseData WHERE DekId='", dekId, "'"))
-                .text("path");
-        bills->Execute(sql("ATTACH '", home.filePath(u"Data/"_s + path), "' AS dek KEY ''"));
-        bills->Execute(sql("INSERT INTO rations SELECT '", dekId,
+    for (const QStringList& library : OtherProgram(home.filePath(u"tessel.dat"_s), "830547")
+                                          .rows(u"SELECT DekId,rgnName||'/'||DekFilename FROM SysBaseData"_s)) {
+        const QString path = home.filePath(u"Data/"_s + library[1]);
+        if (!QFile::exists(path))
+            continue;
+        bills->Execute(sql("ATTACH '", path, "' AS dek KEY ''"));
+        bills->Execute(sql("INSERT INTO rations SELECT '", library[0],
                            "',DEH,MC,DW FROM dek.DEB WHERE sybID IN (SELECT sybID FROM dek.DeSYB WHERE isdel=0)"));
         bills->Execute("DETACH dek");
     }
-    EXPECT_GE(bills->OpenRecordset("SELECT count(*) AS n FROM rations").number("n"), 1000);
+    EXPECT_GE(count("rations"), 1000);
+    EXPECT_GE(count("(SELECT DISTINCT DekID FROM rations)"), 4);
     for (const SqlText& wrong :
          {SqlText("SELECT Code FROM tblSYB WHERE length(Code)>2 AND substr(Code,1,length(Code)-2) NOT IN "
                   "(SELECT Code FROM tblSYB)"),
@@ -67,22 +65,15 @@ TEST(Samples, AnEditedLibraryIsKeptUnlessForced) {
     const auto nameOfFirst = [&] { return rowsInFile(library, "SELECT Name FROM tblBill WHERE ID=1").value(0); };
     EXPECT_EQ(notes(false), 0);
     EXPECT_EQ(notes(false), 0) << "an untouched one is made anew";
-    {
-        Connection connection;
-        connection.Open(library, QString(), Connection::readWriteCreate);
-        connection.Execute("UPDATE tblBill SET Name='改过' WHERE ID=1");
-    }
+    OtherProgram(library).run("UPDATE tblBill SET Name='改过' WHERE ID=1");
     EXPECT_EQ(notes(false), 1);
     EXPECT_EQ(nameOfFirst(), u"改过"_s);
     EXPECT_EQ(notes(true), 0);
     EXPECT_EQ(nameOfFirst(), u"平整场地"_s);
 
-    QFile foreign(library);
-    ASSERT_TRUE(foreign.open(QIODevice::WriteOnly));
-    foreign.write("not a database");
-    foreign.close();
+    overwrite(library, "not a database");
     EXPECT_EQ(notes(false), 1);
-    EXPECT_EQ(foreign.size(), 14);
+    EXPECT_EQ(bytesOf(library), "not a database");
 }
 
 /// Small sources that are right, as a spreadsheet saves them: a mark, CR LF, quotes, a blank row.
@@ -109,9 +100,7 @@ QStringList complaintsOf(const QTemporaryDir& home, const QString& file, const Q
     for (const auto& source : smallSources) {
         const QString path = folder.filePath(QString::fromUtf8(source.file));
         QDir().mkpath(QFileInfo(path).path());
-        QFile written(path);
-        EXPECT_TRUE(written.open(QIODevice::WriteOnly));
-        written.write(source.text + (file == QLatin1String(source.file) ? line : QByteArray()));
+        overwrite(path, source.text + (file == QLatin1String(source.file) ? line : QByteArray()));
     }
     return buildSamples(folder.path(), home.path(), false).complaints;
 }
