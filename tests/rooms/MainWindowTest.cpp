@@ -19,7 +19,6 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "app/shell/WindowArrangement.h"
 #include "app/shell/frmMain.h"
 #include "editor/frmEditor.h"
 #include "storage/LibraryConnection.h"
@@ -285,81 +284,50 @@ TEST_F(MainWindow, ALibraryWhoseCompanionCannotBeDetachedKeepsItsConnection) {
     QFile::remove(companionPath(path));
 }
 
-// One above the other, beside one another, and all of one size behind one another.
-TEST_F(MainWindow, ArrangesItsWindowsAsTheCommandSays) {
-    load(u"first.bdb"_s);
-    load(u"second.bdb"_s);
+// One above the other, beside one another, and behind one another; more than fit get lanes. The active window comes
+// first and stays active; a minimised one stays so.
+TEST_F(MainWindow, ArrangesItsWindowsAsTheCommandSaysAndLeavesRoomToWorkIn) {
     auto* area = window.findChild<QMdiArea*>();
-    for (const int id : {513, 514, 512}) {
-        run(id);
-        const QRect a = area->subWindowList().at(0)->geometry(), b = area->subWindowList().at(1)->geometry();
-        const QRect whole = area->viewport()->rect();
-        EXPECT_EQ(a.width() == whole.width() && a.left() == b.left() && !a.intersects(b), id == 513) << id;
-        EXPECT_EQ(a.height() == whole.height() && a.top() == b.top() && !a.intersects(b), id == 514) << id;
-        EXPECT_EQ(a.size() == b.size() && a.topLeft() != b.topLeft() && a.intersects(b), id == 512) << id;
+    window.setWindowState(Qt::WindowNoState);
+    window.resize(1300, 900);
+    QMdiSubWindow* minimised = area->addSubWindow(new QWidget);
+    minimised->showMinimized();
+    for (const int count : {3, 11}) {
+        while (area->subWindowList().size() <= count)
+            area->addSubWindow(new QWidget)->show();
+        QMdiSubWindow* active = area->subWindowList().at(2);
+        area->setActiveSubWindow(active);
+        for (const int id : {513, 514, 512}) {
+            SCOPED_TRACE(testing::Message() << count << " windows, command " << id);
+            run(id);
+            EXPECT_TRUE(area->currentSubWindow() == active && minimised->isMinimized());
+            const QRect whole = area->viewport()->rect();
+            int covered = 0, lanes = 0, overlaps = 0;
+            for (const QMdiSubWindow* one : area->subWindowList()) {
+                const QRect place = one->geometry();
+                EXPECT_TRUE(one == minimised || whole.contains(place));
+                EXPECT_TRUE(one == minimised || (place.width() >= 200 && place.height() >= 220));
+                covered += one == minimised ? 0 : place.width() * place.height();
+                lanes += one != minimised && (id == 513 ? place.top() : place.left()) == 0 ? 1 : 0;
+                for (const QMdiSubWindow* other : area->subWindowList())
+                    overlaps +=
+                        one != other && one != minimised && other != minimised && place.intersects(other->geometry())
+                            ? 1
+                            : 0;
+            }
+            if (id == 512) {
+                EXPECT_EQ(area->subWindowList(QMdiArea::StackingOrder).constLast(), active);
+                EXPECT_NE(area->subWindowList().at(1)->pos(), active->pos());
+                EXPECT_TRUE(active->width() > 800 && active->height() > 500);
+                continue;
+            }
+            EXPECT_EQ(active->pos(), QPoint(0, 0));
+            EXPECT_EQ(overlaps, 0);
+            EXPECT_EQ(covered, whole.width() * whole.height());
+            EXPECT_TRUE(count > 3 ? lanes > 1 : lanes == 1) << lanes;
+        }
     }
 }
-
-namespace {
-
-/// An area with `count` windows and a minimised one; the third window is the active one.
-class WindowArrangement : public ::testing::TestWithParam<int> {
-protected:
-    WindowArrangement() {
-        area.resize(1200, 800);
-        area.show();
-        for (int i = 0; i < GetParam(); ++i)
-            area.addSubWindow(new QWidget)->show();
-        minimised = area.addSubWindow(new QWidget);
-        minimised->showMinimized();
-        area.setActiveSubWindow(area.subWindowList().at(2));
-    }
-    /// The places of all windows but the minimised one, which are checked to be inside the area; the active stays so.
-    QList<QRect> places() {
-        EXPECT_EQ(area.currentSubWindow(), area.subWindowList().at(2));
-        EXPECT_TRUE(minimised->isMinimized());
-        QList<QRect> all;
-        for (const QMdiSubWindow* window : area.subWindowList()) {
-            EXPECT_TRUE(window == minimised || area.viewport()->rect().contains(window->geometry()));
-            if (window != minimised)
-                all << window->geometry();
-        }
-        return all;
-    }
-
-    QMdiArea area;
-    QMdiSubWindow* minimised;
-};
-
-}  // namespace
-
-TEST_P(WindowArrangement, LeavesRoomToWorkInAndTilesCoverTheArea) {
-    for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
-        tileSubWindows(&area, orientation);
-        const QSize whole = area.viewport()->size();
-        const QList<QRect> all = places();
-        EXPECT_EQ(all.at(2).topLeft(), QPoint(0, 0)) << "the active one comes first";
-        int covered = 0;
-        for (const QRect& place : all) {
-            EXPECT_EQ(std::count_if(all.begin(), all.end(), [&](const QRect& r) { return r.intersects(place); }), 1);
-            EXPECT_GE(place.height(), 220);
-            EXPECT_TRUE(GetParam() > 3 || (orientation == Qt::Horizontal ? place.width() == whole.width()
-                                                                         : place.height() == whole.height()));
-            covered += place.width() * place.height();
-        }
-        EXPECT_EQ(covered, whole.width() * whole.height());
-    }
-    placeSubWindow(&area, area.currentSubWindow());
-    QList<QRect> all{places().at(2)};
-    cascadeSubWindows(&area);
-    EXPECT_EQ(area.subWindowList(QMdiArea::StackingOrder).constLast(), area.currentSubWindow());
-    all << places();
-    EXPECT_NE(all.at(1), all.at(2));
-    for (const QRect& place : all)
-        EXPECT_TRUE(place.width() > 800 && place.height() > 500);
-}
-
-INSTANTIATE_TEST_SUITE_P(Of, WindowArrangement, ::testing::Values(3, 11));
 
 TEST(StartUp, ASecondCopyEndsAndACrashedOneDoesNotBlock) {
     const QTemporaryDir home, elsewhere;
