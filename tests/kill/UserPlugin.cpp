@@ -10,11 +10,11 @@
 #include <cstdlib>
 
 #include "app/base/UserEvent.h"
-#include "tests/walk/RandomUser.h"
 #include "tests/kill/Content.h"
 #include "tests/kill/Orders.h"
 #include "tests/support/FaultyDisk.h"
 #include "tests/support/ModalAnswers.h"
+#include "tests/walk/Judge.h"
 
 namespace {
 
@@ -63,10 +63,11 @@ private:
         }
         // Nothing under the mouse takes part.
         QCursor::setPos(QPoint(0, 0));
-        m_user = std::make_unique<RandomUser>(
-            *m_driver, m_orders.seed, m_orders.checked ? RandomUser::Check::EveryStep : RandomUser::Check::Nothing);
-        if (m_orders.checked)
+        m_user = std::make_unique<RandomUser>(*m_driver, m_orders.seed, RandomUser::Habits());
+        if (m_orders.checked) {
+            m_judge = std::make_unique<Judge>(*m_driver, *m_user);
             noteContent();
+        }
         if (m_orders.endAt > 0)
             disk().endProcessAt(m_orders.endAt, m_orders.endAt % 2 == 0);
         else
@@ -94,6 +95,7 @@ private:
 
     void leave() {
         note(u"changes %1"_s.arg(disk().operations()));
+        m_judge.reset();
         m_user.reset();
         ModalAnswers answers;
         answers.press(QMessageBox::Yes);
@@ -107,6 +109,7 @@ private:
     int m_done = 0;
     std::unique_ptr<EditorDriver> m_driver;
     std::unique_ptr<RandomUser> m_user;
+    std::unique_ptr<Judge> m_judge;
 };
 
 }  // namespace

@@ -5,18 +5,18 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
-
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
+#include <algorithm>
 
 #include "app/base/UserEvent.h"
 #include "editor/bills/BillPane.h"
@@ -27,13 +27,18 @@
 
 using namespace Qt::StringLiterals;
 
-EditorDriver::EditorDriver(const QString& path)
-    : m_path(path), m_own(std::make_unique<frmMain>()), m_main(m_own.get()) {
+EditorDriver::EditorDriver(const QString& path) : m_path(path) {
+    makeWindow();
+    open();
+}
+
+void EditorDriver::makeWindow() {
+    m_own = std::make_unique<frmMain>();
+    m_main = m_own.get();
     m_main->MDIForm_Load();
     m_main->resize(1366, 768);
     m_main->show();
     activate();
-    open();
 }
 
 EditorDriver::EditorDriver(frmMain* window, const QString& path) : m_path(path), m_main(window) {}
@@ -46,12 +51,28 @@ void EditorDriver::open() {
         pragma("PRAGMA synchronous=OFF");
 }
 
-void EditorDriver::close() {
-    m_main->commandBars()->execute(260);
+bool EditorDriver::close(Closing way) {
+    if (way == Closing::Command) {
+        m_main->commandBars()->execute(260);
+    } else if (way == Closing::Key) {
+        QWidget* focus = QApplication::focusWidget();
+        QTest::keyClick(focus ? focus : m_main, Qt::Key_W, Qt::ControlModifier);
+    } else if (way == Closing::Child) {
+        editor()->parentWidget()->close();
+    } else {
+        m_main->close();
+        // Closing it has ended the program: nothing modal would open any more until the event loop is entered anew.
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        QApplication::exec();
+    }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     settle();
-    for (const frmEditor* left : m_main->editors())
-        EXPECT_NE(left->DBFilePath(), m_path);
+    const QList<frmEditor*> left = m_main->editors();
+    const bool closed =
+        std::none_of(left.begin(), left.end(), [this](const frmEditor* each) { return each->DBFilePath() == m_path; });
+    if (way == Closing::Main)
+        makeWindow();
+    return closed;
 }
 
 void EditorDriver::bringToFront() const {
@@ -85,9 +106,9 @@ void EditorDriver::showPage(QWidget* pane) const {
         QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(page).center());
 }
 
-void EditorDriver::click(KeyedTree::Node* node, Qt::MouseButton button) const {
-    tree()->scrollToItem(node);
-    QTest::mouseClick(tree()->viewport(), button, {}, tree()->visualItemRect(node).center());
+void EditorDriver::click(KeyedTree* in, KeyedTree::Node* node, Qt::MouseButton button) {
+    in->scrollToItem(node);
+    QTest::mouseClick(in->viewport(), button, {}, in->visualItemRect(node).center());
 }
 
 void EditorDriver::click(KeyedGrid* grid, int row, const QString& key, Qt::MouseButton button) const {
@@ -111,14 +132,18 @@ QWidget* EditorDriver::openEditor(KeyedGrid* grid, int row, const QString& key) 
 }
 
 void EditorDriver::typeOver(QWidget* editor, const QString& text) {
+    if (text.contains(u'\n'))
+        return pasteOver(editor, text);
     QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    if (text.contains(u'\n')) {
-        QApplication::clipboard()->setText(text);
-        QTest::keyClick(editor, Qt::Key_V, Qt::ControlModifier);
-        return;
-    }
     QTest::keyClick(editor, Qt::Key_Delete);
     typeText(editor, text);
+}
+
+void EditorDriver::pasteOver(QWidget* editor, const QString& text) {
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(editor, Qt::Key_V, Qt::ControlModifier);
 }
 
 bool EditorDriver::edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end) const {
@@ -130,28 +155,35 @@ bool EditorDriver::edit(KeyedGrid* grid, int row, const QString& key, const QStr
     return true;
 }
 
-bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse) const {
-    if (byMouse) {
-        click(grid, row, key);
+QComboBox* EditorDriver::openList(KeyedGrid* grid, int row, const QString& key, bool byMouse) const {
+    if (!byMouse)
+        return qobject_cast<QComboBox*>(openEditor(grid, row, key));
+    click(grid, row, key);
+    // On the arrow of the cell the click has opened it already.
+    if (!grid->isEditing())
         QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->currentIndex()).center());
-    }
-    auto* choice =
-        byMouse ? grid->findChild<QComboBox*>(u"cellEditor"_s) : qobject_cast<QComboBox*>(openEditor(grid, row, key));
-    if (!choice)
-        return false;
+    return grid->findChild<QComboBox*>(u"cellEditor"_s);
+}
+
+void EditorDriver::choose(QComboBox* choice, int entry, bool byMouse) {
     QAbstractItemView* list = choice->view();
-    const QModelIndex entry = choice->model()->index(choice->findData(value), 0);
+    const QModelIndex wanted = choice->model()->index(entry, 0);
     EXPECT_TRUE(list->isVisible());
     if (byMouse) {
-        list->scrollTo(entry);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(entry).center());
+        list->scrollTo(wanted);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(wanted).center());
     } else {
-        list->setCurrentIndex(entry);
+        list->setCurrentIndex(wanted);
         QTest::keyClick(list, Qt::Key_Return);
     }
+}
 
+bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse) const {
+    QComboBox* list = openList(grid, row, key, byMouse);
+    if (list)
+        choose(list, list->findData(value), byMouse);
     EXPECT_FALSE(grid->isEditing());
-    return true;
+    return list != nullptr;
 }
 
 void EditorDriver::runByMouse(int host, int id) const {
@@ -167,12 +199,12 @@ void EditorDriver::runByMouse(int host, int id) const {
     QTest::mouseClick(pane->viewport(), Qt::RightButton, {}, row.isValid() ? row.center() : QPoint(5, 5));
     QCoreApplication::processEvents();
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_TRUE(menu) << host << ' ' << id;
-    for (QAction* entry : menu->actions())
+    for (QAction* entry : menu ? menu->actions() : QList<QAction*>())
         if (entry->objectName().endsWith(u".%1"_s.arg(id)))
             return QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
     // What stands in no menu is run as its key would.
-    QTest::keyClick(menu, Qt::Key_Escape);
+    if (menu)
+        QTest::keyClick(menu, Qt::Key_Escape);
     run(host, id);
 }
 

@@ -22,9 +22,16 @@ public:
     /// Takes `window` over as it is, with the library at `path` open in it.
     EditorDriver(frmMain* window, const QString& path);
 
-    /// Closes the library by its command.
-    void close();
+    enum class Closing {
+        Command,
+        Key,
+        Child,  ///< by its own close box
+        Main,   ///< together with the main window, where that is the driver's own; another one is made
+    };
+    /// Closes the library; false when it stays open because of an edit that is refused.
+    bool close(Closing way = Closing::Command);
     void open();
+    bool ownsWindow() const { return m_own != nullptr; }
 
     /// Makes the library's child window the active one when there are several; all that follows acts on that one.
     void bringToFront() const;
@@ -47,7 +54,8 @@ public:
 
     /// Brings the page that holds `pane` to the front by a click on its tab.
     void showPage(QWidget* pane) const;
-    void click(KeyedTree::Node* node, Qt::MouseButton button = Qt::LeftButton) const;
+    void click(KeyedTree::Node* node, Qt::MouseButton button = Qt::LeftButton) const { click(tree(), node, button); }
+    static void click(KeyedTree* in, KeyedTree::Node* node, Qt::MouseButton button = Qt::LeftButton);
     void click(KeyedGrid* grid, int row, const QString& key, Qt::MouseButton button = Qt::LeftButton) const;
     void key(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = {}) const;
 
@@ -55,10 +63,15 @@ public:
     QWidget* openEditor(KeyedGrid* grid, int row, const QString& key) const;
     /// Types over the whole text of an open editor; several lines are pasted.
     static void typeOver(QWidget* editor, const QString& text);
+    static void pasteOver(QWidget* editor, const QString& text);
+    /// Opens a cell's drop-down list by a double click or F2; null when the cell may not be edited.
+    QComboBox* openList(KeyedGrid* grid, int row, const QString& key, bool byMouse) const;
+    /// Chooses an entry of an open list.
+    static void choose(QComboBox* list, int entry, bool byMouse);
 
     /// Edits a cell: F2, the text, then the key `end`. False when the cell may not be edited.
     bool edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end = Qt::Key_Return) const;
-    /// Chooses the entry with the stored value `value` of a cell's drop-down list, which a double click opens, or F2.
+    /// Chooses the entry with the stored value `value` of a cell's drop-down list.
     bool choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse = false) const;
     /// Replaces the text of a box by typing; does not leave it.
     void typeInto(QPlainTextEdit* box, const QString& text) const;
@@ -81,6 +94,8 @@ public:
     void pragma(const SqlText& statement) const;
 
 private:
+    void makeWindow();
+
     QString m_path;
     std::unique_ptr<frmMain> m_own;
     frmMain* m_main;

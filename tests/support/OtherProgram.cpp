@@ -2,6 +2,12 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
+namespace {
+QString named(const QString& value) { return value.isNull() ? u"NULL"_s : value; }
+}  // namespace
+
 OtherProgram::OtherProgram(const QString& path, const char* key) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_database), SQLITE_OK);
     if (*key) {
@@ -30,7 +36,7 @@ Rows OtherProgram::rows(const QString& statement, const QStringList& values) {
         QStringList& row = all.emplace_back();
         for (int column = 0; column < sqlite3_column_count(prepared); ++column) {
             const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, column));
-            row << (text ? QString::fromUtf8(text, sqlite3_column_bytes(prepared, column)) : u"NULL"_s);
+            row << (text ? QString::fromUtf8(text, sqlite3_column_bytes(prepared, column)) : QString());
         }
     }
     EXPECT_EQ(code, SQLITE_DONE) << sqlite3_errmsg(m_database) << ": " << qPrintable(statement);
@@ -41,7 +47,7 @@ Rows OtherProgram::rows(const QString& statement, const QStringList& values) {
 QStringList OtherProgram::run(const char* statement, const QStringList& values) {
     QStringList firsts;
     for (const QStringList& row : rows(QString::fromUtf8(statement), values))
-        firsts << row.constFirst();
+        firsts << named(row.constFirst());
     return firsts;
 }
 
@@ -54,8 +60,10 @@ qint64 OtherProgram::lastId() const { return sqlite3_last_insert_rowid(m_databas
 
 QStringList rowsInFile(const QString& path, const SqlText& query) {
     QStringList lines;
-    for (const QStringList& row : OtherProgram(path).rows(query.text()))
+    for (QStringList row : OtherProgram(path).rows(query.text())) {
+        std::transform(row.begin(), row.end(), row.begin(), named);
         lines << row.join(u'|');
+    }
     return lines;
 }
 

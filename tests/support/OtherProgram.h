@@ -23,9 +23,9 @@ public:
     OtherProgram(const OtherProgram&) = delete;
     OtherProgram& operator=(const OtherProgram&) = delete;
 
-    /// Runs `statement` with `values` for its question marks; gives all values of its rows as text, NULL as "NULL".
+    /// Runs `statement` with `values` for its question marks; gives all values of its rows as text, NULL as a null one.
     Rows rows(const QString& statement, const QStringList& values = {});
-    /// The same, of each row only the first value.
+    /// The same, of each row only the first value, NULL as "NULL".
     QStringList run(const char* statement, const QStringList& values = {});
     /// Begins to read the file and keeps at it for as long as this lives.
     void keepReading();

@@ -26,9 +26,9 @@ ShippedProgram::ShippedProgram(const QStringList& arguments, const Variables& va
     environment.insert(with(variables));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.start(u"sh"_s, QStringList{u"-c"_s, QString::fromUtf8(shell), u"sh"_s,
-                                         joinPath(builtProgramFolder(), u"tessel"_s)} +
-                                 arguments);
+    m_process.start(
+        u"sh"_s, QStringList{u"-c"_s, QString::fromUtf8(shell), u"sh"_s, joinPath(builtProgramFolder(), u"tessel"_s)} +
+                     arguments);
     EXPECT_TRUE(m_process.waitForStarted(-1)) << qPrintable(m_process.errorString());
 }
 
@@ -69,16 +69,19 @@ QString ShippedProgram::lastWords() {
 
 VirtualDisplay::VirtualDisplay() {
     // The server chooses a free number and writes it when it is ready; the manager says so by a command.
-    const auto firstWord = [](QProcess& process) {
-        EXPECT_TRUE(process.waitForReadyRead(-1)) << qPrintable(process.errorString());
-        return QString::fromLatin1(process.readAllStandardOutput().trimmed());
+    const auto lastLine = [](QProcess& process, const QByteArray& end) {
+        QByteArray said;
+        while (!said.endsWith(end) && process.waitForReadyRead(-1))
+            said += process.readAllStandardOutput();
+        EXPECT_TRUE(said.endsWith(end)) << qPrintable(process.errorString());
+        return QString::fromLatin1(said.trimmed().split('\n').constLast());
     };
     m_server.start(u"Xvfb"_s,
                    {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1000x24"_s, u"-nolisten"_s, u"tcp"_s});
-    m_name = u':' + firstWord(m_server);
+    m_name = u':' + lastLine(m_server, "\n");
     m_windowManager.setProcessEnvironment(with(variables()));
     m_windowManager.start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s});
-    EXPECT_EQ(firstWord(m_windowManager), u"ready"_s);
+    lastLine(m_windowManager, "ready\n");
 }
 
 VirtualDisplay::~VirtualDisplay() {

@@ -1,5 +1,6 @@
 #include "tests/support/Snapshot.h"
 
+#include <QComboBox>
 #include <QPlainTextEdit>
 
 #include "app/controls/KeyedGrid.h"
@@ -56,12 +57,28 @@ QString textIn(const QPlainTextEdit* box) {
 
 Snapshot snapshotOf(const frmEditor& editor) {
     const BillPane* bills = editor.billPane();
+    const FeaturePane* features = editor.featurePane();
+    const KeyedGrid* contents = editor.contentPane()->grdConcent();
+    const KeyedTree* tree = editor.chapterPane()->tvSYB();
+    QList<bool> open;
+    for (const KeyedTree::Node* node : tree->nodes())
+        if (node->childCount() > 0)
+            open << node->isExpanded();
     return {
-        .tree = rowsOf(editor.chapterPane()->tvSYB()),
+        .tree = rowsOf(tree),
+        .open = open,
+        .node = static_cast<int>(tree->nodes().indexOf(tree->selectedNode())),
+        .chapter = KeyedTree::tag(tree->selectedNode()),
+        .listsQuery = bills->grdBillList()->tag() == u"1"_s,
         .bills = rowsOf(bills->grdBillList()),
-        .features = rowsOf(editor.featurePane()->grdSpec()),
-        .values = rowsOf(editor.featurePane()->grdSpecEnum()),
-        .contents = rowsOf(editor.contentPane()->grdConcent()),
+        .features = rowsOf(features->grdSpec()),
+        .values = rowsOf(features->grdSpecEnum()),
+        .contents = rowsOf(contents),
+        .bill = bills->grdBillList()->row(),
+        .feature = features->grdSpec()->row(),
+        .value = features->grdSpecEnum()->row(),
+        .contentRow = contents->row(),
+        .profession = u"%1"_s.arg(editor.contentPane()->cboProfession()->currentData().toInt(), 2, 10, QChar(u'0')),
         .rule = textIn(bills->txtRule()),
         .content = textIn(bills->txtContent()),
         .boxesLocked = bills->txtRule()->isReadOnly() && bills->txtContent()->isReadOnly(),

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "tests/support/EditorDriver.h"
+#include "tests/support/Snapshot.h"
 #include "tests/walk/Prescribed.h"
 
 /// Compares the window with what a fresh load of the same file shows: a second editor with a connection of its own,
@@ -15,24 +16,17 @@ public:
     /// is what was searched for when the list shows results.
     void check(const QString& query);
 
-    /// Only takes down what the window shows.
-    void look();
-
-    /// What the window showed at the last check() or look().
+    /// What the window showed at the last check().
     const Snapshot& last() const { return m_last; }
 
 private:
-    frmEditor& fresh();
-    void compareTree(const Snapshot& shown);
-    void compareBills(const Snapshot& shown, const QString& query);
-    void compareDetails(Snapshot shown);
-    void compareBoxes(const Snapshot& shown);
-    void showBill(const QString& id);
+    void load(const Snapshot& shown, const QString& query);
+    void compareBills(const Snapshot& shown, const Snapshot& fresh);
+    void compareDetails(const Snapshot& shown, Snapshot expected);
 
     EditorDriver& m_driver;
     const Prescribed& m_prescribed;
     std::unique_ptr<frmEditor> m_fresh;
     int m_checks = 0;
     Snapshot m_last;
-    int m_lastFeature = -1;
 };

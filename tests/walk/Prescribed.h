@@ -7,15 +7,11 @@
 
 class LibraryDocument;
 
-using namespace Qt::StringLiterals;
-
-/// The differences between the window and a fresh load of its file that are meant to be, by name. Each is noted by the
-/// action that leads to it, says what the window must show instead, and ends when the part of the window that it
-/// concerns is loaded anew. Everything else must be the same.
+/// The differences between the window and a fresh load of its file that are meant to be, by name. Each says what the
+/// window must show instead, and ends when the part of the window that it concerns is loaded anew. Everything else must
+/// be the same.
 struct Prescribed {
-    // --- The tree, until it is rebuilt ---------------------------------------------------------------------------
-
-    /// What the tree shows while it differs from a fresh one, kept up by the actions.
+    /// What the tree shows until it is rebuilt.
     ///
     /// "A code that overflows": a new chapter stands behind its last sibling, whatever its code says. The step from
     /// 0199 is 0200, which a fresh tree hangs under 02 or hides; the step from 99 is 100, at which a fresh tree stops,
@@ -25,10 +21,7 @@ struct Prescribed {
     /// the tree alone, while a fresh tree hangs the chapters left behind below it.
     std::optional<Rows> tree;
 
-    // --- The bill list, until it is filled again ------------------------------------------------------------------
-
-    /// Ids of the bills in the order of the list while that is not what its chapter or its query would give now; what
-    /// the rows show is in the file all the same.
+    /// Ids of the bills in the order of the list, until it is filled again; what the rows show is in the file.
     ///
     /// "A bill code that overflows": stepping carries into the chapter's digits, so the bill after 010101999 is
     /// 010102000. It stays in the list that it was added to.
@@ -37,37 +30,19 @@ struct Prescribed {
     /// whatever its chapter is; rows of other chapters then meet the codes of bills that are not listed.
     std::optional<QStringList> bills;
 
-    // --- The details -----------------------------------------------------------------------------------------------
-
     /// "Details stay as they were": a click on a chapter that lists no bills empties the list and leaves the detail
     /// grids; they go on showing, and editing, the bill that was current. Its id, or "0" when none was.
     QString detailsOf = u"0"_s;
-
     /// "Details of a bill that is gone": when the kept bill was deleted with its chapter the grids stay as they were,
     /// locked.
     bool detailsLocked = false;
-
     /// "No contents without a bill": choosing a profession while no bill is listed empties the content grid.
     bool contentsEmptied = false;
 
-    // --- Rows of the content grid, until it is loaded again -------------------------------------------------------
-
-    /// "A library chosen, not written": choosing a ration library changes the cell only, until a code is entered.
-    /// Library by contDeID.
-    QMap<QString, QString> libraryChosen;
-
-    /// "A typed code kept": a ration that could not be written is accepted in the grid all the same. Typed text by
-    /// contDeID.
-    QMap<QString, QString> codeKept;
-
-    /// "Case of a code": codes from the ration browser are stored and shown as they come; a fresh load shows capitals.
-    /// Shown text by contDeID.
-    QMap<QString, QString> codeAsItCame;
-
-    /// "Accepted, not written": a text that differs by letter case and outer blanks alone is taken into the cell only.
-    /// Shown text by nodeKey().
-    QMap<QString, QString> onlyCaseChanged;
-
+    /// Cells of the content grid that the window alone knows until it is loaded again, by row (see nodeKey()) and
+    /// column: a library that was chosen and not used yet, a code that could not be written or came in small letters
+    /// from the browser, a text that differs from the stored one by letter case and outer blanks alone.
+    QMap<std::pair<QString, int>, QString> cells;
     /// "An emptied second-level content": its only ration, before another second-level content, takes the last row in
     /// the file along, and with it what the second-level content consists of. How many of a content, by contID.
     QMap<QString, int> emptied;
@@ -77,10 +52,10 @@ struct Prescribed {
 
     /// Hears from `library` when a part of its window is loaded anew.
     void follow(const LibraryDocument& library);
-    void treeLoaded() { tree.reset(); }
-    void listLoaded() { bills.reset(); }
-    void detailsLoaded(const QString& bill);
-    void everythingLoaded();
+    void detailsLoaded();
+    void everythingLoaded() { *this = {}; }
+    /// Notes what details a window with these lists shows.
+    void track(const Snapshot& shown);
 
     /// Changes what a fresh load shows of contents into what the window must show, and takes out of `shown` what the
     /// window alone knows: "the blank ration row", at most one, which is not in the file until it gets a code.

@@ -1,244 +1,200 @@
 #include "tests/walk/RandomUser.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QComboBox>
-#include <QRegularExpression>
-
-#include "editor/common/LibraryDocument.h"
-
-#include "storage/LibraryConnection.h"
-#include "tests/support/ModalAnswers.h"
-#include "tests/support/OtherProgram.h"
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
-namespace {
+QString Deed::story() const {
+    static const char* const kinds[] = {"look at",   "command",           "edit",  "choose in", "tick",
+                                        "ration of", "list while locked", "reopen"};
+    QString told = u"%1 %2 %3 %4 %5"_s.arg(QLatin1String(kinds[static_cast<int>(kind)]), place)
+                       .arg(kind == Kind::Command ? host * 1000 + id : row)
+                       .arg(key, dekID);
+    if (!text.isEmpty() || kind == Kind::Edit)
+        told += u" \"%1\""_s.arg(text.left(60));
+    if (!name.isEmpty())
+        told += u" named \"%1\""_s.arg(name);
+    return told + (given ? QString() : u" given up"_s) + (failed ? u" FAILED"_s : QString());
+}
 
-const QRegularExpression errorPlace(u"错误位置: (\\S+)"_s);
+RandomUser::RandomUser(EditorDriver& driver, unsigned seed, Habits habits)
+    : m_random(seed), m_driver(driver), m_habits(std::move(habits)) {}
 
-}  // namespace
-
-const std::vector<RandomUser::Choice>& RandomUser::choices() {
+const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
     using enum Room;
-    static const std::vector<Choice> all{
+    static const std::vector<Gesture> all{
         {Chapters, 22, &RandomUser::clickChapter},
-        {Chapters, 8, &RandomUser::walkTree},
-        {Chapters, 6, &RandomUser::addChapter},
-        {Chapters, 6, &RandomUser::addSubChapter},
-        {Chapters, 5, &RandomUser::renameChapter},
-        {Chapters, 4, &RandomUser::deleteChapter},
-        {Chapters, 9, &RandomUser::moveChapter},
-        {Chapters, 2, &RandomUser::openOrCloseNodes},
+        {Chapters, 8, &RandomUser::pressInTree},
+        {Chapters, 36, &RandomUser::chapterCommand},
         {Chapters, 1, &RandomUser::reopen},
-        {Bills, 12, &RandomUser::clickBill},
-        {Bills, 6, &RandomUser::walkBills},
-        {Bills, 10, &RandomUser::editBill},
-        {Bills, 9, &RandomUser::addBill},
-        {Bills, 6, &RandomUser::deleteBill},
-        {Bills, 9, &RandomUser::moveBill},
+        {Bills, 12, &RandomUser::clickRow},
+        {Bills, 6, &RandomUser::pressInGrid},
+        {Bills, 10, &RandomUser::editCell},
+        {Bills, 24, &RandomUser::billCommand},
         {Bills, 4, &RandomUser::query},
         {Bills, 2, &RandomUser::listWhileLocked},
-        {Bills, 8, &RandomUser::clickAwayFromAnEdit},
-
+        {Bills, 8, &RandomUser::goOnWhileTyping},
         {Bills, 7, &RandomUser::typeIntoBox},
-        {Features, 8, &RandomUser::clickFeature},
-        {Features, 8, &RandomUser::editFeature},
+        {Bills, 2, &RandomUser::pressOnly},
+        {Features, 8, &RandomUser::clickRow},
+        {Features, 18, &RandomUser::editCell},
         {Features, 8, &RandomUser::chooseType},
-        {Features, 6, &RandomUser::addFeature},
-        {Features, 4, &RandomUser::deleteFeature},
-        {Features, 8, &RandomUser::tickValue},
-        {Features, 10, &RandomUser::editValue},
-        {Features, 9, &RandomUser::addValue},
-        {Features, 4, &RandomUser::deleteValue},
-        {Contents, 16, &RandomUser::walkContents},
-        {Contents, 4, &RandomUser::addContent},
-        {Contents, 6, &RandomUser::addSubContent},
-        {Contents, 9, &RandomUser::addRation},
-        {Contents, 7, &RandomUser::deleteContentRow},
-        {Contents, 7, &RandomUser::renameContent},
+        {Features, 10, &RandomUser::featureCommand},
+        {Features, 10, &RandomUser::tickValue},
+        {Features, 13, &RandomUser::valueCommand},
+        {Features, 4, &RandomUser::goOnWhileTyping},
+        {Features, 2, &RandomUser::pressOnly},
+        {Contents, 8, &RandomUser::clickRow},
+        {Contents, 8, &RandomUser::pressInGrid},
+        {Contents, 26, &RandomUser::contentCommand},
+        {Contents, 7, &RandomUser::editCell},
         {Contents, 20, &RandomUser::typeCode},
         {Contents, 5, &RandomUser::chooseLibrary},
         {Contents, 2, &RandomUser::changeProfession},
         {Contents, 9, &RandomUser::useBrowser},
+        {Contents, 4, &RandomUser::goOnWhileTyping},
     };
     return all;
 }
 
-const RandomUser::Choice& RandomUser::choose() {
+const RandomUser::Gesture& RandomUser::choose() {
     if (chance(4))
         m_room = oneOf({Room::Chapters, Room::Bills, Room::Features, Room::Contents, Room::Contents});
     // An empty list is soon left.
     if (!m_driver.bills()->hasRows() && chance(40))
-        return choices().front();
-    constexpr int moreOften = 8;
-    const auto weight = [this](const Choice& choice) {
-        return choice.weight * (choice.room == m_room ? moreOften : 1);
+        return gestures().front();
+    const auto weight = [this](const Gesture& gesture) {
+        constexpr int moreOften = 8;
+        return gesture.weight * (gesture.room == m_room ? moreOften : 1);
     };
     int total = 0;
-    for (const Choice& choice : choices())
-        total += weight(choice);
+    for (const Gesture& gesture : gestures())
+        total += weight(gesture);
     int drawn = upTo(total);
-    auto choice = choices().begin();
-    while (drawn >= weight(*choice))
-        drawn -= weight(*choice++);
-    return *choice;
-}
-
-RandomUser::RandomUser(EditorDriver& driver, unsigned seed, Check check)
-    : m_random(seed), m_driver(driver), m_check(check), m_comparison(driver, m_prescribed), m_codes(driver.path()) {
-    m_prescribed.follow(m_driver.editor()->library());
-    if (m_check == Check::EveryStep)
-        m_comparison.check(m_query);
+    auto gesture = gestures().begin();
+    while (drawn >= weight(*gesture))
+        drawn -= weight(*gesture++);
+    return *gesture;
 }
 
 void RandomUser::step() {
-    const Choice& choice = choose();
+    if (!m_driver.editor())
+        return;
     // Without a window manager nobody gives the focus back when a list or a box has closed.
     m_driver.activate();
-    m_expected.clear();
-    m_after = After::Nothing;
-    {
-        ModalAnswers answers;
-        answers.closeAnything();
-        m_answers = &answers;
-        auto disturbance = disturb();
-        (this->*choice.act)();
-        EditorDriver::settle();
-        disturbance.reset();
-        EditorDriver::settle();
-        expectMessages();
-        m_answers = nullptr;
-    }
-    if (m_after == After::Relist)
-        relist();
-    else if (m_after == After::Reopen)
+    ModalAnswers answers;
+    answers.otherwise([this](QWidget* window) { answer(window); });
+    m_answers = &answers;
+    m_halfDone = false;
+    auto disturbance = disturb();
+    const Gesture& gesture = choose();
+    // Wherever the hand goes, it is at work there.
+    const Room room = std::exchange(m_room, gesture.room);
+    (this->*gesture.act)();
+    m_room = room;
+    EditorDriver::settle();
+    disturbance.reset();
+    EditorDriver::settle();
+    const QStringList messages = answers.takePlaces();
+    // The command may have done a part of its work: what it had done is not undone.
+    if (m_halfDone)
         reopen();
     EditorDriver::settle();
-    if (m_check == Check::EveryStep) {
-        m_codes.check();
-        m_comparison.check(m_query);
-    } else {
-        m_comparison.look();
-    }
+    m_answers = nullptr;
+    onStep(messages + answers.takePlaces(), m_disturbed);
+    m_disturbed = false;
 }
 
 std::unique_ptr<Disturbance> RandomUser::disturb() {
-    m_disturbed.reset();
-    if (!chance(8))
+    m_disturbed = m_habits.disturbed && chance(8);
+    if (!m_disturbed)
         return nullptr;
     using Kind = Disturbance::Kind;
-    m_disturbed = oneOf({Kind::Written, Kind::Read, Kind::Refused});
+    const Kind kind = oneOf({Kind::Written, Kind::Read, Kind::Refused});
     m_driver.pragma("PRAGMA busy_timeout=0");
     const QString change = oneOf({u"INSERT ON "_s, u"UPDATE ON "_s, u"DELETE ON "_s}) +
                            oneOf({u"tblSYB"_s, u"tblBill"_s, u"tblCont"_s, u"tblContDe"_s, u"tblBillSpec"_s,
                                   u"tblSpecEnum"_s, u"tblParm"_s});
-    say(*m_disturbed == Kind::Written ? u"(another program writes)"_s
-        : *m_disturbed == Kind::Read  ? u"(another program reads)"_s
+    m_story << (kind == Kind::Written ? u"(another program writes)"_s
+                : kind == Kind::Read  ? u"(another program reads)"_s
                                       : u"(refused is %1)"_s.arg(change));
-    return std::make_unique<Disturbance>(m_driver.path(), *m_disturbed, change, m_driver.editor());
+    return std::make_unique<Disturbance>(m_driver.path(), kind, change, m_driver.editor());
 }
 
-void RandomUser::expectMessages() {
-    QStringList seen = m_answers->takeSeen();
-    for (QString& text : seen) {
-        const auto record = errorPlace.match(text);
-        if (record.hasMatch())
-            text = u'@' + record.captured(1);
-    }
-    // When writing fails there may be errors, and what would have been said after the writing is not.
-    if (m_disturbed)
-        seen.removeIf([this](const QString& text) { return text.startsWith(u'@') && !m_expected.contains(text); });
-    EXPECT_EQ(seen, m_expected);
-}
-
-bool RandomUser::failed() const {
-    for (const QString& text : m_answers->seen())
-        if (errorPlace.match(text).hasMatch())
-            return true;
-    return false;
-}
-
-void RandomUser::expectHalfDone() {
-    EXPECT_TRUE(m_disturbed);
-    if (m_disturbed.value_or(Disturbance::Kind::Written) != Disturbance::Kind::Written)
-        m_after = After::Reopen;
-}
-
-void RandomUser::reopen() {
-    say(u"close and open"_s);
-    const bool unknown = m_after == After::Reopen;
-    m_driver.close();
-    // Codes that have overflowed cut every tree short from now on; somebody puts that right.
-    const bool tidied = chance(50) && !m_disturbed && inFile(overflowedChapters);
-    if (tidied)
-        GetOrmConn(m_driver.path())->Execute("DELETE FROM tblSYB WHERE length(Code)%2=1 OR length(Code)>6");
-    m_driver.open();
-    m_prescribed.everythingLoaded();
-    m_query.clear();
-    m_prescribed.follow(m_driver.editor()->library());
-    if (unknown || tidied)
-        m_codes.load();
-}
-
-/// Lists the bills anew, as the user does: by a click on the chapter, or by the query again.
-void RandomUser::relist() {
-    if (m_driver.chapter().size() == 6) {
-        say(u"click the chapter again"_s);
-        m_driver.click(m_driver.tree()->selectedNode());
+/// Brings a modal window to close in one of the user's ways.
+void RandomUser::answer(QWidget* window) {
+    auto* name = window->findChild<QLineEdit*>(u"txtContent"_s);
+    if (const auto* box = qobject_cast<QMessageBox*>(window)) {
+        m_deed.yes = chance(80);
+        auto* button = box->button(m_deed.yes ? QMessageBox::Yes : QMessageBox::No);
+        if (button)
+            QTest::mouseClick(button, Qt::LeftButton);
+        else
+            window->close();
+    } else if (name) {
+        enum Way { Enter, Button, Cancel, Escape, CloseBox };
+        const Way way = oneOf({Enter, Enter, Enter, Enter, Button, Button, Cancel, Escape, CloseBox});
+        m_deed.preset = name->selectedText() == name->text() ? name->text() : u"not selected"_s;
+        m_deed.name = chance(10) ? u"   "_s : anyText().replace(u'\n', u' ');
+        m_deed.answer = way == CloseBox                 ? Deed::Answer::BoxClosed
+                        : way == Enter || way == Button ? Deed::Answer::Entered
+                                                        : Deed::Answer::Cancelled;
+        EditorDriver::typeOver(name, m_deed.name);
+        if (way == CloseBox)
+            window->close();
+        else if (way == Button || way == Cancel)
+            QTest::mouseClick(window->findChild<QPushButton*>(way == Button ? u"cmdOK"_s : u"cmdCancel"_s),
+                              Qt::LeftButton);
+        else
+            QTest::keyClick(name, way == Enter ? Qt::Key_Return : Qt::Key_Escape);
+        // A name that is refused leaves the dialog open.
+        if (window->isVisible())
+            QTest::keyClick(name, Qt::Key_Escape);
     } else {
-        reopen();
+        window->close();
     }
 }
 
-bool RandomUser::inFile(const SqlText& query) const { return !rowsInFile(m_driver.path(), query).isEmpty(); }
+Deed& RandomUser::begin(Deed::Kind kind) {
+    m_deed = Deed();
+    m_deed.kind = kind;
+    m_seen = m_answers->seen().size();
+    if (onDeed)
+        m_deed.before = snapshotOf(*m_driver.editor());
+    return m_deed;
+}
+
+void RandomUser::done() {
+    const QStringList said = m_answers->seen().mid(m_seen);
+    m_deed.failed =
+        std::any_of(said.begin(), said.end(), [](const QString& text) { return text.contains(u"错误位置"); });
+    m_halfDone = m_halfDone || (m_disturbed && m_deed.failed && m_deed.mayBeHalfDone());
+    m_story << m_deed.story();
+    constexpr qsizetype remembered = 12;
+    while (m_story.size() > remembered)
+        m_story.removeFirst();
+    if (onDeed)
+        onDeed(m_deed);
+}
 
 /// Text as people type it, and some as they should not.
 QString RandomUser::anyText() {
-    switch (upTo(20)) {
-        case 0:
-            return {};
-        case 1:
-            return u"it's"_s;
-        case 2:
-            return u"x'--"_s;
-        case 3:
-            return u"  两边空白  "_s;
-        case 4:
-            return u"　全角空白　"_s;
-        case 5:
-            return u"50%_\"q\";#1;a|b\\"_s;
-        case 6:
-            return QString(60, u'w');
-        case 7:
-            return u"两行\n名称%1"_s.arg(++m_names);
-
-        default:
-            return u"名称%1"_s.arg(++m_names);
-    }
-}
-
-void RandomUser::say(const QString& what) {
-    m_story << what;
-    constexpr qsizetype remembered = 12;
-    if (m_story.size() > remembered)
-        m_story.removeFirst();
-}
-
-QString RandomUser::story() const { return m_story.join(u"\n  "_s); }
-
-void RandomUser::run(int host, int id) {
-    if (chance(50) && m_driver.isEnabled(host, id))
-        m_driver.runByMouse(host, id);
-    else
-        m_driver.run(host, id);
-}
-
-void RandomUser::walk(QWidget* view, std::initializer_list<QKeyCombination> keys) {
-    m_driver.showPage(view);
-    view->setFocus();
-    const QKeyCombination key = oneOf(keys);
-    say(u"key %1 in %2"_s.arg(QKeySequence(key).toString(), view->objectName()));
-    m_driver.key(view, key.key(), key.keyboardModifiers());
+    static const QStringList odd{QString(),
+                                 u"it's"_s,
+                                 u"x'--"_s,
+                                 u"  两边空白  "_s,
+                                 u"　全角空白　"_s,
+                                 u"50%_\"q\";#1;a|b\\"_s,
+                                 QString(60, u'w'),
+                                 QString(49, u'n') + u"😀n"_s,
+                                 u"🏗️ 土方 👷"_s};
+    if (!m_habits.texts.isEmpty() && chance(30))
+        return oneOf(m_habits.texts);
+    if (chance(40))
+        return oneOf(odd);
+    return (chance(10) ? u"两行\n名称%1"_s : u"名称%1"_s).arg(++m_names);
 }
