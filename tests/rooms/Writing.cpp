@@ -25,7 +25,7 @@ QMap<QString, QStringList> rowsOf(const TemporaryLibrary& library) {
         for (QStringList row : file.rows(u"SELECT * FROM "_s + table)) {
             const QString id = row.first().rightJustified(5, u'0');
             for (qsizetype i = 0; i < row.size(); ++i)
-                row[i].prepend(columns[i] + u'=');
+                row[i] = columns[i] + u'=' + (row[i].isNull() ? u"NULL"_s : row[i]);
             all.insert(table + u' ' + id, row);
         }
     }
