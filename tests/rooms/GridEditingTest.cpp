@@ -1,0 +1,219 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QMenu>
+#include <QScrollBar>
+
+#include "app/base/MessageBox.h"
+#include "tests/rooms/GridWindow.h"
+#include "tests/support/ModalAnswers.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString name = u"Name"_s;
+const QString unit = u"Unit"_s;
+const QString type = u"Type"_s;
+const QString typed = u"挖沟槽"_s;
+
+class GridEditing : public ::testing::Test {
+protected:
+    GridEditing() {
+        window.fill(4);
+        window.does(u"cell 1 Name"_s);
+    }
+    auto* choice() const { return qobject_cast<QComboBox*>(window.editor()); }
+
+    GridWindow window;
+    KeyedGrid& grid = window.grid;
+};
+
+}  // namespace
+
+TEST_F(GridEditing, StartsByF2DoubleClickTypingAndInputMethodWhereItMay) {
+    window.expect({
+        {"key F2", "", "1 Name [平整场地1]"},
+        {"key Esc", "", "1 Name"},
+        {"double 2 Unit", "row 1>2, cell 2 Unit, double 2", "2 Unit [m2]"},
+        {"key Esc; type xy", "", "2 Unit [xy]"},
+        {"key Esc; cell 1 Code; key F2; key A", "row 2>1, cell 1 Code", "1 Code"},
+        {"cell 1 Unit; key Del; key Backspace; key Esc; key Return", "cell 1 Unit", "1 Unit"},
+        {"compose wa; committed 挖", "", "1 Unit [挖]"},
+        {"key Return", "asked 1 Unit 挖, edited 1 Unit", "1 Unit"},
+        // Punctuation comes without composing, and replaces the text as any typed character does.
+        {"committed ，", "", "1 Unit [，]"},
+        // Leaving in the midst of composing ends the edit too.
+        {"key Esc; compose wa; leave", "asked 1 Unit , edited 1 Unit", "1 Unit"},
+    });
+    EXPECT_EQ(window.texts(unit), u"m2  m2 m2"_s);
+}
+
+TEST_F(GridEditing, TabGoesOnToTheNextCellThatMayBeEdited) {
+    window.expect({{"type ab; key Tab", "asked 1 Name ab, edited 1 Name, cell 1 Unit", "1 Unit [m2]"},
+                   {"key Shift+Backtab", "asked 1 Unit m2, edited 1 Unit, cell 1 Name", "1 Name [ab]"},
+                   {"key Shift+Backtab", "asked 1 Name ab, edited 1 Name, row 1>0, cell 0 Use", "0 Use"}});
+    grid.startEdit = [](int, const QString& key) { return key == name; };
+    window.expect(
+        {{"cell 3 Name; key F2; key Tab", "row 0>3, cell 3 Name, asked 3 Name 平整场地3, edited 3 Name", "3 Name"}});
+    EXPECT_TRUE(grid.hasFocus());
+}
+
+TEST_F(GridEditing, LeavingTheEditorCommitsButAMenuOnlyBorrowsTheFocus) {
+    window.expect({{"type a; key PgDown; key PgUp; key Home", "", "1 Name [a]"}});
+    QMenu menu;
+    menu.addAction(u"命令"_s);
+    menu.popup(QPoint(50, 50));
+    QApplication::processEvents();
+    window.expect({{"menukey", "asked 1 Name a, edited 1 Name, menu at 1 Name", "1 Name"}});
+    menu.close();
+    window.activate();
+    window.expect({
+        {"focus; type a; leave", "asked 1 Name a, edited 1 Name", "1 Name"},
+        {"focus; type b; click 3 Unit", "asked 1 Name b, edited 1 Name, row 1>3, cell 3 Unit", "3 Unit"},
+        {"type c; right 0 Unit", "asked 3 Unit c, edited 3 Unit, row 3>0, cell 0 Unit, menu at 0 Unit", "0 Unit"},
+        {"type d; row 2", "asked 0 Unit d, edited 0 Unit, row 0>2, cell 2 Unit", "2 Unit"},
+        // Up and Down go to the next row that there is.
+        {"type e; key Down", "asked 2 Unit e, edited 2 Unit, row 2>3, cell 3 Unit", "3 Unit"},
+        {"type e; key Down", "", "3 Unit [e]"},
+        {"key Esc; type f; key Up", "asked 3 Unit f, edited 3 Unit, row 3>2, cell 2 Unit", "2 Unit"},
+        {"type g; commit; commit", "asked 2 Unit g, edited 2 Unit, done, done", "2 Unit"},
+    });
+    EXPECT_EQ(window.texts(unit), u"d m2 g f"_s);
+}
+
+TEST_F(GridEditing, ARefusedEditStaysOpenWhateverEndedItAndNothingElseHappens) {
+    window.otherWindow.show();
+    // The validation says no in a message box, which takes the focus.
+    grid.validateEdit = [this](int, const QString&, QString& text) {
+        EXPECT_EQ(text, typed);
+        EXPECT_FALSE(grid.commitEdit());
+        showMessage(u"不存在"_s);
+        return EditVerdict::KeepOpen;
+    };
+    for (const char* end : {"key Return", "key Tab", "commit", "leave", "menukey", "click 3 Unit", "click 1 Use",
+                            "right 3 Unit", "double 3 Unit", "window", "button"}) {
+        SCOPED_TRACE(end);
+        ModalAnswers answers;
+        answers.closeAnything();
+        window.does(u"type "_s + typed);
+        EXPECT_EQ(window.does(QString::fromLatin1(end)), qstrcmp(end, "commit") == 0 ? u"refused"_s : QString());
+        // A double click is two clicks: it is told twice.
+        EXPECT_EQ(answers.seen().size(), qstrcmp(end, "double 3 Unit") == 0 ? 2 : 1);
+        window.activate();
+        ASSERT_EQ(window.state(), u"1 Name ["_s + typed + u']');
+        EXPECT_TRUE(window.lineEditor()->hasFocus() && window.lineEditor()->selectedText() == typed);
+        EXPECT_EQ(grid.currentIndex().row(), 1);
+        EXPECT_EQ(grid.text(1, name) + window.texts(u"Use"_s), u"平整场地12 2 2 2"_s);
+        grid.cancelEdit();
+        grid.setFocus();
+    }
+}
+
+TEST_F(GridEditing, APressThatLostItsMeaningWhileTheEditEndedIsDropped) {
+    // A scroll bar and the editor itself leave the edit alone.
+    window.fill(40);
+    window.does(u"row 1; type "_s + typed);
+    GridWindow::clickOn(*window.editor(), window.editor()->rect().center());
+    GridWindow::clickOn(*grid.verticalScrollBar(), QPoint(5, 20));
+    ASSERT_TRUE(window.editor());
+    EXPECT_TRUE(window.editor()->hasFocus() && window.told.isEmpty());
+    // The user has let go of the button for a message box of the decision.
+    grid.validateEdit = [this](int, const QString&, QString&) {
+        QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, {1, 1});
+        return EditVerdict::Accept;
+    };
+    window.expect({{"click 3 Unit", "edited 1 Name", "1 Name"}});
+}
+
+TEST_F(GridEditing, TheLimitHoldsForTypingAndPastingAndALongerTextMayOnlyBecomeShorter) {
+    grid.editLimit = [](int, const QString& key) { return key == name ? 4 : 0; };
+    grid.setText(1, name, {});
+    QApplication::clipboard()->setText(u"甲\r\n乙\t丙丁戊己"_s);
+    window.expect({{"type 一二三四五", "", "1 Name [一二三四]"},
+                   {"key Ctrl+A; key Ctrl+V; key Return", "asked 1 Name 甲 乙, edited 1 Name", "1 Name"},
+                   {"row 2; key F2; key Return", "row 1>2, cell 2 Name, asked 2 Name 平整场地2, edited 2 Name"},
+                   {"key F2; key Home; type x", "", "2 Name [平整场地2]"}});
+    window.lineEditor()->setSelection(0, 3);
+    window.expect({{"type xyz", "", "2 Name [xy地2]"}});
+    EXPECT_EQ(window.lineEditor()->cursorPosition(), 2);
+    window.expect({{"key Ctrl+Z", "", "2 Name [平整场地2]"},
+                   {"key Esc; cell 2 Unit; type 0123456789", "cell 2 Unit", "2 Unit [0123456789]"}});
+    // What the toolkit's editor would cut is not edited; of it the view lays out what it can show.
+    window.does(u"key Esc"_s);
+    grid.setText(2, unit, QString(32768, u'w'));
+    window.expect({{"key F2; type x; double 2 Unit", "double 2", "2 Unit"}});
+    EXPECT_EQ(grid.text(2, unit).size(), 32768);
+    const int shown = grid.itemDelegate()->sizeHint({}, grid.currentIndex()).width();
+    EXPECT_LT(shown, QFontMetrics(QFont()).horizontalAdvance(QString(2500, u'w')));
+}
+
+TEST_F(GridEditing, ADropDownListShowsTextsAndStoresValues) {
+    grid.setComboList(type, u"#0; |#1;数值|#2;枚举|#3;计算"_s);
+    const auto shown = [&] { return grid.model()->index(1, grid.column(type)).data().toString(); };
+    EXPECT_EQ(shown(), u"数值"_s);
+    grid.setText(1, type, u"9"_s);
+    EXPECT_EQ(shown(), u"9"_s);
+
+    // Esc closes the list, and with it the edit; the list of an unknown value marks nothing, so Enter chooses nothing.
+    window.does(u"cell 1 Type"_s);
+    for (const auto& [open, close] :
+         {std::pair("key F4", Qt::Key_Escape), {"key Alt+Down", Qt::Key_Escape}, {"key F2", Qt::Key_Return}}) {
+        window.expect({{"focus", ""}, {open, "", "1 Type []"}});
+        ASSERT_TRUE(choice() && choice()->view()->isVisible());
+        QTest::keyClick(choice()->view(), close);
+        // A closed list is announced by the next event.
+        QApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        window.expect({{"focus", "", "1 Type"}});
+    }
+    EXPECT_EQ(grid.text(1, type), u"9"_s);
+
+    // By mouse: a double click from elsewhere opens the list, and so does a click on the current cell.
+    grid.setText(1, type, u"1"_s);
+    window.expect({{"cell 2 Name; double 1 Type", "row 1>2, cell 2 Name, row 2>1, cell 1 Type", "1 Type []"}});
+    grid.cancelEdit();
+    window.expect({{"click 1 Type", "", "1 Type []"}});
+    ASSERT_TRUE(choice() && choice()->view()->isVisible());
+    EXPECT_EQ(choice()->currentText(), u"数值"_s);
+    QAbstractItemView* list = choice()->view();
+    const QPoint entry = list->visualRect(choice()->model()->index(2, 0)).center();
+    // Until the mouse has moved the list takes a release for that of the click which opened it.
+    QTest::mouseMove(list->viewport(), entry);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, entry);
+    window.expect({{"focus", "asked 1 Type 2, edited 1 Type", "1 Type"}});
+    EXPECT_EQ(grid.text(1, type) + shown(), u"2枚举"_s);
+}
+
+TEST_F(GridEditing, TheEllipsisButtonWorksInTheCurrentCellAndInItsEditor) {
+    grid.setComboList(name, u"|..."_s);
+    window.expect({{"end 1 Name", "ellipsis 1 Name", "1 Name"},
+                   {"end 2 Name", "row 1>2, cell 2 Name", "2 Name"},
+                   {"type ab", "", "2 Name [ab]"}});
+    auto* inside = window.editor()->findChild<QWidget*>(u"cellButton"_s);
+    ASSERT_TRUE(inside);
+    QTest::mouseClick(inside, Qt::LeftButton);
+    EXPECT_NE(grid.text(2, name), u"ab"_s) << "what is chosen takes its place";
+    window.expect({{"focus", "ellipsis 2 Name"}});
+}
+
+TEST_F(GridEditing, AnEditEndsWithItsRow) {
+    window.does(u"type ab"_s);
+    grid.removeRows(1);
+    window.expect({{"cell 1 Name; type ab", "row -1>1, cell 1 Name", "1 Name [ab]"}});
+    // The hook itself may take the row away.
+    grid.validateEdit = [this](int row, const QString&, QString&) {
+        grid.removeRows(row);
+        return EditVerdict::KeepOpen;
+    };
+    window.expect({{"commit", "done", "-1 Name"}});
+    EXPECT_EQ(window.texts(name), u"平整场地0 平整场地3"_s);
+    grid.validateEdit = nullptr;
+    window.does(u"cell 1 Name; type ab"_s);
+    grid.insertRow(0, {{"Name", u"新"_s}});
+    window.expect({{"key Return", "edited 2 Name", "2 Name"}});
+    EXPECT_EQ(window.texts(name), u"新 平整场地0 ab"_s);
+}
