@@ -24,9 +24,12 @@ struct Disk {
     std::int64_t failures = 0;
 };
 Disk disk;
+std::function<void()> whenChanged;
+std::int64_t changesTold = 0;
 
 void set(const Fault& fault) {
     disk = Disk();
+    changesTold = 0;
     disk.fault = fault;
 }
 
@@ -105,7 +108,14 @@ using Methods = sqlite3_io_methods;
 int closeFile(sqlite3_file* file) { return pass<&Methods::xClose>(file); }
 int fileSize(sqlite3_file* file, sqlite3_int64* size) { return pass<&Methods::xFileSize>(file, size); }
 int lockFile(sqlite3_file* file, int level) { return pass<&Methods::xLock>(file, level); }
-int unlockFile(sqlite3_file* file, int level) { return pass<&Methods::xUnlock>(file, level); }
+int unlockFile(sqlite3_file* file, int level) {
+    const int code = pass<&Methods::xUnlock>(file, level);
+    if (level == SQLITE_LOCK_NONE && disk.changes > changesTold && whenChanged) {
+        changesTold = disk.changes;
+        whenChanged();
+    }
+    return code;
+}
 int checkLock(sqlite3_file* file, int* result) { return pass<&Methods::xCheckReservedLock>(file, result); }
 int control(sqlite3_file* file, int what, void* argument) { return pass<&Methods::xFileControl>(file, what, argument); }
 int sectorSize(sqlite3_file* file) { return pass<&Methods::xSectorSize>(file); }
@@ -180,6 +190,7 @@ FaultyDisk::FaultyDisk() : m_previous(sqlite3_vfs_find(nullptr)) {
 }
 
 FaultyDisk::~FaultyDisk() {
+    whenChanged({});
     sqlite3_vfs_register(m_previous, 1);
     sqlite3_vfs_unregister(&layer);
 }
@@ -201,3 +212,5 @@ void FaultyDisk::endProcessAt(std::int64_t at, bool halfWritten) {
 }
 
 void FaultyDisk::relieve() { set({}); }
+
+void FaultyDisk::whenChanged(std::function<void()> changed) { ::whenChanged = std::move(changed); }

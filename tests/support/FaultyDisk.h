@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 struct sqlite3_vfs;
 
@@ -37,6 +38,9 @@ public:
     void endProcessAt(std::int64_t at, bool halfWritten = false);
     /// Everything works from now on.
     void relieve();
+
+    /// Calls `changed` as soon as a file can be read again after something has been changed.
+    void whenChanged(std::function<void()> changed);
 
 private:
     sqlite3_vfs* m_previous;
