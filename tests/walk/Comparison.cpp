@@ -106,6 +106,9 @@ void Comparison::compareBills(const Snapshot& shown, const Snapshot& fresh) {
 
 void Comparison::compareDetails(const Snapshot& shown, Snapshot expected) {
     EXPECT_EQ(m_driver.editor()->library().isShownBillGone(), m_prescribed.detailsLocked);
+    if (shown.bill >= 0 || shown.listsBills()) {
+        EXPECT_EQ(m_prescribed.detailsOf, shown.bill < 0 ? u"0"_s : shown.ofBill(BillCell::Id));
+    }
     Rows contents = shown.contents;
     if (m_prescribed.detailsLocked) {
         expected = m_last;
