@@ -1,5 +1,7 @@
 #include "storage/Lookups.h"
 
+#include <sqlite3.h>
+
 #include <QStringList>
 #include <algorithm>
 #include <limits>
@@ -46,26 +48,32 @@ Lookups::Some Lookups::some(LookupBy by, const SqlText& all) {
     const std::size_t table = LookupTables::tableOf(by);
     if (m_tables[table].state == State::Complete && isUpToDate())
         return {by, true};
-    const bool added = all.brokenAt().isEmpty() && succeeds([&] {
-                           const Connection::WithoutWaiting quiet(m_connection);
-                           if (!isMade(table))
-                               throw Error(0, {});
-                           m_connection.Execute(sql("INSERT OR IGNORE INTO ", LookupTables::nameOf(by), " ",
-                                                    LookupTables::contents(by), " AND ", all, ";"));
+    bool made = false;
+    const bool added = all.brokenAt().isEmpty() && unlessLocked([&] {
+                           made = isMade(table);
+                           if (made)
+                               m_connection.Execute(sql("INSERT OR IGNORE INTO ", LookupTables::nameOf(by), " ",
+                                                        LookupTables::contents(by), " AND ", all, ";"));
                        });
-    return {by, added};
+    return {by, made && added};
 }
 
 SqlText Lookups::Some::narrow(const SqlText& condition) const {
     return m_usable ? within(m_by, condition) : SqlText("");
 }
 
+/// Whether `act` came through: not when another program has locked the file, for which the statement that would have
+/// been narrowed waits. Any other error is thrown, because it may have undone the whole transaction.
+bool Lookups::unlessLocked(const std::function<void()>& act) {
+    const Connection::WithoutWaiting quiet(m_connection);
+    return succeedsUnless(SQLITE_BUSY, act);
+}
+
 /// Whether nobody else has written since the look-ups were begun; they are begun anew otherwise. A file that is locked
 /// cannot be asked, so nothing is known to be up to date.
 bool Lookups::isUpToDate() {
     qint64 version = 0, schema = 0;
-    const bool known = succeeds([&] {
-        const Connection::WithoutWaiting quiet(m_connection);
+    const bool known = unlessLocked([&] {
         version = number(m_connection, "PRAGMA main.data_version;", "data_version");
         if (version != m_version)
             schema = number(m_connection, "PRAGMA main.schema_version;", "schema_version");

@@ -2,6 +2,7 @@
 
 #include <QTimer>
 #include <array>
+#include <functional>
 
 #include "storage/LookupTables.h"
 #include "storage/Sql.h"
@@ -23,7 +24,7 @@ public:
 
     /// A further condition for the WHERE of a statement on the table of `by`: only rows whose column fulfils
     /// `condition`, in which the column is called "key". Empty while the look-up is not complete: the statement then
-    /// passes over its table.
+    /// passes over its table. Throws Error when the file cannot be read.
     SqlText narrow(LookupBy by, const SqlText& condition);
 
     /// The same for statements that follow one another at once and all concern rows whose column fulfils `all`. When
@@ -59,6 +60,7 @@ private:
         qint64 upTo = 0;  ///< while filling: the last row id that is in
     };
 
+    bool unlessLocked(const std::function<void()>& act);
     bool isUpToDate();
     bool isMade(std::size_t table);
     void fillNext(std::size_t table);

@@ -56,3 +56,16 @@ bool succeeds(Body&& body) {
         return false;
     }
 }
+
+/// The same where only failures with `number` are foreseen; any other is thrown on.
+template <typename Body>
+bool succeedsUnless(int number, Body&& body) {
+    try {
+        body();
+        return true;
+    } catch (const Error& error) {
+        if (error.number() != number)
+            throw;
+        return false;
+    }
+}

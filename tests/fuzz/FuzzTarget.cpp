@@ -25,7 +25,9 @@ bool askYesNo(const QString&, const QString&, MessageIcon) { return true; }
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-    static QApplication application(*argc, *argv);
+    // The end of the process takes it along, with windows that are still open.
+    static auto* const application = new QApplication(*argc, *argv);
+    static_cast<void>(application);
     appPath = withSeparator(programFolder());
     dataPath = withSeparator(joinPath(programFolder(), u"Data"_s));
     QDir().mkpath(dataPath);

@@ -17,15 +17,17 @@ struct Orders {
 
     /// For an environment variable that the toolkit reads as a list of Latin letters.
     QString toText() const {
-        const auto hex = [](const QString& path) { return QString::fromLatin1(path.toUtf8().toHex()); };
-        const QString numbers = u"%1|%2|%3|%4|"_s.arg(seed).arg(steps).arg(int(checked)).arg(endAt);
-        return numbers + hex(library) + u'|' + hex(journal);
+        const QStringList parts{library,
+                                journal,
+                                QString::number(seed),
+                                QString::number(steps),
+                                QString::number(checked),
+                                QString::number(endAt)};
+        return QString::fromLatin1(parts.join(u'|').toUtf8().toHex());
     }
     static Orders fromText(const QString& text) {
-        const QStringList parts = text.split(u'|');
-        const auto path = [](const QString& hex) { return QString::fromUtf8(QByteArray::fromHex(hex.toLatin1())); };
-        return {path(parts[4]),   path(parts[5]),   parts[0].toUInt(),
-                parts[1].toInt(), parts[2] == u"1", parts[3].toLongLong()};
+        const QStringList parts = QString::fromUtf8(QByteArray::fromHex(text.toLatin1())).split(u'|');
+        return {parts[0], parts[1], parts[2].toUInt(), parts[3].toInt(), parts[4] == u"1", parts[5].toLongLong()};
     }
 };
 

@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/base/UserEvent.h"
 #include "tests/kill/Content.h"
 #include "tests/kill/Orders.h"
 #include "tests/support/FaultyDisk.h"
@@ -26,7 +25,7 @@ public:
         disk();
         m_journal.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
         if (m_orders.checked)
-            connect(&UserEvent::instance(), &UserEvent::over, this, &User::noteContent, Qt::QueuedConnection);
+            disk().whenChanged([this] { noteContent(); });
         next(&User::begin);
     }
 

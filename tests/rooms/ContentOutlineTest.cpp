@@ -128,6 +128,5 @@ TEST(ContentOutline, ErrorsAreRecordedAndTheRestIsShown) {
     library.run("DROP TABLE tblContDe");
     EXPECT_EQ(loaded(library, 7, u"01"_s).size(), 2) << "the contents can still be read";
     EXPECT_TRUE(LoadBillContent(nullptr, 7, u"01"_s).empty());
-    EXPECT_EQ(answers.takePlaces(), (QStringList{u"frmEditor.LoadSubContent"_s, u"frmEditor.LoadSubContent"_s,
-                                                 u"frmEditor.LoadBillContent"_s}));
+    EXPECT_EQ(answers.takePlaces(), QStringList(2, u"frmEditor.LoadBillContent"_s));
 }

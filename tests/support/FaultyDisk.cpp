@@ -26,9 +26,12 @@ struct Disk {
 };
 Disk disk;
 std::vector<FaultyDisk::Change>* record = nullptr;
+std::function<void()> whenChanged;
+std::int64_t changesTold = 0;
 
 void set(const Fault& fault) {
     disk = Disk();
+    changesTold = 0;
     disk.fault = fault;
 }
 
@@ -99,6 +102,15 @@ int syncFile(sqlite3_file* file, int) {
     return recorded(SQLITE_OK, {FaultyDisk::Sync, files.at(file).name, 0, {}, false});
 }
 
+int unlockFile(sqlite3_file* file, int level) {
+    const int code = files.at(file).methods->xUnlock(file, level);
+    if (level == SQLITE_LOCK_NONE && disk.changes > changesTold && whenChanged) {
+        changesTold = disk.changes;
+        whenChanged();
+    }
+    return code;
+}
+
 int closeFile(sqlite3_file* file) {
     const auto opened = files.find(file);
     const int code = opened->second.methods->xClose(file);
@@ -119,6 +131,7 @@ int openFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int*
     opened.ours.xWrite = writeFile;
     opened.ours.xTruncate = truncateFile;
     opened.ours.xSync = syncFile;
+    opened.ours.xUnlock = unlockFile;
     file->pMethods = &opened.ours;
     return code;
 }
@@ -151,6 +164,7 @@ FaultyDisk::FaultyDisk() : m_previous(sqlite3_vfs_find(nullptr)) {
 
 FaultyDisk::~FaultyDisk() {
     ::record = nullptr;
+    whenChanged({});
     sqlite3_vfs_register(m_previous, 1);
     sqlite3_vfs_unregister(&layer);
 }
@@ -175,3 +189,4 @@ void FaultyDisk::endProcessAt(std::int64_t at, bool halfWritten) {
 void FaultyDisk::relieve() { set({}); }
 
 void FaultyDisk::record(std::vector<Change>* changes) { ::record = changes; }
+void FaultyDisk::whenChanged(std::function<void()> changed) { ::whenChanged = std::move(changed); }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,8 @@ public:
     };
     /// Every change of a file that is carried out from now on, in their order, is added to `changes`.
     void record(std::vector<Change>* changes);
+    /// Calls `changed` as soon as a file can be read again after something has been changed.
+    void whenChanged(std::function<void()> changed);
 
 private:
     sqlite3_vfs* m_previous;

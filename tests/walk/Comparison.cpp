@@ -12,6 +12,8 @@
 #include "editor/chapters/ChapterPane.h"
 #include "editor/common/LibraryDocument.h"
 #include "editor/contents/ContentPane.h"
+#include "storage/Connection.h"
+#include "storage/Lookups.h"
 #include "tests/support/ModalAnswers.h"
 
 using namespace Qt::StringLiterals;
@@ -54,6 +56,7 @@ void Comparison::check(const QString& query) {
         EXPECT_TRUE(grid->updatesEnabled()) << qPrintable(grid->objectName());
     }
     EXPECT_FALSE(QFile::exists(m_driver.path() + u"-journal"_s)) << "something is uncommitted";
+    EXPECT_EQ(m_driver.editor()->ormConn()->lookups().difference(), QString());
     m_last = shown;
 }
 
@@ -106,6 +109,9 @@ void Comparison::compareBills(const Snapshot& shown, const Snapshot& fresh) {
 
 void Comparison::compareDetails(const Snapshot& shown, Snapshot expected) {
     EXPECT_EQ(m_driver.editor()->library().isShownBillGone(), m_prescribed.detailsLocked);
+    if (shown.bill >= 0 || shown.listsBills()) {
+        EXPECT_EQ(m_prescribed.detailsOf, shown.bill < 0 ? u"0"_s : shown.ofBill(BillCell::Id));
+    }
     Rows contents = shown.contents;
     if (m_prescribed.detailsLocked) {
         expected = m_last;

@@ -209,13 +209,6 @@ QWidget* RandomUser::beginTyping(KeyedGrid* view, int row, const QString& key, c
     return editor;
 }
 
-void RandomUser::billCommand() {
-    constexpr int none = 0;
-    const int id = oneOf({200, 200, 200, 201, 201, 104, 105, 105, none});
-    if (id != none)
-        command(2, id);
-}
-
 void RandomUser::query() {
     const QString text = oneOf({u""_s, u"0101"_s, u"01"_s, u"1"_s, u"002"_s, u"0_0%1"_s, u"'"_s, u"zz"_s});
     m_driver.typeQuery(text);
@@ -294,10 +287,9 @@ void RandomUser::goOnWhileTyping() {
         escape();
     };
     const int way = m_habits.reopens ? upTo(10) : upTo(5);
-    if (way < 3) {
-        const QList<KeyedTree::Node*> nodes = m_driver.tree()->nodes();
-        if (!nodes.isEmpty())
-            m_driver.click(oneOf(nodes));
+    const QList<KeyedTree::Node*> nodes = m_driver.tree()->nodes();
+    if (way < 3 && !nodes.isEmpty()) {
+        m_driver.click(oneOf(nodes));
         ended();
     } else if (way < 5) {
         m_driver.click(m_driver.bills(), upTo(m_driver.bills()->rowCount()), u"Code"_s);
@@ -379,9 +371,17 @@ void RandomUser::tickValue() {
     done();
 }
 
-void RandomUser::featureCommand() { command(3, oneOf({300, 300, 300, 301, 301})); }
-void RandomUser::valueCommand() { command(4, oneOf({300, 300, 301})); }
-void RandomUser::contentCommand() { command(2, oneOf({400, 401, 402, 402, 403, 403})); }
+/// Runs a command where the user is, or on another row.
+void RandomUser::commandHere(int host, int id) {
+    if (chance(40))
+        clickRow();
+    command(host, id);
+}
+
+void RandomUser::featureCommand() { commandHere(3, oneOf({300, 300, 300, 301, 301})); }
+void RandomUser::valueCommand() { commandHere(4, oneOf({300, 300, 301})); }
+void RandomUser::contentCommand() { commandHere(2, oneOf({400, 401, 402, 402, 403, 403})); }
+void RandomUser::billCommand() { commandHere(2, oneOf({200, 200, 200, 201, 201, 104, 105, 105})); }
 
 /// A row of a ration; none is current when there is none.
 int RandomUser::rationRow() {

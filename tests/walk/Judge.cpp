@@ -70,7 +70,6 @@ void Judge::see(const Deed& deed) {
     m_rows.clear();
     m_nodes = Nodes::Any;
     m_blankRation = false;
-    m_prescribed.track(deed.before);
     switch (deed.kind) {
         case Look:
             if (deed.row >= 0)
@@ -127,7 +126,6 @@ void Judge::endOfStep(const QStringList& messages, bool disturbed) {
 }
 
 void Judge::checkWindow() {
-    m_prescribed.track(snapshotOf(*m_driver.editor()));
     m_comparison.check(m_query);
     const Snapshot& shown = m_comparison.last();
     for (const auto& [host, id] : {std::pair(1, 100), {1, 101}, {1, 102}, {1, 103}, {1, 104}, {1, 105}, {1, 108},

@@ -14,18 +14,16 @@ QString Prescribed::nodeKey(const QStringList& row) {
 
 void Prescribed::follow(const LibraryDocument& library) {
     QObject::connect(&library, &LibraryDocument::listingChanged, &library, [this] { bills.reset(); });
-    QObject::connect(&library, &LibraryDocument::currentBillChanged, &library, [this] { detailsLoaded(); });
+    QObject::connect(&library, &LibraryDocument::currentBillChanged, &library, [this, &library] {
+        detailsLoaded();
+        detailsOf = QString::number(library.shownBill().id);
+    });
 }
 
 void Prescribed::detailsLoaded() {
     detailsLocked = contentsEmptied = false;
     cells.clear();
     emptied.clear();
-}
-
-void Prescribed::track(const Snapshot& shown) {
-    if (shown.bill >= 0 || shown.listsBills())
-        detailsOf = shown.bill < 0 ? u"0"_s : shown.ofBill(BillCell::Id);
 }
 
 void Prescribed::applyToContents(Rows& fresh, Rows& shown) const {

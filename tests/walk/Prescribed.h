@@ -54,8 +54,6 @@ struct Prescribed {
     void follow(const LibraryDocument& library);
     void detailsLoaded();
     void everythingLoaded() { *this = {}; }
-    /// Notes what details a window with these lists shows.
-    void track(const Snapshot& shown);
 
     /// Changes what a fresh load shows of contents into what the window must show, and takes out of `shown` what the
     /// window alone knows: "the blank ration row", at most one, which is not in the file until it gets a code.

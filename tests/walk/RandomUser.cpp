@@ -37,7 +37,7 @@ const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
         {Bills, 24, &RandomUser::billCommand},
         {Bills, 4, &RandomUser::query},
         {Bills, 2, &RandomUser::listWhileLocked},
-        {Bills, 8, &RandomUser::goOnWhileTyping},
+        {Bills, 12, &RandomUser::goOnWhileTyping},
         {Bills, 7, &RandomUser::typeIntoBox},
         {Bills, 2, &RandomUser::pressOnly},
         {Features, 8, &RandomUser::clickRow},
@@ -46,7 +46,7 @@ const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
         {Features, 10, &RandomUser::featureCommand},
         {Features, 10, &RandomUser::tickValue},
         {Features, 13, &RandomUser::valueCommand},
-        {Features, 4, &RandomUser::goOnWhileTyping},
+        {Features, 6, &RandomUser::goOnWhileTyping},
         {Features, 2, &RandomUser::pressOnly},
         {Contents, 8, &RandomUser::clickRow},
         {Contents, 8, &RandomUser::pressInGrid},
@@ -56,7 +56,7 @@ const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
         {Contents, 5, &RandomUser::chooseLibrary},
         {Contents, 2, &RandomUser::changeProfession},
         {Contents, 9, &RandomUser::useBrowser},
-        {Contents, 4, &RandomUser::goOnWhileTyping},
+        {Contents, 6, &RandomUser::goOnWhileTyping},
     };
     return all;
 }

@@ -56,6 +56,7 @@ private:
     void done();
     void look(QWidget* place, int row, const std::function<void()>& act);
     void command(int host, int id, const QString& searched = {});
+    void commandHere(int host, int id);
     void press(QWidget* view, std::initializer_list<QKeyCombination> keys);
     void escape();
     int shownRow(const KeyedGrid* grid, int level = 0);

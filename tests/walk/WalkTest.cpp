@@ -7,10 +7,10 @@
 #include "tests/walk/Judge.h"
 
 TEST(Walk, WindowFileAndModelAgreeAfterEveryStep) {
-    constexpr int steps = 600;
+    constexpr int steps = 800;
     QString (*const libraries[])() = {sampleCopy, awkwardLibrary, libraryAtTheLimits};
     qint64 done = 0;
-    repeated(5, [&](unsigned seed) {
+    repeated(6, [&](unsigned seed) {
         const QString library = libraries[seed % std::size(libraries)]();
         {
             EditorDriver driver(library);
