@@ -103,7 +103,7 @@ private:
     QMetaObject::Connection m_link;
 };
 
-Connection::Connection() = default;
+Connection::Connection() : m_lookups(std::make_unique<Lookups>(*this)) {}
 
 Connection::~Connection() {
     guarded({"Connection", "Close"}, [this] { Close(); });
@@ -138,8 +138,8 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
     run(database, "PRAGMA schema_version");
     // A cache of 64 MB, so that repeated passes over the same tables stay in memory. It is taken only as it is filled.
     run(database, "PRAGMA cache_size=-65536");
-    // A journal that is deleted but comes back when the power goes would take back what was shown as done: its folder is
-    // synced too.
+    // A journal that is deleted but comes back when the power goes would take back what was shown as done: its folder
+    // is synced too.
     run(database, "PRAGMA synchronous=EXTRA");
     // A full temporary disk can then neither fail a temporary table half-way nor keep it from going.
     run(database, "PRAGMA temp_store=MEMORY");
@@ -148,7 +148,6 @@ void Connection::Open(const QString& path, const QString& password, int mode) {
     m_path = path;
     m_watch = std::make_unique<Watch>(m_database);
     m_leftovers = std::make_unique<Leftovers>(this);
-    m_lookups = std::make_unique<Lookups>(*this);
 }
 
 void Connection::Close() {
@@ -156,7 +155,7 @@ void Connection::Close() {
         return;
     commitLeftovers();
     m_leftovers.reset();
-    m_lookups.reset();
+    m_lookups = std::make_unique<Lookups>(*this);
     sqlite3_close_v2(m_database);
     m_database = nullptr;
 }

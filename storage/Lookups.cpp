@@ -49,7 +49,8 @@ Lookups::Some Lookups::some(LookupBy by, const SqlText& all) {
     if (m_tables[table].state == State::Complete && isUpToDate())
         return {by, true};
     bool made = false;
-    const bool added = all.brokenAt().isEmpty() && unlessLocked([&] {
+    const bool askable = m_connection.State() == 1 && all.brokenAt().isEmpty();
+    const bool added = askable && unlessLocked([&] {
                            made = isMade(table);
                            if (made)
                                m_connection.Execute(sql("INSERT OR IGNORE INTO ", LookupTables::nameOf(by), " ",

@@ -142,6 +142,16 @@ TEST(Lookups, AreFilledInSlicesWhileRowsChange) {
     EXPECT_TRUE(library.rowsInFile("SELECT name FROM sqlite_schema WHERE type<>'table'").isEmpty());
 }
 
+TEST(Lookups, OfAClosedConnectionNarrowNothing) {
+    const TemporaryLibrary library;
+    while (library.connection()->lookups().fillSlice()) {
+    }
+    library.connection()->Close();
+    Lookups& lookups = library.connection()->lookups();
+    EXPECT_TRUE(lookups.narrow(LookupBy::ContentsByBill, "key=1").isEmpty());
+    EXPECT_TRUE(lookups.some(LookupBy::ContentsByBill, "key=1").narrow("key=1").isEmpty());
+}
+
 TEST(Lookups, AreNotMadeForATableThatIsNone) {
     for (const SqlText& foreign :
          {SqlText("CREATE TABLE tblParm(ID Integer PRIMARY KEY,BillID text)"),

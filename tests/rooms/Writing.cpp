@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include "app/base/Text.h"
+#include "storage/Lookups.h"
 #include "tests/support/ModalAnswers.h"
 
 using namespace Qt::StringLiterals;
@@ -92,15 +93,20 @@ QString DetailedLibrary::changes(const std::function<void()>& act) const {
     return lines.join(u'\n');
 }
 
-void expectWriting(const Writing& writing) {
+namespace {
+
+void expectWriting(const Writing& writing, bool lookedUp) {
     using enum Writing::Failing;
     const QString place =
         QString::fromLatin1(writing.failing == Statement ? "ModDBOperator.ExecuteDDL" : writing.place);
     const bool inSavepoint = writing.failing == RolledBack || writing.failing == LeftOpen;
     enum Disturbance { NoLibrary, Locked, Read, Refused, Nothing };
     auto library = std::make_unique<DetailedLibrary>();
+    while (lookedUp && library->connection()->lookups().fillSlice()) {
+    }
     for (const Disturbance disturbance : {NoLibrary, Locked, Read, Refused, Nothing}) {
-        SCOPED_TRACE(testing::Message() << writing.place << ", disturbance " << disturbance);
+        SCOPED_TRACE(testing::Message() << writing.place << ", disturbance " << disturbance << ", looked up "
+                                        << lookedUp);
         QString expected = QString::fromUtf8(disturbance == Nothing ? writing.changes : "");
         QStringList places{place};
         if (disturbance == Nothing || (disturbance == NoLibrary && writing.failing == Statement))
@@ -140,4 +146,11 @@ void expectWriting(const Writing& writing) {
         if (writing.failing == LeftOpen)
             library = std::make_unique<DetailedLibrary>();
     }
+}
+
+}  // namespace
+
+void expectWriting(const Writing& writing) {
+    for (const bool lookedUp : {false, true})
+        expectWriting(writing, lookedUp);
 }

@@ -36,6 +36,6 @@ struct Writing {
 };
 
 /// Runs it without a library, with one that is locked, that is being read, that refuses `refused`, and at last
-/// undisturbed. Each time the right error is recorded, the file is as it has to be when the event is over, and the
-/// next edit is in the file at once.
+/// undisturbed, all that by passes and by look-ups. Each time the right error is recorded, the file is as it has to be
+/// when the event is over, and the next edit is in the file at once.
 void expectWriting(const Writing& writing);

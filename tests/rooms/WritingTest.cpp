@@ -116,6 +116,29 @@ TEST(BillData, ABillThatIsGoneIsNotDeletedAgainWithWhatDependsOnIt) {
               QString());
 }
 
+TEST(BillData, RenumberingLeavesSchemaAndSizeOfTheFileAsTheyWere) {
+    const TemporaryLibrary library;
+    library.run(
+        "INSERT INTO tblBill(Code) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<900) "
+        "SELECT printf('010101%03d',i) FROM n");
+    library.run("INSERT INTO tblCont(Code,BillID) SELECT Code,ID FROM tblBill");
+    std::vector<Bill> on, back;
+    for (qint64 id = 2; id <= 900; ++id) {
+        back.push_back({id, u"010101%1"_s.arg(id, 3, 10, QChar(u'0'))});
+        on.push_back({id, u"010101%1"_s.arg(id + 1, 3, 10, QChar(u'0'))});
+    }
+    const auto file = [&] {
+        return library.rowsInFile("SELECT * FROM pragma_schema_version,pragma_page_count,pragma_freelist_count");
+    };
+    const QStringList before = file();
+    const std::optional<qint64> added = addBill(library.connection(), u"010101002"_s, on);
+    EXPECT_EQ(added, 901);
+    EXPECT_EQ(library.rowsInFile("SELECT count(*) FROM tblCont WHERE Code='010101901' AND BillID=900"),
+              QStringList{u"1"_s});
+    EXPECT_TRUE(deleteBill(library.connection(), 901, back));
+    EXPECT_EQ(file(), before);
+}
+
 TEST(ContentData, EachProcedureWritesItsRowsAloneAndFailsAsItIsMeantTo) {
     using enum Writing::Failing;
     const Ration ration{u"B2"_s, u"新"_s, u"m"_s, u"GD"_s};
