@@ -110,7 +110,7 @@ std::vector<MeasuredAction> viewActions() {
         {"Choose a profession, contents shown",
          LibrarySize::Every,
          45,
-         {2},
+         {2, 5, 100, 1.5},
          viewing(
              [](EditorWindow& window) {
                  listFull(window);

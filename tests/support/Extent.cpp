@@ -22,12 +22,8 @@ void repeated(unsigned ordinary, const std::function<void(unsigned)>& once) {
     }
 }
 
-void counted(const QString& what, qint64 number) { reportFigures(u"%1: %2"_s.arg(what).arg(number)); }
-
-int extent(int ordinary, int atLength) { return qEnvironmentVariableIsSet("TESSEL_TEST_LONG") ? atLength : ordinary; }
-
-void reportFigures(const QString& line) {
-    const QByteArray text = line.toUtf8() + '\n';
+void counted(const QString& what, qint64 number) {
+    const QByteArray text = u"%1: %2\n"_s.arg(what).arg(number).toUtf8();
     std::fputs(text.constData(), stdout);
     const QString path = qEnvironmentVariable("TESSEL_TEST_FIGURES");
     if (path.isEmpty())

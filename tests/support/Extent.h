@@ -11,7 +11,3 @@ void repeated(unsigned ordinary, const std::function<void(unsigned seed)>& once)
 /// Counts something that was done: it is printed, and added to the file that TESSEL_TEST_FIGURES names, one line
 /// "what: number" each time, so that the figures of several runs add up.
 void counted(const QString& what, qint64 number);
-
-/// To go: see repeated() and counted().
-int extent(int ordinary, int atLength);
-void reportFigures(const QString& line);
