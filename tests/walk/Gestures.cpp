@@ -287,10 +287,9 @@ void RandomUser::goOnWhileTyping() {
         escape();
     };
     const int way = m_habits.reopens ? upTo(10) : upTo(5);
-    if (way < 3) {
-        const QList<KeyedTree::Node*> nodes = m_driver.tree()->nodes();
-        if (!nodes.isEmpty())
-            m_driver.click(oneOf(nodes));
+    const QList<KeyedTree::Node*> nodes = m_driver.tree()->nodes();
+    if (way < 3 && !nodes.isEmpty()) {
+        m_driver.click(oneOf(nodes));
         ended();
     } else if (way < 5) {
         m_driver.click(m_driver.bills(), upTo(m_driver.bills()->rowCount()), u"Code"_s);
