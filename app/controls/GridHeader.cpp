@@ -92,7 +92,8 @@ int GridHeader::captionWidth(int section) const {
     return caption.isEmpty() ? 0 : fontMetrics().horizontalAdvance(caption) + 2 * margin;
 }
 
-QSize GridHeader::sizeHint() const { return {QHeaderView::sizeHint().width(), fontMetrics().height() + 10}; }
+/// Without measuring every caption: the table asks for the height alone.
+QSize GridHeader::sizeHint() const { return {length(), fontMetrics().height() + 10}; }
 
 /// The next shown section in that direction when it is to merge with `section`, else -1.
 int GridHeader::neighbour(int section, int step) const {

@@ -37,8 +37,9 @@ void buildChapterTree(Connection* ormConn, KeyedTree* tree) {
     tree->clearNodes();
     if (!addChapters(requireConnection(ormConn), tree))
         return;
-    for (KeyedTree::Node* node : tree->nodes())
-        node->setExpanded(KeyedTree::key(node).size() < 4);
+    // The first level is open; the others come closed.
+    for (int i = 0; i < tree->topLevelItemCount(); ++i)
+        tree->topLevelItem(i)->setExpanded(true);
     if (tree->firstNode())
         tree->selectNode(tree->firstNode());
 }
