@@ -165,18 +165,19 @@ TEST_F(Damage, NeverHarmsTheWindow) {
         expectBesideIsGood(seed);
     });
     EXPECT_EQ(rowsInFile(beside, "PRAGMA integrity_check"), QStringList{u"ok"_s});
-    if (HasFailure() || qEnvironmentVariableIsSet("TESSEL_TEST_SEED"))
-        return;
     int all = 0;
-    for (const DamageKind& kind : kinds) {
-        EXPECT_GE(done[kind.name], 1) << kind.name;
-        all += done[kind.name];
-    }
-    EXPECT_GE(all, static_cast<int>(3 * kinds.size()));
-    EXPECT_GE(unreadable, 8);
+    for (const auto& [kind, number] : done)
+        all += number;
     counted(u"damaged files"_s, all);
     counted(u"damaged files that opened a window"_s, windows);
     counted(u"damaged files that could not be read whole, and that was said"_s, unreadable);
+    // A run of other seeds may be too short for every kind.
+    if (qEnvironmentVariableIsSet("TESSEL_TEST_SEED"))
+        return;
+    for (const DamageKind& kind : kinds)
+        EXPECT_GE(done[kind.name], 1) << kind.name;
+    EXPECT_GE(all, static_cast<int>(3 * kinds.size()));
+    EXPECT_GE(unreadable, 8);
 }
 
 TEST_F(Damage, ManyRowsAreOnlyMany) {
