@@ -48,15 +48,17 @@ Lookups::Some Lookups::some(LookupBy by, const SqlText& all) {
     const std::size_t table = LookupTables::tableOf(by);
     if (m_tables[table].state == State::Complete && isUpToDate())
         return {by, true};
-    bool made = false;
-    const bool askable = m_connection.State() == 1 && all.brokenAt().isEmpty();
-    const bool added = askable && unlessLocked([&] {
-                           made = isMade(table);
-                           if (made)
-                               m_connection.Execute(sql("INSERT OR IGNORE INTO ", LookupTables::nameOf(by), " ",
-                                                        LookupTables::contents(by), " AND ", all, ";"));
-                       });
-    return {by, made && added};
+    bool usable = false;
+    if (m_connection.State() == 1 && all.brokenAt().isEmpty()) {
+        unlessLocked([&] {
+            if (!isMade(table))
+                return;
+            m_connection.Execute(sql("INSERT OR IGNORE INTO ", LookupTables::nameOf(by), " ",
+                                     LookupTables::contents(by), " AND ", all, ";"));
+            usable = true;
+        });
+    }
+    return {by, usable};
 }
 
 SqlText Lookups::Some::narrow(const SqlText& condition) const {
