@@ -28,6 +28,8 @@ endif()
 add_library(tessel_sqlite STATIC ${CMAKE_SOURCE_DIR}/storage/sqlite/sqlite_with_key_derivation.c)
 target_include_directories(tessel_sqlite SYSTEM PUBLIC "${SQLITE_FOLDER}/package/deps/sqlite3")
 target_include_directories(tessel_sqlite PUBLIC "${CMAKE_SOURCE_DIR}/storage/sqlite")
+# The header declares what records changes only then.
+target_compile_definitions(tessel_sqlite PUBLIC SQLITE_ENABLE_SESSION SQLITE_ENABLE_PREUPDATE_HOOK)
 target_compile_definitions(tessel_sqlite PRIVATE
     SQLITE_THREADSAFE=0
     SQLITE_OMIT_LOAD_EXTENSION

@@ -42,7 +42,7 @@ void frmEditor::CreateActions() {
     addGuarded(CommandBars3, featureActions(), "CommandBars3_Execute", "CommandBars3_Update");
     addGuarded(CommandBars4, featureValueActions(), "CommandBars4_Execute", "CommandBars4_Update");
     for (CommandBars* host : {CommandBars1, CommandBars2, CommandBars3, CommandBars4})
-        host->beforeExecute = [this] { return commitPending(); };
+        host->beforeExecute = [this] { return mayRunCommand(); };
 }
 
 std::vector<CommandAction> frmEditor::chapterActions() {

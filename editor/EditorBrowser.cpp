@@ -15,7 +15,7 @@ void frmEditor::WinCommand(RationMode mode, const QString& deh, const QString& d
     guarded({"frmEditor", "WinCommand"}, [&] {
         // A code that is only half typed gives way to the chosen one.
         m_contents->dropTypedCode();
-        if (!commitPending())
+        if (!mayRunCommand())
             return;
         if (mode == RationMode::Insert)
             m_contents->insertRation(deh, dekID);

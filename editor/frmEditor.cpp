@@ -8,6 +8,7 @@
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
 #include "app/base/MessageBox.h"
+#include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
 #include "editor/RationLibraries.h"
 #include "editor/bills/BillPane.h"
@@ -24,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 frmEditor::frmEditor(QWidget* mainWindow)
     : m_mainWindow(mainWindow),
-      m_library(new LibraryDocument),
+      m_library(new LibraryDocument(this)),
       m_chapters(new ChapterPane(*m_library, this)),
       m_bills(new BillPane(*m_library, this)),
       m_contents(new ContentPane(*m_library, this)),
@@ -36,7 +37,9 @@ frmEditor::frmEditor(QWidget* mainWindow)
       CommandBars4(new CommandBars(this, u"CommandBars4"_s)) {
     setObjectName(u"frmEditor"_s);
     m_library->setParent(this);
-    m_library->commitPending = [this] { return commitPending(); };
+    for (KeyedGrid* grid :
+         {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
+        grid->beforeEdit = [this] { return readAfresh(); };
 }
 
 frmEditor::~frmEditor() { Form_Unload(); }
@@ -115,7 +118,31 @@ void frmEditor::Form_Unload() {
     m_library->close();
 }
 
+bool frmEditor::readAfresh() { return m_library->history() && m_library->history()->showChangesOfOthers(); }
+
+/// A command acts on what is current: not when that has become something else because another program has written.
+bool frmEditor::mayRunCommand() {
+    const ViewPlace meant = place();
+    return (!readAfresh() || isAt(meant)) && commitPending();
+}
+
+void frmEditor::undo() {
+    if (m_library->history())
+        m_library->history()->undo();
+}
+
+void frmEditor::redo() {
+    if (m_library->history())
+        m_library->history()->redo();
+}
+
+void frmEditor::showChangesOfOthers() {
+    if (m_library->history())
+        m_library->history()->showReplacedFile();
+}
+
 bool frmEditor::commitPending() {
+    readAfresh();
     const bool billsDone = m_bills->commitPending();
     const bool featuresDone = m_features->commitPending();
     return m_contents->commitPending() && featuresDone && billsDone;

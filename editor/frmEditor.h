@@ -3,6 +3,8 @@
 #include <QWidget>
 
 #include "app/controls/CommandBars.h"
+#include "editor/common/LibraryHistory.h"
+#include "editor/common/LibraryView.h"
 #include "ration_browser/RationReceiver.h"
 
 class BillPane;
@@ -19,7 +21,7 @@ class QTabWidget;
 ///
 /// It puts the panes together around one LibraryDocument and holds the command tables of the four command-bar
 /// hosts. Every edit is in the file when its event is over; there is nothing to save.
-class frmEditor : public QWidget, public RationReceiver {
+class frmEditor : public QWidget, public RationReceiver, public LibraryView {
     Q_OBJECT
 
 public:
@@ -47,8 +49,15 @@ public:
     /// Closes the library. Done by closing the window, once.
     void Form_Unload();
 
-    /// Ends what is still being typed as an edit. False when a cell editor had to stay open.
-    bool commitPending();
+    bool commitPending() override;
+    ViewPlace place() const override;
+    void showAfresh(const ViewPlace& place) override;
+
+    /// Takes the last step back, or does it once more.
+    void undo();
+    void redo();
+    /// Shows what another program has written to the file.
+    void showChangesOfOthers();
 
     // What the ration browser asks for.
     void WinCommand(RationMode mode, const QString& deh, const QString& dekID) override;
@@ -64,7 +73,7 @@ public:
 
 Q_SIGNALS:
     /// What the status bar is to say.
-    void statusText(const QString& text);
+    void statusText(const QString& text, LibraryHistory::Offer offer = LibraryHistory::Offer::Nothing);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -92,6 +101,10 @@ private:
     void CreateToolbarsBill();
     void CreateContextMenus();
     void LoadAllToolbarsIcons();
+
+    bool isAt(const ViewPlace& place) const;
+    bool mayRunCommand();
+    bool readAfresh();
 
     void openRationBrowser(const QString& dekId);
     void loadRationLibraries();

@@ -179,9 +179,43 @@ qint64 Connection::Execute(const SqlText& statement) {
     return sqlite3_total_changes64(m_database) == before ? 0 : sqlite3_changes64(m_database);
 }
 
+void Connection::Write(const SqlText& statement) {
+    if (!beforeWriting || isInTransaction()) {
+        prepareToWrite();
+        Execute(statement);
+        return;
+    }
+    // A statement that cannot be prepared fails as it would by itself: before anything else is done.
+    prepareOne(m_database, statement);
+    run(m_database, "BEGIN IMMEDIATE");
+    try {
+        beforeWriting();
+        Execute(statement);
+        run(m_database, "COMMIT");
+    } catch (...) {
+        // SQLite has rolled back by itself after some errors.
+        if (isInTransaction())
+            run(m_database, "ROLLBACK");
+        throw;
+    }
+}
+
+void Connection::prepareToWrite() {
+    if (!beforeWriting)
+        return;
+    // Changes nothing, but takes the lock for writing, and waits for it. A foreign file may lack the table.
+    succeedsUnless(SQLITE_ERROR, [this] { run(m_database, "DELETE FROM main.tblSyb WHERE 0"); });
+    beforeWriting();
+}
+
 int Connection::State() const { return m_database ? 1 : 0; }
 
 qint64 Connection::LastInsertId() const { return m_database ? sqlite3_last_insert_rowid(m_database) : 0; }
+
+void Connection::forgetPages() {
+    sqlite3_db_release_memory(m_database);
+    m_lookups->forget();
+}
 
 bool Connection::isInTransaction() const { return m_database && !sqlite3_get_autocommit(m_database); }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "storage/Recordset.h"
@@ -45,11 +46,25 @@ public:
     /// that changes none.
     qint64 Execute(const SqlText& statement);
 
+    /// As Execute(), for a procedure that writes what the user asked for outside a savepoint: alone in a transaction
+    /// that begins with prepareToWrite().
+    void Write(const SqlText& statement);
+
+    /// Asks `beforeWriting`, in a transaction in which nobody else can write any more. A procedure that writes in a
+    /// savepoint calls it first in there.
+    void prepareToWrite();
+
+    /// Called before something is written that the user asked for. What it throws keeps that from being written.
+    std::function<void()> beforeWriting;
+
     /// 1 when the connection is open, else 0.
     [[nodiscard]] int State() const;
 
     /// Row id of the last row inserted on this connection.
     qint64 LastInsertId() const;
+
+    /// Reads everything from the file again, where another file may have been laid over it.
+    void forgetPages();
 
     /// Whether something is not committed yet.
     bool isInTransaction() const;
@@ -78,6 +93,8 @@ public:
     void commitLeftovers();
 
 private:
+    friend class ChangeRecorder;
+
     void commitWhenEventIsOver();
 
     QString m_path;

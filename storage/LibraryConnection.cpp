@@ -45,7 +45,7 @@ bool ExecuteDDL(Connection* connection, const SqlText& statement) {
     return guarded({"ModDBOperator", "ExecuteDDL"}, [&] {
         if (!connection || statement.isEmpty())
             return false;
-        connection->Execute(statement);
+        connection->Write(statement);
         return true;
     });
 }

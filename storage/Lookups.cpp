@@ -152,6 +152,12 @@ void Lookups::fillWhenIdle() {
     m_idle.start(0);
 }
 
+void Lookups::forget() {
+    m_version = 0;
+    if (m_fillsWhenIdle)
+        m_idle.start(0);
+}
+
 void Lookups::fillWhileIdle() {
     bool more = false;
     // Nothing is wrong for the user when a look-up cannot be filled, so nothing is said: a locked file is tried again.

@@ -49,6 +49,8 @@ public:
     /// cannot be filled now. Throws Error.
     bool fillSlice();
     bool areComplete() const;
+    /// Fills everything anew from now on.
+    void forget();
 
     /// What a complete look-up says otherwise than its table; empty when there is nothing.
     QString difference();

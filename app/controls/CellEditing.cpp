@@ -54,6 +54,20 @@ void CellEditing::showList() {
         choice->showPopup();
 }
 
+QString CellEditing::typedText() const {
+    const auto* edit = qobject_cast<const QLineEdit*>(m_editor.data());
+    return isOpen() && edit ? edit->text() : QString();
+}
+
+void CellEditing::setTypedText(const QString& typed) {
+    auto* edit = qobject_cast<QLineEdit*>(m_editor.data());
+    if (!edit)
+        return;
+    // As typing does: it can be undone, and counts as a change.
+    edit->selectAll();
+    edit->insert(typed);
+}
+
 void CellEditing::replaceText(QInputMethodEvent* committed) {
     auto* edit = qobject_cast<QLineEdit*>(m_editor.data());
     if (!edit)
@@ -110,6 +124,8 @@ bool CellEditing::commit() {
     // A message box of the decision takes the focus: that must not ask again.
     if (!isOpen() || m_deciding)
         return !isOpen();
+    if (m_grid->beforeEdit && m_grid->beforeEdit() && !isOpen())
+        return true;
     // What an input method is still composing counts as typed.
     if (m_editor->hasFocus() || m_grid->hasFocus())
         PressGuard::finishComposing();
@@ -140,7 +156,8 @@ bool CellEditing::commit() {
 }
 
 void CellEditing::toggleCheck(const QModelIndex& index) {
-    if (!mayEdit(index))
+    // The row meant may be another one by now.
+    if ((m_grid->beforeEdit && m_grid->beforeEdit()) || !mayEdit(index))
         return;
     const QPersistentModelIndex cell = index;
     QString text = CheckState::of(model().text(index.row(), index.column()) != CheckState::checked);

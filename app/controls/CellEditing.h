@@ -35,6 +35,9 @@ public:
     bool focusLeft(Qt::FocusReason reason);
     /// Shows the list of an open drop-down cell.
     void showList();
+    /// What is typed in an open text editor; null when there is none.
+    QString typedText() const;
+    void setTypedText(const QString& typed);
     /// Puts what an input method committed into the open text editor, instead of its text.
     void replaceText(QInputMethodEvent* committed);
 

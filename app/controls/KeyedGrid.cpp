@@ -207,3 +207,12 @@ bool KeyedGrid::isEditing() const { return m_editing->isOpen(); }
 bool KeyedGrid::commitEdit() { return m_editing->commit(); }
 
 void KeyedGrid::cancelEdit() { m_editing->cancel(); }
+
+QString KeyedGrid::typedText() const { return m_editing->typedText(); }
+
+bool KeyedGrid::typeAgain(const QString& typed) {
+    if (!edit(currentIndex(), AllEditTriggers, nullptr))
+        return false;
+    m_editing->setTypedText(typed);
+    return true;
+}

@@ -124,6 +124,9 @@ public:
     void setComboList(const QString& key, const QString& list);
     QString comboList(const QString& key) const;
 
+    /// Called before an editor opens or ends and before a check box changes. True when the rows have been read anew:
+    /// the current cell takes the place of the one meant, and what was typed is open in it again.
+    std::function<bool()> beforeEdit;
     /// May the cell be edited? Asked before an editor opens or a check box changes. Default: no.
     std::function<bool(int row, const QString& key)> startEdit;
     /// Longest text the cell's editor takes, in characters; 0 for no limit.
@@ -137,6 +140,11 @@ public:
     /// Ends an open editor as Esc would.
     void cancelEdit();
     bool isEditing() const;
+    /// What is typed in an open editor; null when none is open or it is a list.
+    QString typedText() const;
+    /// Opens the current cell with `typed` in its editor, as if it had been typed there. False when it may not be
+    /// edited.
+    bool typeAgain(const QString& typed);
 
 Q_SIGNALS:
     /// Another row is current; -1 for none.

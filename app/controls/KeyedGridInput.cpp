@@ -15,8 +15,10 @@ using Part = GridDelegate::Part;
 bool KeyedGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     if (trigger == NoEditTriggers || (trigger != AllEditTriggers && !(trigger & editTriggers())))
         return false;
-    const QPersistentModelIndex wanted = index;
-    if (isEditing() || !(m_model->flags(index) & Qt::ItemIsEditable) || !m_editing->mayEdit(index) ||
+    if (isEditing())
+        return false;
+    const QPersistentModelIndex wanted = beforeEdit && beforeEdit() ? currentIndex() : index;
+    if (isEditing() || !(m_model->flags(wanted) & Qt::ItemIsEditable) || !m_editing->mayEdit(wanted) ||
         !wanted.isValid() || !QTableView::edit(wanted, trigger, event))
         return false;
     m_editing->showList();

@@ -93,9 +93,9 @@ void frmMain::LoadBillDB(const QString& path) {
         // These entries have shortcuts of their own, other ones on every system; the command's are enough.
         for (QAction* entry : window->systemMenu()->actions())
             entry->setShortcuts(QList<QKeySequence>());
-        connect(editor, &frmEditor::statusText, this, [this, editor](const QString& text) {
+        connect(editor, &frmEditor::statusText, this, [this, editor](const QString& text, auto offer) {
             if (editor == activeEditor())
-                showStatus(text);
+                showStatus(text, offer);
         });
         connect(editor, &QObject::destroyed, this, &frmMain::nameWindows, Qt::QueuedConnection);
         if (maximized) {

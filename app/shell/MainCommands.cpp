@@ -1,5 +1,4 @@
 #include <QAction>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -13,6 +12,7 @@
 #include "app/base/MessageBox.h"
 #include "app/base/UserEvent.h"
 
+#include "app/shell/StatusLine.h"
 #include "app/shell/WindowArrangement.h"
 #include "app/shell/WindowList.h"
 #include "app/shell/frmMain.h"
@@ -102,9 +102,6 @@ void frmMain::CreateToolbars() {
 }
 
 void frmMain::CreateStatusbar() {
-    m_status->setTextFormat(Qt::PlainText);
-    // A long text must not widen the window.
-    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(m_status, 1);
     m_statusTimer->setSingleShot(true);
     connect(m_statusTimer, &QTimer::timeout, this, [this] { showStatus({}); });
@@ -116,10 +113,17 @@ void frmMain::CreateStatusbar() {
     showStatus({});
 }
 
-void frmMain::showStatus(const QString& text) {
+void frmMain::showStatus(const QString& text, LibraryHistory::Offer offer) {
+    using Offer = LibraryHistory::Offer;
+    m_offer = offer;
     const frmEditor* editor = activeEditor();
     const QString next = editor ? editor->nextStep() : QString();
-    m_status->setText(!text.isEmpty() ? text : next.isEmpty() ? u"Ready"_s : next);
+    m_status->showLine(!text.isEmpty()  ? text
+                       : next.isEmpty() ? u"Ready"_s
+                                        : next,
+                       offer == Offer::Undo   ? u"撤消 (Ctrl+Z)"_s
+                       : offer == Offer::Redo ? u"重做 (Ctrl+Y)"_s
+                                              : QString());
     if (text.isEmpty())
         m_statusTimer->stop();
     else

@@ -5,17 +5,21 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QKeyEvent>
-#include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPlainTextEdit>
 #include <QScreen>
+#include <QShortcut>
 #include <QTimer>
+#include <algorithm>
 
 #include "app/base/Definitions.h"
 #include "app/base/FileSystem.h"
 #include "app/base/Guarded.h"
 #include "app/base/Paths.h"
 #include "app/base/UserSettings.h"
+#include "app/shell/StatusLine.h"
 #include "app/shell/WindowList.h"
 #include "editor/frmEditor.h"
 
@@ -23,13 +27,34 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr QLatin1String placement("placement");
+
+/// The same keys on every system.
+const QKeySequence undoKey(Qt::CTRL | Qt::Key_Z);
+const QKeySequence redoKeys[] = {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z};
+
+bool isRedoKey(const QKeySequence& key) {
+    return std::find(std::begin(redoKeys), std::end(redoKeys), key) != std::end(redoKeys);
 }
+
+/// Whether `widget` is a control with typing of its own to take back.
+bool isTypingToUndo(const QWidget* widget) {
+    const auto* line = qobject_cast<const QLineEdit*>(widget);
+    const auto* box = qobject_cast<const QPlainTextEdit*>(widget);
+    return (line && line->isUndoAvailable()) || (box && box->document()->isUndoAvailable());
+}
+
+bool isTypingToRedo(const QWidget* widget) {
+    const auto* line = qobject_cast<const QLineEdit*>(widget);
+    const auto* box = qobject_cast<const QPlainTextEdit*>(widget);
+    return (line && line->isRedoAvailable()) || (box && box->document()->isRedoAvailable());
+}
+}  // namespace
 
 frmMain::frmMain()
     : m_windows(new QMdiArea(this)),
       m_commandBars(new CommandBars(this, u"CommandBars"_s)),
       m_windowList(new WindowList(m_windows)),
-      m_status(new QLabel(this)),
+      m_status(new StatusLine(this)),
       m_statusTimer(new QTimer(this)) {
     setObjectName(u"frmMain"_s);
     setWindowTitle(applicationTitle());
@@ -71,11 +96,30 @@ void frmMain::MDIForm_Load() {
         // The usual keys for closing a document, the same on every system.
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), 260);
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), 260);
+        createUndoKeys();
         m_commandBars->loadIcons(joinPath(appPath, u"Res/Icons/ToolBar.bmp"_s),
                                  {256, 257, 0, 0, 0, 0, 769, 0, 0, 0, 0, 0, 0, 0, 0});
         m_commandBars->update();
         if (!cmdFile.isEmpty() && fso().FileExists(cmdFile) && fso().GetExtensionName(cmdFile).toLower() == u"bdb"_s)
             LoadBillDB(cmdFile);
+    });
+}
+
+void frmMain::createUndoKeys() {
+    // In every window of the program, the ration browser for one: what is chosen there is written here.
+    const auto add = [this](const QKeySequence& key, void (frmEditor::*act)()) {
+        connect(new QShortcut(key, this, nullptr, nullptr, Qt::ApplicationShortcut), &QShortcut::activated, this,
+                [this, act] {
+                    if (frmEditor* editor = activeEditor())
+                        (editor->*act)();
+                });
+    };
+    add(undoKey, &frmEditor::undo);
+    for (const QKeySequence& key : redoKeys)
+        add(key, &frmEditor::redo);
+    connect(m_status, &QLabel::linkActivated, this, [this] {
+        if (frmEditor* editor = activeEditor())
+            m_offer == LibraryHistory::Offer::Redo ? editor->redo() : editor->undo();
     });
 }
 
@@ -105,6 +149,8 @@ void frmMain::activeWindowChanged() {
         }
         m_lastActive = window;
         showStatus({});
+        if (frmEditor* editor = activeEditor())
+            editor->showChangesOfOthers();
         showMenuSet();
     });
 }
@@ -112,10 +158,11 @@ void frmMain::activeWindowChanged() {
 void frmMain::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     // Another window of the program is no way out of an edit: its own controls have committed already, or wait for it.
-    if (event->type() == QEvent::ActivationChange && !QApplication::activeWindow()) {
-        if (frmEditor* editor = activeEditor())
-            editor->commitPending();
-    }
+    frmEditor* editor = event->type() == QEvent::ActivationChange ? activeEditor() : nullptr;
+    if (editor && !QApplication::activeWindow())
+        editor->commitPending();
+    else if (editor && isActiveWindow())
+        editor->showChangesOfOthers();
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
@@ -128,6 +175,10 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
                 event->ignore();
                 return true;
             }
+        }
+        if ((typed == undoKey && !isTypingToUndo(widget)) || (isRedoKey(typed) && !isTypingToRedo(widget))) {
+            event->ignore();
+            return true;
         }
     }
     return QMainWindow::eventFilter(watched, event);

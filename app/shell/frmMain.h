@@ -3,11 +3,12 @@
 #include <QMainWindow>
 
 #include "app/controls/CommandBars.h"
+#include "editor/common/LibraryHistory.h"
 
-class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QTimer;
+class StatusLine;
 class WindowList;
 class frmEditor;
 
@@ -64,14 +65,16 @@ private:
 
     /// Shows `text` in the pane of the status bar for some seconds. When it is empty: what the active editor asks for,
     /// else "Ready".
-    void showStatus(const QString& text);
+    void showStatus(const QString& text, LibraryHistory::Offer offer = LibraryHistory::Offer::Nothing);
+    void createUndoKeys();
 
     QMdiArea* m_windows;
     CommandBars* m_commandBars;
     WindowList* m_windowList;
     std::vector<QMenu*> m_defaultMenus;
     std::vector<QMenu*> m_documentMenus;
-    QLabel* m_status;
+    StatusLine* m_status;
     QTimer* m_statusTimer;
+    LibraryHistory::Offer m_offer = LibraryHistory::Offer::Nothing;
     const QMdiSubWindow* m_lastActive = nullptr;
 };

@@ -55,6 +55,7 @@ void BillPane::mnuAddBill_Click() {
         // Before the new row becomes current: a text box that has the focus writes its text for the old bill now.
         m_grdBillList->setFocus();
         m_grdBillList->setCell(at, QString::fromLatin1(BillColumns::name.key));
+        m_library.did(u"添加清单 "_s + newCode);
     });
 }
 
@@ -64,7 +65,8 @@ void BillPane::mnuDeleteBill_Click() {
         if (row < 0)
             return;
         const Bill deleted = bill(row);
-        if (!askYesNo(u"确认删除清单 "_s + deleted.code + u' ' + cell(row, BillColumns::name) + u" ？"_s))
+        const QString codeAndName = deleted.code + u' ' + cell(row, BillColumns::name);
+        if (!askYesNo(u"确认删除清单 "_s + codeAndName + u" ？"_s))
             return;
         const std::vector<Bill> shifted = steppedCodes(row + 1, false);
         if (!deleteBill(m_library.connection(), deleted.id, shifted))
@@ -75,6 +77,7 @@ void BillPane::mnuDeleteBill_Click() {
             m_grdBillList->setRow(qMin(row, m_grdBillList->rowCount() - 1));
         else
             grdBillList_AfterRowColChange(-1);
+        m_library.did(u"删除清单 "_s + codeAndName);
     });
 }
 
@@ -101,5 +104,7 @@ void BillPane::MoveBillRow(bool up) {
         const QSignalBlocker sameBill(m_grdBillList);
         m_grdBillList->setRow(other);
         m_library.setShownBillCode(bill(other).code);
+        m_library.did((up ? u"上移清单 "_s : u"下移清单 "_s) + bill(other).code + u' ' +
+                      cell(other, BillColumns::name));
     });
 }

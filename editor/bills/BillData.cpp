@@ -56,6 +56,10 @@ Recordset billsWithCode(Connection* ormConn, const QString& text) {
         sql("SELECT * FROM tblbill WHERE code LIKE '%", Doubled{text}, "%' ORDER BY code; "));
 }
 
+bool billExists(Connection* ormConn, qint64 id) {
+    return !requireConnection(ormConn).OpenRecordset(sql("SELECT ID FROM tblBill WHERE ID=", id, ";")).EndOfFile();
+}
+
 bool ModifyBill(Connection* ormConn, qint64 id, const QString& field, const QString& value) {
     return ExecuteDDL(ormConn, sql("UPDATE tblBill SET ", field, "='", value, "' , LastUpdate='", nowText(),
                                    "' WHERE id='", id, "';"));

@@ -22,6 +22,9 @@ Recordset billsOfChapter(Connection* ormConn, const QString& chapterCode);
 /// codes. Throws Error.
 Recordset billsWithCode(Connection* ormConn, const QString& text);
 
+/// Whether there is a bill with that id. Throws Error.
+bool billExists(Connection* ormConn, qint64 id);
+
 /// Writes one column of a bill. False after a recorded error: `value` must hold no apostrophe.
 [[nodiscard]] bool ModifyBill(Connection* ormConn, qint64 id, const QString& field, const QString& value);
 

@@ -1,6 +1,7 @@
 // What the user edits of a bill: cells of the list, and the two text boxes.
 
 #include "app/base/Guarded.h"
+#include "app/base/MessageBox.h"
 #include "app/base/Text.h"
 #include "editor/bills/BillPane.h"
 #include "editor/bills/BillTextBox.h"
@@ -17,6 +18,11 @@ const BillColumn* editableColumn(const QString& key) {
             return &column;
     }
     return nullptr;
+}
+
+/// What the user did who changed a text of a bill; nothing to speak of when the text stays as it is.
+QString changeOf(const Bill& bill, const BillColumn& column, bool isChanged) {
+    return isChanged ? u"修改清单 "_s + bill.code + u" 的"_s + QString::fromUtf16(column.caption) : QString();
 }
 
 }  // namespace
@@ -42,6 +48,7 @@ EditVerdict BillPane::grdBillList_ValidateEdit(int row, const QString& key, QStr
             const QString typed = trimBlanks(text);
             if (!column || !ModifyBill(m_library.connection(), bill(row).id, QString::fromLatin1(column->field), typed))
                 return EditVerdict::Restore;
+            m_library.did(changeOf(bill(row), *column, typed != cell(row, *column)));
             text = typed;
             return EditVerdict::Accept;
         },
@@ -58,6 +65,7 @@ void BillPane::txtContent_Validate() {
 
 void BillPane::writeBox(BillTextBox& box, const BillColumn& column) {
     const QString text = box.text();
+    const bool isChanged = box.isChanged();
     if (!ModifyBill(m_library.connection(), box.billId(), QString::fromLatin1(column.field), text)) {
         box.restore();
         return;
@@ -67,11 +75,19 @@ void BillPane::writeBox(BillTextBox& box, const BillColumn& column) {
         if (bill(row).id == box.billId())
             setCell(row, column, text);
     }
+    m_library.did(changeOf(m_library.shownBill(), column, isChanged));
+    if (isChanged && !billExists(m_library.connection(), box.billId()))
+        showMessage(u"这条清单已被另一个程序删除，刚才输入的内容没有写入：\r\n"_s + text, u"提示"_s,
+                    MessageIcon::Exclamation);
 }
 
 bool BillPane::commitPending() {
     const bool closed = m_grdBillList->commitEdit();
+    commitTexts();
+    return closed;
+}
+
+void BillPane::commitTexts() {
     m_txtRule->commitChange();
     m_txtContent->commitChange();
-    return closed;
 }

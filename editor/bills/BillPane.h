@@ -45,6 +45,9 @@ public:
     /// Ends an open cell editor as an edit and writes changed text boxes. False when an editor stays open.
     bool commitPending();
 
+    /// Writes changed text boxes.
+    void commitTexts();
+
     void mnuAddBill_Click();
     void mnuDeleteBill_Click();
     /// Lists the bills whose codes contain `text`.

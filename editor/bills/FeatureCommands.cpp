@@ -32,18 +32,21 @@ void FeaturePane::mnuAddFeature_Click() {
         const int row = m_grdSpec->appendRow({{"id", QString::number(*added)}, {"Name", name}, {"type", u"0"_s}});
         m_grdSpec->setCell(row, u"Name"_s);
         m_grdSpec->setFocus();
+        m_library.did(u"添加项目特征 "_s + name);
     });
 }
 
 void FeaturePane::mnuDeleteFeature_Click() {
     guarded({"frmEditor", "mnuDeleteFeature_Click"}, [this] {
         const int row = m_grdSpec->row();
+        const QString name = m_grdSpec->text(row, u"Name"_s);
         if (row < 0 || !deleteFeature(m_library.connection(), m_grdSpec->value(row, id)))
             return;
         m_grdSpec->removeRows(row);
         stayAtRow(m_grdSpec, row);
         if (!m_grdSpec->hasRows())
             grdSpec_AfterRowColChange(-1);
+        m_library.did(u"删除项目特征 "_s + name);
     });
 }
 
@@ -59,15 +62,18 @@ void FeaturePane::mnuAddFeatureVal_Click() {
             m_grdSpecEnum->appendRow({{"ID", QString::number(*added)}, {"isUse", CheckState::of(false)}}),
             u"eigenValue"_s);
         m_grdSpecEnum->setFocus();
+        m_library.did(u"添加特征值"_s);
     });
 }
 
 void FeaturePane::mnuDeleteFeatureVal_Click() {
     guarded({"frmEditor", "mnuDeleteFeatureVal_Click"}, [this] {
         const int row = m_grdSpecEnum->row();
+        const QString value = m_grdSpecEnum->text(row, u"eigenValue"_s);
         if (row < 0 || !deleteFeatureVal(m_library.connection(), m_grdSpecEnum->value(row, id)))
             return;
         m_grdSpecEnum->removeRows(row);
         stayAtRow(m_grdSpecEnum, row);
+        m_library.did(u"删除特征值 "_s + value);
     });
 }

@@ -50,7 +50,7 @@ std::optional<qint64> addFeatureVal(Connection* ormConn, qint64 specId) {
 
 bool deleteFeatureVal(Connection* ormConn, qint64 id) {
     return guarded({"frmEditor", "mnuDeleteFeatureVal_Click"}, [&] {
-        requireConnection(ormConn).Execute(sql("DELETE FROM tblSpecEnum WHERE ID='", id, "';"));
+        requireConnection(ormConn).Write(sql("DELETE FROM tblSpecEnum WHERE ID='", id, "';"));
         return true;
     });
 }

@@ -48,6 +48,7 @@ void ChapterPane::mnuAddContent_Click() {
         tvSYB_NodeClick(lastSibling ? m_tvSYB->addNodeAfter(lastSibling, key, text, code)
                                     : m_tvSYB->addNode(nullptr, key, text, code));
         m_tvSYB->setFocus();
+        m_library.did(u"添加目录 "_s + text);
     });
 }
 
@@ -65,6 +66,7 @@ void ChapterPane::mnuAddSubContent_Click() {
             return;
         tvSYB_NodeClick(m_tvSYB->addNode(parent, chapterKey(code), chapterText(code, name), code));
         m_tvSYB->setFocus();
+        m_library.did(u"添加子目录 "_s + chapterText(code, name));
     });
 }
 
@@ -75,8 +77,10 @@ void ChapterPane::mnuModifyContent_Click() {
             return;
         const QString name = askName(u"修改清单目录"_s, chapterName(selected));
         const QString code = KeyedTree::tag(selected);
-        if (!name.isEmpty() && ModifyBillSYB(m_library.connection(), code, name))
-            selected->setText(0, chapterText(code, name));
+        if (name.isEmpty() || !ModifyBillSYB(m_library.connection(), code, name))
+            return;
+        selected->setText(0, chapterText(code, name));
+        m_library.did(u"修改目录 "_s + selected->text(0));
     });
 }
 
@@ -85,7 +89,8 @@ void ChapterPane::mnuDeleteContent_Click() {
         KeyedTree::Node* selected = m_tvSYB->selectedNode();
         if (!selected)
             return;
-        const QString question = u"确实要删除 "_s + selected->text(0) + u" 吗?"_s;
+        const QString codeAndName = selected->text(0);
+        const QString question = u"确实要删除 "_s + codeAndName + u" 吗?"_s;
         if (!askYesNo(question, u"提示"_s, MessageIcon::Question))
             return;
         if (!DeleteBillSYB(m_library.connection(), KeyedTree::tag(selected)))
@@ -93,6 +98,7 @@ void ChapterPane::mnuDeleteContent_Click() {
         m_tvSYB->removeNode(selected);
         m_library.checkShownBill();
         tvSYB_NodeClick(m_tvSYB->selectedNode());
+        m_library.did(u"删除目录 "_s + codeAndName);
     });
 }
 
@@ -122,6 +128,7 @@ void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
         return;
     }
 
+    const QString name = chapterName(m_tvSYB->selectedNode());
     if (!ExchangeSYBNode(m_library.connection(), codeA, codeB))
         return;
     CreateTvwSYB();
@@ -129,4 +136,5 @@ void ChapterPane::swapWith(const KeyedTree::Node* sibling) {
     // A malformed code may have ended the rebuilding before the moved chapter: no node is selected and the list
     // emptied.
     tvSYB_NodeClick(GetTvwNode(m_tvSYB, chapterKey(codeB)));
+    m_library.did(u"移动目录 "_s + name);
 }

@@ -32,8 +32,8 @@ bool AddBillSYB(Connection* ormConn, const QString& code, const QString& name) {
             showMessage(u"目录编号已经存在!"_s, u"提示"_s, MessageIcon::Information);
             return false;
         }
-        requireConnection(ormConn).Execute(sql("INSERT INTO tblSYB (code,name,lastUpdate,IsDel) VALUES ", "('", code,
-                                               "','", name, "','", nowText(), "',0);"));
+        requireConnection(ormConn).Write(sql("INSERT INTO tblSYB (code,name,lastUpdate,IsDel) VALUES ", "('", code,
+                                             "','", name, "','", nowText(), "',0);"));
         return true;
     });
 }
@@ -41,7 +41,7 @@ bool AddBillSYB(Connection* ormConn, const QString& code, const QString& name) {
 bool ModifyBillSYB(Connection* ormConn, const QString& code, const QString& name) {
     // Error records of this procedure have always had an empty procedure name.
     return guarded({"frmEditor", ""}, [&] {
-        requireConnection(ormConn).Execute(
+        requireConnection(ormConn).Write(
             sql("UPDATE tblSYB SET name='", name, "',lastUpdate='", nowText(), "' WHERE code='", code, "';"));
         return true;
     });

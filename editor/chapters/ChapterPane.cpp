@@ -1,5 +1,6 @@
 #include "editor/chapters/ChapterPane.h"
 
+#include <QScrollBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -26,6 +27,28 @@ void ChapterPane::addToolBar(QToolBar* bar) { m_layout->insertWidget(m_layout->i
 void ChapterPane::CreateTvwSYB() {
     guarded({"frmEditor", "CreateTvwSYB"}, [this] { buildChapterTree(m_library.connection(), m_tvSYB); });
     m_library.setChapter(KeyedTree::tag(m_tvSYB->selectedNode()));
+}
+
+QString ChapterPane::showAfresh(const QString& code) {
+    QStringList open;
+    for (const KeyedTree::Node* node : m_tvSYB->nodes())
+        if (node->isExpanded())
+            open << KeyedTree::key(node);
+    const int scrolledTo = m_tvSYB->verticalScrollBar()->value();
+    guarded({"frmEditor", "CreateTvwSYB"}, [this] { buildChapterTree(m_library.connection(), m_tvSYB); });
+    for (const QString& key : open)
+        if (KeyedTree::Node* node = m_tvSYB->node(key))
+            node->setExpanded(true);
+    if (code.isEmpty()) {
+        m_tvSYB->selectNode(nullptr);
+        return {};
+    }
+    KeyedTree::Node* nearest = nullptr;
+    for (QString above = code; !nearest && !above.isEmpty(); above.chop(2))
+        nearest = GetTvwNode(m_tvSYB, chapterKey(above));
+    m_tvSYB->verticalScrollBar()->setValue(scrolledTo);
+    m_tvSYB->selectNode(nearest ? nearest : m_tvSYB->firstNode());
+    return KeyedTree::tag(m_tvSYB->selectedNode());
 }
 
 void ChapterPane::tvSYB_NodeClick(KeyedTree::Node* node) {

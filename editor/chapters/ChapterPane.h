@@ -27,6 +27,10 @@ public:
     /// Rebuilds the tree from the library and selects its first node, without a node click. See buildChapterTree().
     void CreateTvwSYB();
 
+    /// Rebuilds the tree and opens the nodes that were open. Gives the code of the chapter that is selected then:
+    /// `code`, or the nearest one above it that there is, or the first; empty when there is none to select.
+    QString showAfresh(const QString& code);
+
     /// The one place where the user's choice of a chapter is handled: selects the node and has its bills listed.
     void tvSYB_NodeClick(KeyedTree::Node* node);
 

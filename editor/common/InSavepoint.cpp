@@ -1,6 +1,7 @@
 #include "editor/common/InSavepoint.h"
 
 #include "app/base/Guarded.h"
+#include "storage/Connection.h"
 #include "storage/Savepoint.h"
 
 bool inSavepoint(const char* command, Connection* ormConn, const std::function<bool(Connection&)>& writes,
@@ -18,6 +19,7 @@ bool inSavepoint(const char* command, Connection* ormConn, const std::function<b
             started = SetSP(name, ormConn);
             if (!started)
                 return false;
+            ormConn->prepareToWrite();
             return (writes(*ormConn) && ReleaseSP(name, ormConn, started)) || undo();
         },
         undo);

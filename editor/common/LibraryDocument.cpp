@@ -17,16 +17,25 @@ void keepOpen(std::unique_ptr<Connection> connection) {
 
 }  // namespace
 
+LibraryDocument::LibraryDocument(LibraryView* view) : m_view(view) {}
+
 LibraryDocument::~LibraryDocument() { close(); }
 
 bool LibraryDocument::open(const QString& path) {
     m_connection = GetOrmConn(path);
+    if (m_connection && m_view) {
+        guarded({"frmEditor", "Form_Load"}, [this] {
+            m_history = std::make_unique<LibraryHistory>(*m_connection, *m_view);
+            connect(m_history.get(), &LibraryHistory::said, this, &LibraryDocument::said);
+        });
+    }
     return m_connection != nullptr;
 }
 
 void LibraryDocument::close() {
     if (!m_connection)
         return;
+    m_history.reset();
     const bool closed = guarded({"frmEditor", "Form_Unload"}, [this] {
         if (m_connection->State() != 1)
             return true;
@@ -41,17 +50,17 @@ void LibraryDocument::close() {
     m_connection.reset();
 }
 
+void LibraryDocument::did(const QString& what) {
+    if (m_history)
+        m_history->did(what);
+}
+
 void LibraryDocument::setChapter(const QString& code) {
     m_chapter = code;
     Q_EMIT chapterChanged();
 }
 
-void LibraryDocument::showChapter(const QString& code) {
-    if (holdsBills(code))
-        show(code, {Listing::Of::Chapter, code});
-    else
-        show(code, {});
-}
+void LibraryDocument::showChapter(const QString& code) { show(code, listingOf(code)); }
 
 void LibraryDocument::showQuery(const QString& text) {
     if (!m_chapter.isEmpty())
@@ -65,7 +74,7 @@ void LibraryDocument::leaveQuery() {
 }
 
 void LibraryDocument::show(const QString& chapter, const Listing& listing) {
-    const bool leaves = mayLeave();
+    const bool leaves = !m_view || m_view->commitPending();
     if (leaves) {
         m_chapter = chapter;
         m_listing = listing;
@@ -75,6 +84,22 @@ void LibraryDocument::show(const QString& chapter, const Listing& listing) {
     Q_EMIT chapterChanged();
     if (leaves)
         Q_EMIT listingChanged();
+}
+
+void LibraryDocument::showAfresh(const QString& chapter, const Listing& listing, const Bill& bill) {
+    const bool isListed = listing.of != Listing::Of::Nothing;
+    m_chapter = chapter;
+    m_listing = listing;
+    m_listing.failed = false;
+    Q_EMIT chapterChanged();
+    // The list makes one of its bills the current one. Without a list the details stay those of the last bill.
+    if (!isListed) {
+        setCurrentBill(bill.id == 0 ? std::nullopt : std::optional(bill));
+        checkShownBill();
+        if (m_shownBillGone)
+            setCurrentBill(std::nullopt);
+    }
+    Q_EMIT listingChanged();
 }
 
 void LibraryDocument::setCurrentBill(const std::optional<Bill>& bill) {

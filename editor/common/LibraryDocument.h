@@ -2,23 +2,13 @@
 
 #include <QObject>
 #include <QString>
-#include <functional>
 #include <memory>
 #include <optional>
 
 #include "editor/common/Codes.h"
+#include "editor/common/LibraryHistory.h"
+#include "editor/common/Listing.h"
 #include "storage/Connection.h"
-
-/// What the bill list shows.
-struct Listing {
-    enum class Of { Nothing, Chapter, Query };
-
-    Of of = Of::Nothing;
-    /// The chapter's code, or what the codes of the bills contain.
-    QString text;
-    /// The bills could not be read: none are shown, though there may be some.
-    bool failed = false;
-};
 
 /// One open library: the connection on its file, and what its window shows of it.
 ///
@@ -28,6 +18,8 @@ class LibraryDocument : public QObject {
     Q_OBJECT
 
 public:
+    /// Without a view, which must outlive the document, nothing can be undone.
+    explicit LibraryDocument(LibraryView* view = nullptr);
     ~LibraryDocument() override;
 
     /// Opens the library file at `path` (created when missing). False after a recorded error; there is no connection
@@ -38,6 +30,11 @@ public:
     void close();
     /// The connection on the library; null when it is not open.
     Connection* connection() const { return m_connection.get(); }
+
+    /// The steps done in this window; null when the library is not open.
+    LibraryHistory* history() const { return m_history.get(); }
+    /// Something was written to the library, as a step that can be taken back; `what` says in words what was done.
+    void did(const QString& what);
 
     /// Id of the library's default ration library; empty when it has none.
     const QString& defaultRationLibrary() const { return m_defaultRationLibrary; }
@@ -77,8 +74,9 @@ public:
     /// Reads again whether there still is the bill shown, and which code it has: chapters were deleted or moved.
     void checkShownBill();
 
-    /// Ends what is still being typed in the window as edits. False when one was refused and stays open.
-    std::function<bool()> commitPending;
+    /// Shows the library as it is now: the chapter `chapter` is current, `listing` is listed, and the details are those
+    /// of `bill` when there is one of that id.
+    void showAfresh(const QString& chapter, const Listing& listing, const Bill& bill);
 
 Q_SIGNALS:
     /// Another chapter is current, or none.
@@ -90,13 +88,14 @@ Q_SIGNALS:
     /// The bill shown has been deleted.
     void shownBillLost();
     /// Something the user should know, in words for the status bar.
-    void said(const QString& text);
+    void said(const QString& text, LibraryHistory::Offer offer = LibraryHistory::Offer::Nothing);
 
 private:
-    bool mayLeave() const { return !commitPending || commitPending(); }
     void show(const QString& chapter, const Listing& listing);
 
+    LibraryView* m_view;
     std::unique_ptr<Connection> m_connection;
+    std::unique_ptr<LibraryHistory> m_history;
     QString m_defaultRationLibrary;
     QString m_chapter;
     QString m_chapterBeforeQuery;

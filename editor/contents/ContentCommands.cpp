@@ -71,6 +71,7 @@ void ContentPane::munAddBillCont_Click() {
         insertNode(
             at, {{"contID", QString::number(*id)}, {"contNum", QString::number(content.num)}, {"cont", content.name}},
             contentLevel);
+        m_library.did(u"添加工作内容 "_s + content.name);
     });
 }
 
@@ -99,6 +100,7 @@ void ContentPane::munAddBillSubCont_Click() {
             m_grdConcent->setText(below, subNum, stepped(*m_grdConcent, below, subNum, 1));
         insertNode(at, {{"contID", QString::number(content)}, {"subNum", QString::number(number)}, {"cont", name}},
                    subContentLevel);
+        m_library.did(u"添加二级工作内容 "_s + name);
     });
 }
 
@@ -131,7 +133,8 @@ void ContentPane::munAddBillContDe_Click() {
 void ContentPane::mnuDelBillCont_Click() {
     guarded({"frmEditor", "mnuDelBillCont_Click"}, [this] {
         const int row = m_grdConcent->row();
-        if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
+        const QString text = m_grdConcent->text(row, cont);
+        if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + text + u" ？"_s))
             return;
         if (!deleteContent(m_library.connection(), m_grdConcent->value(row, contID), m_grdConcent->value(row, contNum),
                            m_library.shownBill().id))
@@ -139,13 +142,15 @@ void ContentPane::mnuDelBillCont_Click() {
         for (int next = m_grdConcent->nextSibling(row); next >= 0; next = m_grdConcent->nextSibling(next))
             m_grdConcent->setText(next, contNum, stepped(*m_grdConcent, next, contNum, -1));
         removeNode(row);
+        m_library.did(u"删除工作内容 "_s + text);
     });
 }
 
 void ContentPane::munDelBillSubCont_Click() {
     guarded({"frmEditor", "munDelBillSubCont_Click"}, [this] {
         const int row = m_grdConcent->row();
-        if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
+        const QString text = m_grdConcent->text(row, cont);
+        if (row < 0 || !askYesNo(u"确认删工作内容指引 "_s + text + u" ？"_s))
             return;
         if (!deleteSubContent(m_library.connection(), m_grdConcent->value(row, contID),
                               m_grdConcent->value(row, subNum)))
@@ -154,20 +159,24 @@ void ContentPane::munDelBillSubCont_Click() {
              next < m_grdConcent->rowCount() && m_grdConcent->level(next) != contentLevel; ++next)
             m_grdConcent->setText(next, subNum, stepped(*m_grdConcent, next, subNum, -1));
         removeNode(row);
+        m_library.did(u"删除二级工作内容 "_s + text);
     });
 }
 
 void ContentPane::munDelBillContDe_Click() {
     guarded({"frmEditor", "munDelBillContDe_Click"}, [this] {
         const int row = m_grdConcent->row();
-        if (row < 0 || !askYesNo(u"确认删除定额 "_s + m_grdConcent->text(row, cont) + u" ？"_s))
+        const QString text = m_grdConcent->text(row, cont);
+        if (row < 0 || !askYesNo(u"确认删除定额 "_s + text + u" ？"_s))
             return;
         const bool first = row > 0 && m_grdConcent->level(row - 1) == subContentLevel;
         const bool beforeSubContent =
             row + 1 < m_grdConcent->rowCount() && m_grdConcent->level(row + 1) == subContentLevel;
         const RationRow becomes = !first || beforeSubContent ? RationRow::Removed : RationRow::Cleared;
-        if (deleteRation(m_library.connection(), m_grdConcent->value(row, contDeID), becomes))
-            removeNode(row);
+        if (!deleteRation(m_library.connection(), m_grdConcent->value(row, contDeID), becomes))
+            return;
+        removeNode(row);
+        m_library.did(u"删除定额 "_s + text);
     });
 }
 

@@ -83,11 +83,16 @@ EditVerdict ContentPane::validateText(int row, QString& text) {
     const qint64 content = m_grdConcent->value(row, contID);
     // What is refused stays in the editor, to be put right.
     const auto accepted = [](bool done) { return done ? EditVerdict::Accept : EditVerdict::KeepOpen; };
+    const auto written = [&](bool done) {
+        if (done)
+            m_library.did(u"修改工作内容 "_s + text);
+        return accepted(done);
+    };
     switch (m_grdConcent->level(row)) {
         case contentLevel:
-            return accepted(ModifyCont(m_library.connection(), content, text));
+            return written(ModifyCont(m_library.connection(), content, text));
         case subContentLevel:
-            return accepted(ModifySubCont(m_library.connection(), content, m_grdConcent->value(row, subNum), text));
+            return written(ModifySubCont(m_library.connection(), content, m_grdConcent->value(row, subNum), text));
         default:
             break;
     }
@@ -147,7 +152,7 @@ ContentPane::Setting ContentPane::setRation(int row, const QString& deh, const Q
         m_grdConcent->setText(row, dekName, dekID);
         for (const QString& key : {cont, dekName})
             m_grdConcent->setPending(row, key, false);
-
+        m_library.did(u"选用定额 "_s + m_grdConcent->text(row, cont));
         return Setting::Written;
     });
 }

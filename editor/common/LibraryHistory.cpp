@@ -1,0 +1,150 @@
+#include "editor/common/LibraryHistory.h"
+
+#include <QScopedValueRollback>
+#include <utility>
+
+#include "app/base/Error.h"
+#include "app/base/Guarded.h"
+#include "storage/Connection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype mostBytes = 64 << 20;
+/// The number of SQLite's error for a file that others are using.
+constexpr int isBusy = 5;
+
+}  // namespace
+
+LibraryHistory::LibraryHistory(Connection& connection, LibraryView& view)
+    : m_connection(connection), m_view(view), m_changes(connection), m_shown(connection) {
+    m_connection.beforeWriting = [this] { aboutToWrite(); };
+    connect(&UserEvent::instance(), &UserEvent::over, this, &LibraryHistory::eventIsOver);
+}
+
+LibraryHistory::~LibraryHistory() { m_connection.beforeWriting = nullptr; }
+
+void LibraryHistory::aboutToWrite() {
+    if (m_shown.isChanged())
+        throw Error(isBusy, u"另一个程序刚刚修改了这个清单库，操作没有执行；窗口已按文件重新显示，请再操作一次"_s);
+    if (!std::exchange(m_isStepBegun, true))
+        m_before = m_view.place();
+}
+
+void LibraryHistory::takeChanges() {
+    if (const QByteArray changes = m_changes.take(); !changes.isEmpty())
+        m_unnamed.push_back(changes);
+    m_isStepBegun = false;
+    m_shown.acceptOwnWrites();
+}
+
+void LibraryHistory::did(const QString& what) {
+    guarded({"LibraryHistory", "did"}, [&] {
+        const ViewPlace before = m_before;
+        takeChanges();
+        if (what.isEmpty() || m_unnamed.isEmpty())
+            return;
+        const bool isOneRow = m_unnamed.size() == 1 && ChangeRecorder::isUpdateOfOneRow(m_unnamed.front());
+        m_done.push_back({what, std::exchange(m_unnamed, {}), before, m_view.place(), m_othersWrites, isOneRow});
+        m_undone.clear();
+        dropOldest();
+        Q_EMIT said(u"已"_s + what, Offer::Undo);
+    });
+}
+
+void LibraryHistory::dropOldest() {
+    qsizetype bytes = 0;
+    for (const Step& step : m_done)
+        for (const QByteArray& changes : step.changes)
+            bytes += changes.size();
+    for (; bytes > mostBytes && !m_done.empty(); m_done.pop_front())
+        for (const QByteArray& changes : m_done.front().changes)
+            bytes -= changes.size();
+}
+
+/// Whether the step's rows were as it needs them: what it did is taken back then, or done once more. Throws Error; then
+/// and otherwise nothing is written.
+bool LibraryHistory::apply(const Step& step, ChangeRecorder::Direction direction) {
+    if (step.othersWrites != m_othersWrites && !step.isOneRow)
+        return false;
+    m_connection.commitLeftovers();
+    takeChanges();
+    m_connection.Execute("BEGIN IMMEDIATE;");
+    try {
+        aboutToWrite();
+        QList<QByteArray> unnamed = m_unnamed;
+        bool applies = true;
+        while (applies && !unnamed.isEmpty())
+            applies = m_changes.apply(unnamed.takeLast(), ChangeRecorder::Direction::Backward);
+        QList<QByteArray> changes = step.changes;
+        while (applies && !changes.isEmpty())
+            applies = m_changes.apply(
+                direction == ChangeRecorder::Direction::Backward ? changes.takeLast() : changes.takeFirst(), direction);
+        m_connection.Execute(applies ? SqlText("COMMIT;") : SqlText("ROLLBACK;"));
+        if (applies)
+            m_unnamed.clear();
+        takeChanges();
+        return applies;
+    } catch (...) {
+        m_isStepBegun = false;
+        if (m_connection.isInTransaction())
+            m_connection.Execute("ROLLBACK;");
+        throw;
+    }
+}
+
+void LibraryHistory::go(ChangeRecorder::Direction direction) {
+    const bool back = direction == ChangeRecorder::Direction::Backward;
+    guarded({"LibraryHistory", back ? "undo" : "redo"}, [&] {
+        if (!m_view.commitPending())
+            return;
+        Steps& from = back ? m_done : m_undone;
+        Steps& to = back ? m_undone : m_done;
+        if (from.empty()) {
+            Q_EMIT said(back ? u"没有可以撤消的操作"_s : u"没有可以重做的操作"_s, Offer::Nothing);
+            return;
+        }
+        const Step step = from.back();
+        if (!apply(step, direction)) {
+            // Steps that came before it only fit what it would have left.
+            from.clear();
+            Q_EMIT said((back ? u"不能撤消："_s : u"不能重做："_s) + step.what + u"。另一个程序已经修改了有关的内容"_s,
+                        Offer::Nothing);
+            return;
+        }
+        to.push_back(step);
+        from.pop_back();
+        m_view.showAfresh(back ? step.before : step.after);
+        Q_EMIT said((back ? u"已撤消："_s : u"已重做："_s) + step.what, back ? Offer::Redo : Offer::Undo);
+    });
+}
+
+bool LibraryHistory::showChangesOfOthers() {
+    return guarded({"LibraryHistory", "showChangesOfOthers"}, [this] {
+        // What is not committed yet is known to nobody else, and nobody else can write.
+        if (m_isShowing || m_connection.isInTransaction() || !m_shown.isChanged())
+            return false;
+        const QScopedValueRollback showing(m_isShowing, true);
+        m_shown.accept();
+        ++m_othersWrites;
+        m_view.showAfresh(m_view.place());
+        Q_EMIT said(u"另一个程序修改了这个清单库，已重新显示"_s, Offer::Nothing);
+        return true;
+    });
+}
+
+void LibraryHistory::showReplacedFile() {
+    guarded({"LibraryHistory", "showReplacedFile"}, [this] {
+        if (!showChangesOfOthers() && !m_connection.isInTransaction() && m_shown.isTouched())
+            m_view.showAfresh(m_view.place());
+    });
+}
+
+void LibraryHistory::eventIsOver() {
+    // A command that failed half-way leaves what it has done, and says nothing of it.
+    if (m_isStepBegun && m_changes.hasChanges())
+        did(u"执行了一部分没有完成的操作"_s);
+    m_isStepBegun = false;
+    showChangesOfOthers();
+}

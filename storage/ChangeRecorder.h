@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QByteArray>
+
+class Connection;
+struct sqlite3_session;
+
+/// Records what is changed in the tables of a library through one connection, so that it can be taken back.
+///
+/// A record is one of SQLite's changesets: the rows that were added, removed or changed, with their values before and
+/// after. What is rolled back is in no record. Only the library's own file is recorded, and of it only the tables; the
+/// counters of row ids stay where they are.
+class ChangeRecorder {
+public:
+    /// Records from now on. `connection` must be open, and stay so for as long as the recorder lives. Throws Error.
+    explicit ChangeRecorder(Connection& connection);
+    ~ChangeRecorder();
+    ChangeRecorder(const ChangeRecorder&) = delete;
+    ChangeRecorder& operator=(const ChangeRecorder&) = delete;
+
+    /// Whether anything may have changed since take().
+    bool hasChanges() const;
+    /// What has changed since the last call, empty for nothing; recording begins anew. Throws Error.
+    QByteArray take();
+
+    /// Whether the changes of a record are those of one row, which was there before and after.
+    static bool isUpdateOfOneRow(const QByteArray& changes);
+
+    enum class Direction { Backward, Forward };
+    /// Takes what `changes` says back, or does it once more, within the open transaction, unrecorded. False when a row
+    /// is not as the record needs it; the transaction is to be rolled back then. Throws Error.
+    [[nodiscard]] bool apply(const QByteArray& changes, Direction direction);
+
+private:
+    void begin();
+    qint64 schemaVersion() const;
+
+    Connection& m_connection;
+    sqlite3_session* m_session = nullptr;
+    /// A table that looks different now would be passed over in silence.
+    qint64 m_schema;
+};
