@@ -6,10 +6,8 @@
 #include <QTest>
 
 #include "app/base/Guarded.h"
-#include "app/base/Paths.h"
 #include "app/controls/CommandBars.h"
 #include "app/controls/KeyedTree.h"
-#include "tests/support/SampleProgram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -142,12 +140,4 @@ TEST(CommandBarsTest, RunOnlyWhatIsThereAndEnabledOnceTypedTextIsCommitted) {
     own->addActions({{1, u"关闭"_s, {}, {}, {}, [&] { delete closing; }}});
     own->execute(1);
     EXPECT_FALSE(closing);
-}
-
-TEST(CommandBarsTest, EachIconOfTheStripHasAPixmapForBothDensities) {
-    const std::vector<QIcon> icons = iconsFromStrip(joinPath(builtProgramFolder(), u"Res/Icons/ToolBar.bmp"_s));
-    ASSERT_EQ(icons.size(), 15U);
-    for (const QIcon& icon : icons)
-        EXPECT_NE(icon.pixmap(QSize(20, 20), 2.0).toImage(), icon.pixmap(QSize(20, 20), 1.0).toImage().scaled(40, 40));
-    EXPECT_TRUE(iconsFromStrip(u"nowhere.bmp"_s).empty());
 }
