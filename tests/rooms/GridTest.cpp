@@ -7,9 +7,9 @@
 #include <QWheelEvent>
 
 #include "app/base/Guarded.h"
-#include "app/controls/Marks.h"
 #include "app/controls/UiHelpers.h"
 #include "tests/rooms/GridWindow.h"
+#include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;
 
@@ -108,21 +108,18 @@ TEST_F(GridRows, TheGrowingColumnGivesWayButKeepsTheWidthThatAUserChose) {
     // It gives way no further than its caption.
     EXPECT_GE(widthIn(120), grid.fontMetrics().horizontalAdvance(u"清单名称"_s));
     const int before = widthIn(480);
-
     // The user drags the line behind the column.
-    QWidget* header = grid.horizontalHeader()->viewport();
     const QPoint line(grid.columnViewportPosition(grid.column(unit)) - 1, 5), to = line + QPoint(30, 0);
+    QWidget* header = grid.horizontalHeader()->viewport();
     QTest::mousePress(header, Qt::LeftButton, {}, line);
     QMouseEvent move(QEvent::MouseMove, to, header->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
     QApplication::sendEvent(header, &move);
     QTest::mouseRelease(header, Qt::LeftButton, {}, to);
-    EXPECT_EQ(widthIn(1100), before + 30);
-    EXPECT_EQ(widthIn(300), before + 30);
+    EXPECT_TRUE(widthIn(1100) == before + 30 && widthIn(300) == before + 30);
     KeyedGrid later;
     later.setObjectName(u"grdWidths"_s);
     later.setColumns({{name, name, 3000}, {unit, unit, 1155}});
-    EXPECT_EQ(later.columnWidth(0), before + 30);
-    EXPECT_EQ(later.columnWidth(1), 1155 / 15);
+    EXPECT_TRUE(later.columnWidth(0) == before + 30 && later.columnWidth(1) == 1155 / 15);
 }
 
 TEST_F(GridOutline, ClosedNodesHideWhatIsBelowThemAndOpenAsTheyWere) {
@@ -195,22 +192,17 @@ TEST(GridHeader, EqualNeighbouringCaptionsMerge) {
     EXPECT_GT(line(), separate);
 }
 
-TEST(UiHelpers, TheWheelTurnsABoxOnlyWithTheFocusAndOnlyTheBeginningOfAMonstrousTextIsShown) {
+TEST(UiHelpers, TheWheelTurnsABoxOnlyWithTheFocus) {
     QWidget window;
     QComboBox box(&window), other(&window);
     box.addItems({u"建筑"_s, u"装饰"_s});
     turnByWheelOnlyWithFocus(&box);
     window.show();
-    window.activateWindow();
-    (void)QTest::qWaitForWindowActive(&window);
+    EXPECT_TRUE(makeActive(&window));
     for (QComboBox* focused : {&other, &box}) {
         focused->setFocus();
         QWheelEvent wheel({1, 1}, box.mapToGlobal(QPointF(1, 1)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
         QApplication::sendEvent(&box, &wheel);
         EXPECT_EQ(box.currentIndex(), focused == &box ? 1 : 0);
     }
-    const QString monstrous(5000, u'长');
-    EXPECT_EQ(Theme::oneLine(monstrous).size(), 2000);
-    EXPECT_EQ(Theme::plainToolTip(monstrous).count(u'长'), 2000);
-    EXPECT_EQ(Theme::oneLine(u"a\r\nb\tc\u2028d"_s), u"a b c d"_s);
 }
