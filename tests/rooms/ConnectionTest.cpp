@@ -58,17 +58,15 @@ TEST_F(ConnectionTest, RunsExactlyOneStatementAndReadsRowsForward) {
     EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 3);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "no side files";
 
-    Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a");
-    EXPECT_TRUE(rows.number("ID") == 1 && rows.text("B").isEmpty() && rows.number("b") == 0);
+    Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a DESC");
+    EXPECT_TRUE(rows.number("ID") == 3 && rows.number("B") == 12 && rows.joined(u"|"_s) == u"3|12😀"_s);
     rows.MoveNext();
     EXPECT_TRUE(rows.text("b").endsWith(u'A'));
     rows.MoveNext();
-    EXPECT_EQ(rows.number("b"), 12);
-    EXPECT_EQ(rows.joined(u"|"_s), u"3|12😀"_s);
+    EXPECT_TRUE(rows.text("b").isEmpty() && rows.number("b") == 0);
     EXPECT_EQ(errorNumber([&] { rows.text("none"); }), 3265);
     rows.MoveNext();
     rows.MoveNext();
-    EXPECT_TRUE(rows.EndOfFile());
     EXPECT_EQ(errorNumber([&] { rows.text("b"); }), 3021);
 }
 
@@ -77,20 +75,21 @@ TEST_F(ConnectionTest, SaysInTheUsersWordsWhatHappened) {
     overwrite(foreign, QByteArray(4096, 'x'));
     connection.OpenRecordset("PRAGMA busy_timeout=0");
     Connection other;
-    const auto open = [&](const QString& file) { return [&other, file] { other.Open(file, QString(), 6); }; };
-    const auto run = [&](const SqlText& statement) { return [&, statement] { connection.Execute(statement); }; };
-    const auto insert = run("INSERT INTO t(b) VALUES('x')");
-    {
-        OtherProgram writer(path);
-        writer.run("BEGIN EXCLUSIVE");
-        EXPECT_EQ(errorOf(insert), u"5 文件正被其他程序占用，请关闭该程序后重试（database is locked）"_s);
-    }
+    const auto insert = [this] { connection.Execute("INSERT INTO t(b) VALUES('x')"); };
     const std::pair<std::function<void()>, QString> cases[] = {
-        {run(sql("UPDATE t SET b='", u"x'y"_s, "'")),
+        {[&] {
+             OtherProgram writer(path);
+             writer.run("BEGIN EXCLUSIVE");
+             insert();
+         },
+         u"5 文件正被其他程序占用，请关闭该程序后重试（database is locked）"_s},
+        {[&] { connection.Execute(sql("UPDATE t SET b='", u"x'y"_s, "'")); },
          u"1 文字中不能有英文单引号（'），请改用中文引号（near \"'y\": syntax error）"_s},
-        {run("DELETE FROM gone"), u"1 文件中没有所需的表，可能不是本程序的文件，请核对文件（no such table: gone）"_s},
-        {open(foreign), u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s},
-        {open(folder.path()), u"14 "_s},
+        {[&] { connection.Execute("DELETE FROM gone"); },
+         u"1 文件中没有所需的表，可能不是本程序的文件，请核对文件（no such table: gone）"_s},
+        {[&] { other.Open(foreign, QString(), 6); },
+         u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s},
+        {[&] { other.Open(folder.path(), QString(), 6); }, u"14 "_s},
         {[&] { other.Execute("SELECT 1"); }, u"21 "_s},
         {[&] {
              insert();

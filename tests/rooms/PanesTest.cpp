@@ -88,7 +88,7 @@ TEST_F(Panes, WriteABoxOnceEachTimeItIsLeftButLentOnlyWhenChanged) {
     }
 }
 
-TEST(BillTextBox, KeepsWhatTheToolkitWouldReplaceAndLocksMonstrousTexts) {
+TEST(BillTextBox, KeepsWhatTheToolkitWouldReplace) {
     BillTextBox box;
     const QString stored = u"a\u00a0b\u2028c\r\nd😀"_s;
     box.showText(1, stored);
@@ -105,16 +105,6 @@ TEST(BillTextBox, KeepsWhatTheToolkitWouldReplaceAndLocksMonstrousTexts) {
     box.showText(1, u"line feeds\nalone"_s);
     QTest::keyClick(&box, Qt::Key_Return);
     EXPECT_EQ(box.text(), u"\nline feeds\nalone"_s);
-    const QString line(20'000, u'x');
-    for (const auto& [text, shown] : {std::pair(line, 20'000),
-                                      {line + u'x', 20'000},
-                                      {(line + u'\n').repeated(9), 9 * 20'001},
-                                      {(line + u'\n').repeated(10), 200'000}}) {
-        box.showText(1, text);
-        EXPECT_EQ(box.toPlainText().size(), shown);
-        EXPECT_EQ(box.isReadOnly(), shown < text.size());
-        EXPECT_TRUE(box.text() == text);
-    }
 }
 
 TEST_F(Panes, LetEachRowBeChangedInItsWay) {

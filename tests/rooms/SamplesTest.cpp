@@ -42,11 +42,8 @@ TEST(Samples, HaveNoRowThatIsWrong) {
     EXPECT_GE(count("rations"), 1000);
     EXPECT_GE(count("(SELECT DISTINCT DekID FROM rations)"), 4);
     for (const SqlText& wrong :
-         {SqlText("SELECT Code FROM tblSYB WHERE length(Code)>2 AND substr(Code,1,length(Code)-2) NOT IN "
-                  "(SELECT Code FROM tblSYB)"),
-          SqlText("SELECT Code FROM tblBill WHERE substr(Code,1,6) NOT IN (SELECT Code FROM tblSYB) OR length(Code)<>9 "
+         {SqlText("SELECT Code FROM tblBill WHERE substr(Code,1,6) NOT IN (SELECT Code FROM tblSYB) OR length(Code)<>9 "
                   "OR Name='' OR Unit='' OR Rule='' OR Cont NOT LIKE '1.%'"),
-          SqlText("SELECT substr(Code,1,6) FROM tblBill GROUP BY 1 HAVING max(substr(Code,7))+0<>count(*)"),
           SqlText("SELECT BillID FROM tblCont GROUP BY 1 HAVING max(Num)<>count(*)"),
           SqlText("SELECT ContID FROM tblContDe GROUP BY 1 HAVING max(SubNum)<>count(DISTINCT SubNum)"),
           SqlText("SELECT ContID FROM tblContDe GROUP BY ContID,SubNum HAVING count(DISTINCT SubCont)<>1"),
