@@ -99,6 +99,9 @@ TEST(Writing, StampsTheRowsThatTheUserChanges) {
         EXPECT_FALSE(writes(nullptr));
         EXPECT_EQ(StampedLibrary().stampedBy(writes), stamped);
     }
+    // The row that takes the first ration of a second-level content.
+    EXPECT_EQ(GetSubContID(StampedLibrary().connection(), 1, 1), 1);
+    EXPECT_EQ(GetSubContID(StampedLibrary().connection(), 1, 3), 0);
 }
 
 TEST(Writing, LeavesWhatWasDoneBeforeAFailureWhereItIsNotRolledBack) {
