@@ -151,7 +151,6 @@ TEST_F(MainWindow, HasOneSetOfMenusWithoutAndOneWithLibraries) {
 
 TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
     load(u"copy.bdb"_s);
-    load(u"c.bdb"_s);
     ModalAnswers answers;
     answers.closeAnything();
     window.commandBars()->action(35003)->setProperty("parameter", u"x.bdb"_s);
@@ -166,13 +165,14 @@ TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
                            u"清单库编辑器: Open x.bdb"_s, u"打开"_s, u"退出程序: 确认要关闭窗体吗？"_s}));
     EXPECT_TRUE(window.isVisible());
     EXPECT_TRUE(makeActive(&window));
-    for (const auto& [close, left] : {std::pair(Qt::Key_E, 1), {Qt::Key_F4, 0}}) {
+    for (const Qt::Key close : {Qt::Key_E, Qt::Key_F4}) {
+        load(u"c.bdb"_s);
         auto* box = new GreedyBox(window.activeEditor());
         box->show();
         box->setFocus();
         QTest::keyClick(box, close, Qt::ControlModifier);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_EQ(window.editors().size(), left);
+        EXPECT_EQ(window.editors().size(), 1);
     }
     // Nothing can be hidden: there is no menu for it.
     auto* bar = window.findChild<QToolBar*>();
@@ -180,7 +180,6 @@ TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
     QCoreApplication::sendEvent(bar, &asked);
     EXPECT_FALSE(QApplication::activePopupWidget());
 
-    load(u"copy.bdb"_s);
     window.setWindowState(Qt::WindowNoState);
     window.resize(911, 622);
     EXPECT_TRUE(window.close());
