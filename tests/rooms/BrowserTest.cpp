@@ -13,12 +13,12 @@
 
 #include "app/base/UserSettings.h"
 #include "app/controls/CommandBars.h"
-#include "app/controls/KeyedGrid.h"
-#include "app/controls/KeyedTree.h"
 #include "ration_browser/ElidedLine.h"
 #include "ration_browser/RationReceiver.h"
+#include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/RationLibraries.h"
+#include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;
 
@@ -69,17 +69,13 @@ protected:
         browser->setParetnForm(&editor);
         browser->setDekID(QString::fromLatin1(dekId));
         browser->show();
-        browser->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(browser));
+        EXPECT_TRUE(makeActive(browser));
         tree = browser->tvRationContent();
         grid = browser->grdDEB();
     }
 
     void click(const char* key) const {
-        auto* node = tree->node(QString::fromLatin1(key));
-        ASSERT_TRUE(node) << key;
-        tree->scrollToItem(node);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
+        EditorDriver::click(tree, tree->node(QString::fromLatin1(key)));
         QCoreApplication::processEvents();
     }
 

@@ -2,7 +2,6 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
 #include <QScrollBar>
@@ -129,17 +128,9 @@ TEST_F(GridEditing, APressThatLostItsMeaningWhileTheEditEndedIsDropped) {
 
 TEST_F(GridEditing, ALongerTextThanTheLimitMayOnlyBecomeShorter) {
     grid.editLimit = [](int, const QString&) { return 4; };
-    grid.setText(1, name, {});
-    QApplication::clipboard()->setText(u"甲\r\n乙\t丙丁戊己"_s);
-    window.expect({{"type 一二三四五", "", "1 Name [一二三四]"},
-                   {"key Ctrl+A; key Ctrl+V; key Return", "asked 1 Name 甲 乙, edited 1 Name", "1 Name"},
-                   {"row 2; key F2; key Home; type x", "row 1>2, cell 2 Name", "2 Name [平整场地2]"}});
+    window.expect({{"key F2; key Home; type x", "", "1 Name [平整场地1]"}});
     window.lineEditor()->setSelection(0, 3);
-    window.expect({{"type xyz", "", "2 Name [xy地2]"}, {"key Ctrl+Z", "", "2 Name [平整场地2]"}});
-    // What the toolkit's editor would cut is not edited.
-    grid.cancelEdit();
-    grid.setText(2, name, QString(32768, u'w'));
-    window.expect({{"key F2; type x; double 2 Name", "double 2", "2 Name"}});
+    window.expect({{"type xyz", "", "1 Name [xy地1]"}, {"key Ctrl+Z", "", "1 Name [平整场地1]"}});
 }
 
 TEST_F(GridEditing, ADropDownListShowsTextsAndStoresValues) {
@@ -147,11 +138,12 @@ TEST_F(GridEditing, ADropDownListShowsTextsAndStoresValues) {
     grid.setComboList(type, u"#0; |#1;数值|#2;枚举|#3;计算"_s);
     const auto shown = [&] { return grid.model()->index(1, grid.column(type)).data().toString(); };
     EXPECT_EQ(shown(), u"数值"_s);
-    grid.setText(1, type, u"9"_s);
-    EXPECT_EQ(shown(), u"9"_s);
-
+    window.expect({{"cell 1 Type; click 1 Type", "cell 1 Type", "1 Type []"}});
+    ASSERT_TRUE(choice() && choice()->view()->isVisible());
+    EXPECT_EQ(choice()->currentText(), u"数值"_s);
+    grid.cancelEdit();
     // Esc closes the list, and with it the edit; the list of an unknown value marks nothing, so Enter chooses nothing.
-    window.does(u"cell 1 Type"_s);
+    grid.setText(1, type, u"9"_s);
     for (const auto& [open, close] :
          {std::pair("key F4", Qt::Key_Escape), {"key Alt+Down", Qt::Key_Escape}, {"key F2", Qt::Key_Return}}) {
         window.expect({{"focus", ""}, {open, "", "1 Type []"}});
@@ -162,15 +154,7 @@ TEST_F(GridEditing, ADropDownListShowsTextsAndStoresValues) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         window.expect({{"focus", "", "1 Type"}});
     }
-    EXPECT_EQ(grid.text(1, type), u"9"_s);
-
-    // By mouse: a double click from elsewhere opens the list, and so does a click on the current cell.
-    grid.setText(1, type, u"1"_s);
-    window.expect({{"cell 2 Name; double 1 Type", "row 1>2, cell 2 Name, row 2>1, cell 1 Type", "1 Type []"}});
-    grid.cancelEdit();
-    window.expect({{"click 1 Type", "", "1 Type []"}});
-    ASSERT_TRUE(choice() && choice()->view()->isVisible());
-    EXPECT_EQ(choice()->currentText(), u"数值"_s);
+    EXPECT_EQ(shown(), u"9"_s);
 }
 
 TEST_F(GridEditing, TheEllipsisButtonWorksInTheCurrentCellAndInItsEditor) {

@@ -53,12 +53,7 @@ void GridWindow::activate() {
 void GridWindow::fill(int rows) {
     grid.setRedraw(false);
     for (int i = 0; i < rows; ++i)
-        grid.appendRow({{"ID", QString::number(100 + i)},
-                        {"code", u"01010100%1"_s.arg(i)},
-                        {"NAME", u"平整场地%1"_s.arg(i)},
-                        {"Unit", u"m2"_s},
-                        {"Type", u"1"_s},
-                        {"Use", u"2"_s}});
+        grid.appendRow({{"NAME", u"平整场地%1"_s.arg(i)}, {"Unit", u"m2"_s}, {"Type", u"1"_s}, {"Use", u"2"_s}});
     grid.setRow(0);
     grid.setRedraw(true);
     told.clear();
