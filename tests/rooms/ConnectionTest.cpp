@@ -56,6 +56,7 @@ TEST_F(ConnectionTest, RunsExactlyOneStatementAndReadsRowsForward) {
     for (const SqlText& statement : {SqlText("INSERT INTO t(b) VALUES('x'); DELETE FROM t"), SqlText("-- nothing")})
         EXPECT_EQ(errorNumber([&] { connection.Execute(statement); }), 1);
     EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 3);
+    EXPECT_EQ(connection.OpenRecordset("PRAGMA busy_timeout").number("timeout"), 2000);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "no side files";
 
     Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a DESC");
@@ -187,6 +188,11 @@ TEST(Savepoint, RunsOnlyWhatWasStartedAndARollBackLeavesItOpen) {
     EXPECT_TRUE(library.rowsInFile("SELECT code FROM tblSYB").isEmpty());
     EXPECT_TRUE(ReleaseSP(u"a"_s, connection, true));
     EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{u"02"_s});
+    // Closing commits.
+    ASSERT_TRUE(SetSP(u"b"_s, connection));
+    library.run("UPDATE tblSYB SET code='03'");
+    connection->Close();
+    EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{u"03"_s});
 }
 
 // Twice: what could not be committed at first is forgotten with the commit that came through.
