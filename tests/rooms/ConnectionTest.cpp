@@ -88,6 +88,11 @@ TEST_F(ConnectionTest, SaysInTheUsersWordsWhatHappened) {
          u"1 文字中不能有英文单引号（'），请改用中文引号（near \"'y\": syntax error）"_s},
         {[&] { connection.Execute("DELETE FROM gone"); },
          u"1 文件中没有所需的表，可能不是本程序的文件，请核对文件（no such table: gone）"_s},
+        {[&] {
+             connection.OpenRecordset("PRAGMA max_page_count=1");
+             connection.Execute("INSERT INTO t(b) VALUES(hex(zeroblob(9000)))");
+         },
+         u"13 磁盘已满，没有写入，请腾出空间后重试（database or disk is full）"_s},
         {[&] { other.Open(foreign, QString(), 6); },
          u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s},
         {[&] { other.Open(folder.path(), QString(), 6); }, u"14 "_s},
@@ -246,4 +251,14 @@ tblsyb: ID INTEGER, Code text(9), Name text(50)!, Note TEXT, Version INTEGER, La
     library.run("INSERT INTO tblBill(code) VALUES('010101001')");
     EXPECT_TRUE(CreateAllBillDBTable(library.connection()));
     EXPECT_EQ(library.rowsInFile("SELECT code FROM tblBill"), QStringList{u"010101001"_s});
+    // One that cannot be made leaves none.
+    const QTemporaryDir folder;
+    Connection other;
+    other.Open(folder.filePath(u"a.bdb"_s), QString(), Connection::readWriteCreate);
+    other.Execute("CREATE TABLE t(a)");
+    other.Execute("CREATE INDEX tblCont ON t(a)");
+    ModalAnswers answers;
+    answers.closeAnything();
+    EXPECT_FALSE(CreateAllBillDBTable(&other));
+    EXPECT_EQ(other.OpenRecordset("SELECT count(*) AS n FROM sqlite_schema WHERE type='table'").number("n"), 1);
 }
