@@ -16,6 +16,8 @@
 using namespace Qt::StringLiterals;
 
 TEST(ErrorLog, AppendsRecordsShowsEachAndThenRollsBack) {
+    QFile log(joinPath(testProgramFolder(), u"Error.log"_s));
+    log.remove();
     ModalAnswers answers;
     answers.closeAnything();
     const auto answered = [&] { return answers.seen().size(); };
@@ -25,8 +27,6 @@ TEST(ErrorLog, AppendsRecordsShowsEachAndThenRollsBack) {
     EXPECT_EQ(guarded({"modMain", "Main"}, []() -> QString { throw std::runtime_error("plain"); }), QString());
     EXPECT_TRUE(answers.seen().value(0).startsWith(u"错误信息: 时    间: "_s));
     EXPECT_EQ(answers.takePlaces().join(u' '), u"frmEditor.LoadBill modMain.Main"_s);
-
-    QFile log(joinPath(testProgramFolder(), u"Error.log"_s));
     ASSERT_TRUE(log.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(log.readAll());
     const QRegularExpression record(

@@ -2,18 +2,24 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
 
 #include "app/base/Error.h"
+#include "app/base/Guarded.h"
 #include "app/base/Paths.h"
-#include "tests/support/OtherProgram.h"
+#include "storage/LibraryConnection.h"
+#include "storage/Savepoint.h"
+#include "storage/Schema.h"
+#include "tests/support/ModalAnswers.h"
+#include "tests/support/TemporaryLibrary.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QString errorText(const std::function<void()>& act) {
+QString errorOf(const std::function<void()>& act) {
     try {
         act();
     } catch (const Error& error) {
@@ -22,87 +28,85 @@ QString errorText(const std::function<void()>& act) {
     return {};
 }
 
-int errorNumber(const std::function<void()>& act) { return errorText(act).section(u' ', 0, 0).toInt(); }
+int errorNumber(const std::function<void()>& act) { return errorOf(act).section(u' ', 0, 0).toInt(); }
 
 class ConnectionTest : public ::testing::Test {
 protected:
     ConnectionTest() {
-        connection.Open(path(), QString(), Connection::readWriteCreate);
+        connection.Open(path, QString(), Connection::readWriteCreate);
         connection.Execute("CREATE TABLE t (a Integer PRIMARY KEY, b text)");
     }
-    QString path() const { return joinPath(folder.path(), u"it's 清单.bdb"_s); }
 
-    QTemporaryDir folder;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"it's 清单.bdb"_s);
     Connection connection;
 };
 
 }  // namespace
 
-TEST_F(ConnectionTest, RunsExactlyOneStatementAndCountsItsRows) {
+TEST_F(ConnectionTest, RunsExactlyOneStatementAndReadsRowsForward) {
     for (const auto& [statement, rows] : std::initializer_list<std::pair<SqlText, qint64>>{
-             {"INSERT INTO t(b) VALUES('x'),('y'),('z')", 3},
+             {"INSERT INTO t(b) VALUES(NULL),(CAST(x'ff41' AS TEXT)),('12😀')", 3},
              {" Savepoint s;", 0},
-             {"UPDATE t SET b='q' WHERE a>1", 2},
+             {"UPDATE t SET b=b WHERE a>1", 2},
              {"Release Savepoint s;", 0},
-             {"DELETE FROM t WHERE a=99", 0},
-             {"CREATE TABLE u (a)", 0},
-             {"INSERT INTO t(b) VALUES('x'); ; -- done\n /* really */ ", 1}})
+             {"DELETE FROM t WHERE a=99; ; -- done\n /* really */ ", 0}})
         EXPECT_EQ(connection.Execute(statement), rows) << qPrintable(statement.text());
-    EXPECT_EQ(connection.LastInsertId(), 4);
+    EXPECT_EQ(connection.LastInsertId(), 3);
     for (const SqlText& statement : {SqlText("INSERT INTO t(b) VALUES('x'); DELETE FROM t"), SqlText("-- nothing")})
         EXPECT_EQ(errorNumber([&] { connection.Execute(statement); }), 1);
-    EXPECT_EQ(errorNumber([&] { connection.OpenRecordset("SELECT 1; SELECT 2"); }), 1);
-    EXPECT_EQ(rowsInFile(path(), "SELECT count(*) FROM t"), QStringList{u"4"_s});
     EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 3);
     EXPECT_EQ(connection.OpenRecordset("PRAGMA busy_timeout").number("timeout"), 2000);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "no side files";
-}
 
-TEST_F(ConnectionTest, ReadsRowsForwardAndNullsAsEmpty) {
-    connection.Execute("INSERT INTO t(a,b) VALUES(1,NULL),(2,CAST(x'ff41' AS TEXT)),(3,'12😀')");
-    Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a");
-    EXPECT_TRUE(rows.number("ID") == 1 && rows.text("B").isEmpty() && rows.number("b") == 0);
+    Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a DESC");
+    EXPECT_TRUE(rows.number("ID") == 3 && rows.number("B") == 12 && rows.joined(u"|"_s) == u"3|12😀"_s);
     rows.MoveNext();
     EXPECT_TRUE(rows.text("b").endsWith(u'A'));
     rows.MoveNext();
-    EXPECT_EQ(rows.number("b"), 12);
-    EXPECT_EQ(rows.joined(u"|"_s), u"3|12😀"_s);
+    EXPECT_TRUE(rows.text("b").isEmpty() && rows.number("b") == 0);
     EXPECT_EQ(errorNumber([&] { rows.text("none"); }), 3265);
     rows.MoveNext();
-    EXPECT_TRUE(rows.EndOfFile());
-    EXPECT_EQ(errorNumber([&] { rows.text("b"); }), 3021);
     rows.MoveNext();
+    EXPECT_EQ(errorNumber([&] { rows.text("b"); }), 3021);
 }
 
 TEST_F(ConnectionTest, SaysInTheUsersWordsWhatHappened) {
-    const QString foreign = joinPath(folder.path(), u"text.bdb"_s);
+    const QString foreign = folder.filePath(u"text.bdb"_s);
     overwrite(foreign, QByteArray(4096, 'x'));
     connection.OpenRecordset("PRAGMA busy_timeout=0");
     Connection other;
-    const auto open = [&](const QString& file) { return [&other, file] { other.Open(file, QString(), 6); }; };
-    const auto run = [&](const SqlText& statement) { return [&, statement] { connection.Execute(statement); }; };
-    const auto insert = run("INSERT INTO t(b) VALUES('x')");
-    {
-        OtherProgram writer(path());
-        writer.run("BEGIN EXCLUSIVE");
-        EXPECT_EQ(errorText(insert), u"5 文件正被其他程序占用，请关闭该程序后重试（database is locked）"_s);
-    }
+    const auto insert = [this] { connection.Execute("INSERT INTO t(b) VALUES('x')"); };
     const std::pair<std::function<void()>, QString> cases[] = {
-        {insert, {}},
-        {run(sql("UPDATE t SET b='", u"x'y"_s, "'")),
+        {[&] {
+             OtherProgram writer(path);
+             writer.run("BEGIN EXCLUSIVE");
+             insert();
+         },
+         u"5 文件正被其他程序占用，请关闭该程序后重试（database is locked）"_s},
+        {[&] { connection.Execute(sql("UPDATE t SET b='", u"x'y"_s, "'")); },
          u"1 文字中不能有英文单引号（'），请改用中文引号（near \"'y\": syntax error）"_s},
-        {run("DELETE FROM gone"), u"1 文件中没有所需的表，可能不是本程序的文件，请核对文件（no such table: gone）"_s},
-        {open(foreign), u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s},
-        {open(folder.path()), u"14 "_s},
-        {open(folder.filePath(u"none/x.bdb"_s)), u"14 "_s},
+        {[&] { connection.Execute("DELETE FROM gone"); },
+         u"1 文件中没有所需的表，可能不是本程序的文件，请核对文件（no such table: gone）"_s},
+        {[&] {
+             connection.OpenRecordset("PRAGMA max_page_count=1");
+             connection.Execute("INSERT INTO t(b) VALUES(hex(zeroblob(9000)))");
+         },
+         u"13 磁盘已满，没有写入，请腾出空间后重试（database or disk is full）"_s},
+        {[&] { other.Open(foreign, QString(), 6); },
+         u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s},
+        {[&] { other.Open(folder.path(), QString(), 6); }, u"14 "_s},
         {[&] { other.Execute("SELECT 1"); }, u"21 "_s},
-        {[&] { ASSERT_TRUE(QFile::rename(path(), path() + u"2"_s)); }, {}},
-        {insert,
+        {[&] {
+             insert();
+             ASSERT_TRUE(QFile::rename(path, path + u"2"_s));
+             insert();
+         },
          u"8 文件已被删除、移动或替换，没有写入；请把原文件放回原处，或关闭窗口后重新打开"
          "（attempt to write a readonly database）"_s}};
     for (const auto& [act, words] : cases) {
-        const QString text = errorText(act);
-        EXPECT_EQ(words.endsWith(u' ') ? text.first(words.size()) : text, words);
+        const QString said = errorOf(act);
+        EXPECT_EQ(words.endsWith(u' ') ? said.first(words.size()) : said, words);
     }
     EXPECT_EQ(other.State(), 0);
 }
@@ -119,7 +123,7 @@ TEST_F(ConnectionTest, AFileIsOnlyData) {
     connection.Execute("CREATE TRIGGER main.foreign_ AFTER INSERT ON t BEGIN DELETE FROM t; END");
     connection.Execute("CREATE TEMP TRIGGER own AFTER INSERT ON main.t BEGIN UPDATE t SET b='seen' WHERE a=NEW.a; END");
     EXPECT_EQ(connection.Execute("INSERT INTO t(b) VALUES('x')"), 1);
-    EXPECT_EQ(rowsInFile(path(), "SELECT b FROM t"), QStringList{u"seen"_s});
+    EXPECT_EQ(rowsInFile(path, "SELECT b FROM t"), QStringList{u"seen"_s});
 }
 
 // The key is derived once for each salt: a file made anew has another one.
@@ -141,4 +145,120 @@ TEST(KeyedFile, IsProtectedAndItsKeyIsForgottenWithIt) {
         connection.Open(path, u"830547"_s, 6);
         EXPECT_EQ(connection.OpenRecordset("SELECT DekId FROM SysBaseData").text("DekId"), content);
     }
+}
+
+TEST(LibraryConnection, AttachesTheCompanionWhenThereIsOneAndKeepsOneFile) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.bdb"_s);
+    OtherProgram(path).run("PRAGMA journal_mode=WAL");
+    {
+        const auto alone = GetOrmConn(path);
+        ASSERT_TRUE(alone);
+        alone->Execute("CREATE TABLE t (a)");
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"a.bdb"_s});
+        EXPECT_THROW(alone->OpenRecordset("SELECT * FROM dbext.sqlite_master"), Error);
+    }
+    OtherProgram(path + u'x', "830547").run("CREATE TABLE extra (a)");
+    {
+        const auto both = GetOrmConn(path);
+        ASSERT_TRUE(both);
+        EXPECT_EQ(both->OpenRecordset("SELECT name FROM dbext.sqlite_master").text("name"), u"extra"_s);
+    }
+    overwrite(path + u'x', QByteArray(4096, 'x'));
+    ModalAnswers answers;
+    answers.closeAnything();
+    EXPECT_FALSE(GetOrmConn(path) || GetOrmConn(folder.filePath(u"none/a.bdb"_s)));
+    EXPECT_EQ(answers.takePlaces(), QStringList(2, u"ModDBOperator.GetOrmConn"_s));
+}
+
+TEST(ExistSybCode, IgnoresLetterCaseAndRefusesWhatCannotBeAsked) {
+    const TemporaryLibrary library;
+    library.run("INSERT INTO tblSYB(code,name) VALUES('01A','x')");
+    ModalAnswers answers;
+    answers.closeAnything();
+    EXPECT_TRUE(ExistSybCode(library.connection(), u"01a"_s) && !ExistSybCode(library.connection(), u"02"_s));
+    EXPECT_TRUE(ExistSybCode(nullptr, u"02"_s) && ExistSybCode(library.connection(), u"0'2"_s));
+}
+
+TEST(Savepoint, RunsOnlyWhatWasStartedAndARollBackLeavesItOpen) {
+    const TemporaryLibrary library;
+    Connection* connection = library.connection();
+    EXPECT_FALSE(SetSP(QString(), connection) || ReleaseSP(u"a"_s, connection, false) ||
+                 RollBackSP(u"a"_s, connection, false) || ExecuteDDL(nullptr, "SELECT 1") ||
+                 ExecuteDDL(connection, ""));
+    ASSERT_TRUE(SetSP(u"a"_s, connection));
+    library.run("INSERT INTO tblSYB(code,name) VALUES('01','x')");
+    EXPECT_TRUE(RollBackSP(u"a"_s, connection, true));
+    library.run("INSERT INTO tblSYB(code,name) VALUES('02','x')");
+    EXPECT_TRUE(library.rowsInFile("SELECT code FROM tblSYB").isEmpty());
+    EXPECT_TRUE(ReleaseSP(u"a"_s, connection, true));
+    EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{u"02"_s});
+    // Closing commits.
+    ASSERT_TRUE(SetSP(u"b"_s, connection));
+    library.run("UPDATE tblSYB SET code='03'");
+    connection->Close();
+    EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{u"03"_s});
+}
+
+// Twice: what could not be committed at first is forgotten with the commit that came through.
+TEST(Leftovers, ThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
+    const TemporaryLibrary library;
+    library.connection()->OpenRecordset("PRAGMA busy_timeout=0");
+    ModalAnswers answers;
+    answers.closeAnything();
+    const auto event = [](const std::function<void()>& act) {
+        guarded({"frmEditor", "event"}, act);
+        QCoreApplication::processEvents();
+    };
+    for (const QString& code : {u"01"_s, u"02"_s}) {
+        {
+            OtherProgram reader(library.path());
+            reader.keepReading();
+            event([&] {
+                EXPECT_TRUE(SetSP(u"failing"_s, library.connection()));
+                library.run(sql("INSERT INTO tblSYB(code,name) VALUES('", code, "','x')"));
+            });
+            for (int i = 0; i < 3; ++i)
+                event([] {});
+        }
+        event([] {});
+        EXPECT_EQ(library.rowsInFile("SELECT max(code) FROM tblSYB"), QStringList{code});
+        EXPECT_EQ(answers.takePlaces(), QStringList{u"Connection.Commit"_s});
+    }
+}
+
+// Every table with its columns: names, declared types, defaults, and "!" for what may not be empty.
+TEST(Schema, ALibraryHoldsTheNineTablesAndNothingElse) {
+    const TemporaryLibrary library;
+    EXPECT_EQ(
+        library
+            .rowsInFile("SELECT t.name||': '||group_concat(c.name||' '||c.type||ifnull('='||c.dflt_value,'')||"
+                        "iif(c.\"notnull\",'!',''),', ') FROM sqlite_master t, pragma_table_info(t.name) c WHERE "
+                        "t.name NOT LIKE 'sqlite%' GROUP BY t.name ORDER BY t.name")
+            .join(u'\n'),
+        uR"(tblBill: ID INTEGER, Code text(50)!, CodePrefix text(8), addmark text(10), Name text(50), Spec TEXT, Unit text(12), Rule TEXT, macro TEXT, Cont TEXT, Version INTEGER, LastUpdate Datetime, IsDel Boolean, Borg Boolean, ImgID INTEGER
+tblBillSpec: ID INTEGER, BillID INTEGER, Name text(100), Type INTEGER, Unit text(12), DefVal TEXT, Version INTEGER=1, LastUpdate Datetime, IsDel Boolean
+tblCont: ID INTEGER, Code text(50), Num SmallInt, Cont text(50), Prof text(20), BillID INTEGER!, Version INTEGER=1, LastUpdate Datetime, IsDel Boolean=0, Borg Boolean
+tblContDe: ID INTEGER, ContID INTEGER, Num SmallInt, SubNum SmallInt, SubCont text(50), Deh text(100), Name text(150), Unit text(25), DekID text(12), Version INTEGER=1, LastUpdate Datetime, IsDel Boolean, Borg Boolean
+tblDekInfo: id INTEGER, DEKID INTEGER!, Name text(50)!, Declare text(16)!, Profession text(50)!, Version INTEGER=1, LastUpdate Datetime, IsDel Boolean, Borg Boolean
+tblImage: ID INTEGER, Name text(100), Size INTEGER, pic BLOB, Time Datetime, Note TEXT
+tblParm: ID INTEGER, Num INTEGER, Code text(12), Title text(50), Name text(50), Type SmallInt, Unit text(12), List TEXT, default text(50), BillID INTEGER, Version INTEGER=1, LastUpdate Datetime, IsDel Boolean, Borg Boolean
+tblSpecEnum: ID INTEGER, SpecID INTEGER, IsUse Boolean, EigenValue TEXT, Version INTEGER=1, LastUpdate Datetime, IsDel Boolean
+tblsyb: ID INTEGER, Code text(9), Name text(50)!, Note TEXT, Version INTEGER, LastUpdate Datetime, IsDel Boolean=0, Borg Boolean)"_s);
+    EXPECT_EQ(library.rowsInFile("SELECT count(*) FROM sqlite_master WHERE sql LIKE '%(ID Integer PRIMARY KEY "
+                                 "AUTOINCREMENT%' OR sql LIKE '%( id Integer PRIMARY KEY AUTOINCREMENT%'"),
+              QStringList{u"9"_s});
+    library.run("INSERT INTO tblBill(code) VALUES('010101001')");
+    EXPECT_TRUE(CreateAllBillDBTable(library.connection()));
+    EXPECT_EQ(library.rowsInFile("SELECT code FROM tblBill"), QStringList{u"010101001"_s});
+    // One that cannot be made leaves none.
+    const QTemporaryDir folder;
+    Connection other;
+    other.Open(folder.filePath(u"a.bdb"_s), QString(), Connection::readWriteCreate);
+    other.Execute("CREATE TABLE t(a)");
+    other.Execute("CREATE INDEX tblCont ON t(a)");
+    ModalAnswers answers;
+    answers.closeAnything();
+    EXPECT_FALSE(CreateAllBillDBTable(&other));
+    EXPECT_EQ(other.OpenRecordset("SELECT count(*) AS n FROM sqlite_schema WHERE type='table'").number("n"), 1);
 }

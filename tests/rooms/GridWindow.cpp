@@ -26,17 +26,17 @@ GridWindow::GridWindow() {
         told << u"asked %1 %2 %3"_s.arg(row).arg(key, text);
         return EditVerdict::Accept;
     };
-    const auto at = [](int row, const QString& key) { return u"%1 %2"_s.arg(row).arg(key); };
+    const auto tell = [this](const char* what) {
+        return [this, what](int row, const QString& key) {
+            told << u"%1 %2 %3"_s.arg(QLatin1String(what)).arg(row).arg(key);
+        };
+    };
+    connect(&grid, &KeyedGrid::cellChanged, this, tell("cell"));
+    connect(&grid, &KeyedGrid::afterEdit, this, tell("edited"));
+    connect(&grid, &KeyedGrid::cellButtonClicked, this, tell("ellipsis"));
+    connect(&grid, &KeyedGrid::contextMenuWanted, this, [=, this] { tell("menu at")(grid.row(), grid.columnKey()); });
     connect(&grid, &KeyedGrid::rowChanged, this, [this](int a, int b) { told << u"row %1>%2"_s.arg(a).arg(b); });
-    connect(&grid, &KeyedGrid::cellChanged, this,
-            [=, this](int r, const QString& k) { told << u"cell "_s + at(r, k); });
-    connect(&grid, &KeyedGrid::afterEdit, this,
-            [=, this](int r, const QString& k) { told << u"edited "_s + at(r, k); });
-    connect(&grid, &KeyedGrid::cellButtonClicked, this,
-            [=, this](int r, const QString& k) { told << u"ellipsis "_s + at(r, k); });
     connect(&grid, &KeyedGrid::rowDoubleClicked, this, [this](int row) { told << u"double %1"_s.arg(row); });
-    connect(&grid, &KeyedGrid::contextMenuWanted, this,
-            [=, this] { told << u"menu at "_s + at(grid.row(), grid.columnKey()); });
     connect(&button, &QPushButton::clicked, this, [this] { told << u"button"_s; });
     connect(&otherWindow, &QPushButton::clicked, this, [this] { told << u"window"_s; });
     resize(900, 400);
@@ -53,12 +53,7 @@ void GridWindow::activate() {
 void GridWindow::fill(int rows) {
     grid.setRedraw(false);
     for (int i = 0; i < rows; ++i)
-        grid.appendRow({{"ID", QString::number(100 + i)},
-                        {"code", u"01010100%1"_s.arg(i)},
-                        {"NAME", u"平整场地%1"_s.arg(i)},
-                        {"Unit", u"m2"_s},
-                        {"Type", u"1"_s},
-                        {"Use", u"2"_s}});
+        grid.appendRow({{"NAME", u"平整场地%1"_s.arg(i)}, {"Unit", u"m2"_s}, {"Type", u"1"_s}, {"Use", u"2"_s}});
     grid.setRow(0);
     grid.setRedraw(true);
     told.clear();
