@@ -9,10 +9,9 @@
 #include "editor/bills/BillPane.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/Snapshot.h"
 #include "tests/support/Typing.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -26,7 +25,7 @@ std::string textOf(const frmEditor& editor) {
 
 }  // namespace
 
-Workplace::Workplace(const QString& path) : user(&main, path) {
+Workplace::Workplace() : user(&main, awkwardLibrary()) {
     main.MDIForm_Load();
     main.resize(1366, 768);
     main.show();
@@ -42,11 +41,11 @@ void Workplace::click(const char* chapter) {
 }
 
 void Workplace::reopen(const char* chapter) {
-    if (isOpen())
+    if (user.editor())
         user.close();
-    main.LoadBillDB(user.path());
+    main.LoadBillDB(path);
     EditorDriver::settle();
-    ASSERT_TRUE(isOpen());
+    ASSERT_TRUE(user.editor());
     user.activate();
     click(chapter);
 }
@@ -56,12 +55,10 @@ QStringList Workplace::messagesOf(const std::function<void(ModalAnswers&)>& act)
     answers.otherwise(answer);
     act(answers);
     EditorDriver::settle();
-    QStringList said = answers.takeRecords();
     static const QRegularExpression told(u"^(?!.*(确认|确实)).*(: |^\\w+\\.\\w* -?\\d+$)"_s,
                                          QRegularExpression::DotMatchesEverythingOption);
-    said = said.filter(told);
     user.activate();
-    return said;
+    return answers.takeRecords().filter(told);
 }
 
 QStringList Workplace::messagesOf(const std::function<void()>& act) {
@@ -82,16 +79,17 @@ void Workplace::answer(QWidget* window) {
     }
 }
 
+bool Workplace::tellsError(const QStringList& said, const char* numbers) {
+    return said.contains(QRegularExpression(u"^\\w+\\.\\w* (%1)$"_s.arg(QLatin1String(numbers))));
+}
+
 QStringList Workplace::rename(const QString& name) {
     return messagesOf([&] { user.edit(user.bills(), 0, u"Name"_s, name); });
 }
 
 QStringList Workplace::typeCode(const QString& code) {
     return messagesOf([&] {
-        QWidget* editor = user.openEditor(user.contents(), 2, u"cont"_s);
-        ASSERT_TRUE(editor);
-        EditorDriver::typeOver(editor, code);
-        user.key(editor, Qt::Key_Return);
+        EXPECT_TRUE(user.edit(user.contents(), 2, u"cont"_s, code));
         user.contents()->cancelEdit();
     });
 }
@@ -117,7 +115,7 @@ std::string Workplace::shown() const { return textOf(*user.editor()); }
 void Workplace::expectWindowIsFile() {
     const ModalAnswers noMessages;
     frmEditor fresh(&main);
-    fresh.setDBFilePath(user.path());
+    fresh.setDBFilePath(path);
     ASSERT_TRUE(fresh.Form_Load());
     KeyedTree::Node* node = fresh.chapterPane()->tvSYB()->node(u'K' + user.chapter());
     ASSERT_TRUE(node) << qPrintable(user.chapter());
@@ -125,7 +123,7 @@ void Workplace::expectWindowIsFile() {
     fresh.billPane()->grdBillList()->setRow(user.bills()->row());
     fresh.featurePane()->grdSpec()->setRow(user.features()->row());
     EXPECT_EQ(shown(), textOf(fresh));
-    EXPECT_FALSE(QFile::exists(user.path() + u"-journal"_s)) << "something is uncommitted";
+    EXPECT_FALSE(QFile::exists(path + u"-journal"_s)) << "something is uncommitted";
 }
 
 void Workplace::expectThatWorkGoesOn() {
@@ -134,20 +132,8 @@ void Workplace::expectThatWorkGoesOn() {
         click("010101");
     const QString name = u"之后%1"_s.arg(++m_edits);
     EXPECT_EQ(rename(name), QStringList());
-    EXPECT_EQ(rowsInFile(user.path(), sql("SELECT Name FROM tblBill WHERE ID=", user.bills()->text(0, u"id"_s))),
+    EXPECT_EQ(rowsInFile(path, sql("SELECT Name FROM tblBill WHERE ID=", user.bills()->text(0, u"id"_s))),
               QStringList{name});
-}
-
-QStringList contentOf(const QString& library) {
-    OtherProgram reader(library);
-    QStringList all;
-    for (const QString& table :
-         reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_stat%' ORDER BY name")) {
-        all << table;
-        for (const QStringList& row : reader.rows(u"SELECT * FROM "_s + table))
-            all << row.join(u'|');
-    }
-    return all;
 }
 
 QString integrityOf(const QString& library) { return rowsInFile(library, "PRAGMA integrity_check").join(u'\n'); }

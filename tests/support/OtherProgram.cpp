@@ -12,7 +12,7 @@ OtherProgram::OtherProgram(const QString& path, const char* key) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_database), SQLITE_OK);
     if (*key) {
         const QByteArray unlock = QByteArray("PRAGMA cipher='sqlcipher';PRAGMA legacy=4;PRAGMA key='") + key + '\'';
-        EXPECT_EQ(sqlite3_exec(m_database, unlock.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        EXPECT_TRUE(tryScript(unlock));
     }
 }
 
@@ -51,6 +51,19 @@ QStringList OtherProgram::run(const char* statement, const QStringList& values) 
     return firsts;
 }
 
+QStringList OtherProgram::lines(const QString& query) {
+    QStringList lines;
+    for (QStringList row : rows(query)) {
+        std::transform(row.begin(), row.end(), row.begin(), named);
+        lines << row.join(u'|');
+    }
+    return lines;
+}
+
+bool OtherProgram::tryScript(const QByteArray& script) {
+    return sqlite3_exec(m_database, script.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
 void OtherProgram::keepReading() {
     EXPECT_EQ(sqlite3_prepare_v2(m_database, "SELECT * FROM sqlite_schema", -1, &m_reading, nullptr), SQLITE_OK);
     EXPECT_EQ(sqlite3_step(m_reading), SQLITE_ROW);
@@ -58,13 +71,15 @@ void OtherProgram::keepReading() {
 
 qint64 OtherProgram::lastId() const { return sqlite3_last_insert_rowid(m_database); }
 
-QStringList rowsInFile(const QString& path, const SqlText& query) {
-    QStringList lines;
-    for (QStringList row : OtherProgram(path).rows(query.text())) {
-        std::transform(row.begin(), row.end(), row.begin(), named);
-        lines << row.join(u'|');
-    }
-    return lines;
+QStringList rowsInFile(const QString& path, const SqlText& query) { return OtherProgram(path).lines(query.text()); }
+
+QStringList contentOf(const QString& path) {
+    OtherProgram reader(path);
+    QStringList all;
+    for (const QString& table :
+         reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_stat%' ORDER BY name"))
+        all << table << reader.lines(u"SELECT * FROM "_s + table);
+    return all;
 }
 
 void overwrite(const QString& path, const QByteArray& bytes) {
