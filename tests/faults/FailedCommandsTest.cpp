@@ -2,7 +2,6 @@
 // done next is in the file as soon as it is done. Where a part is meant to stay that was done before the error, that
 // part is in the file at once.
 
-#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -12,38 +11,8 @@
 
 namespace {
 
-/// A code that could not be written stays in the grid.
-enum After { Undone, UndoneInFile, AsFarAsItCame };
-
-struct Command {
-    const char* place;    ///< that records its failure
-    const char* refused;  ///< a change that comes late in it
-    After after;
-    std::function<void()> act;
-    const char* chapter = "010101";
-};
-
 class FailedCommands : public Workplace {
 protected:
-    using Act = std::function<void()>;
-
-    Act run(int host, int id) {
-        return [=, this] { user.run(host, id); };
-    }
-    Act onContent(int level, int id) {
-        return [=, this] {
-            KeyedGrid* contents = user.contents();
-            int row = contents->rowCount() - 1;
-            while (row > 0 && contents->level(row) != level)
-                --row;
-            contents->setCell(row, u"cont"_s);
-            user.run(2, id);
-        };
-    }
-    Act edit(KeyedGrid* (EditorDriver::*grid)() const, const char* key) {
-        return [=, this] { user.edit((user.*grid)(), 0, QLatin1String(key), u"新文"_s); };
-    }
-
     void restore(const char* chapter) {
         if (bytesOf(path) != library) {
             user.close();
@@ -57,35 +26,7 @@ protected:
     QStringList expectNoTrace(const Command& command, const std::function<QStringList()>& disturbed);
 
     const QByteArray library = bytesOf(path);
-    const char* const ddl = "ModDBOperator.ExecuteDDL";
-    const std::vector<Command> commands{
-        {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Undone, run(1, 100)},
-        {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Undone, run(1, 101), "0301"},
-        {"frmEditor.", "UPDATE ON tblSYB", Undone, run(1, 102)},
-        {"frmEditor.DeleteBillSYB", "DELETE ON tblSYB", AsFarAsItCame, run(1, 103), "030101"},
-        {"frmEditor.ExchangeSYBNode", "UPDATE ON tblCont", Undone, run(1, 105)},
-        {"frmEditor.mnuAddBill_Click", "UPDATE ON tblCont", Undone, run(2, 200)},
-        {"frmEditor.mnuDeleteBill_Click", "DELETE ON tblBill", Undone, run(2, 201)},
-        {"frmEditor.MoveBillRow", "UPDATE ON tblBill", Undone, run(2, 105)},
-        {ddl, "UPDATE ON tblBill", Undone, edit(&EditorDriver::bills, "Name")},
-        {ddl, "UPDATE ON tblBill", Undone,
-         [this] {
-             user.typeInto(user.rule(), u"新文"_s);
-             user.key(user.rule(), Qt::Key_Tab);
-         }},
-        {ddl, "INSERT ON tblBillSpec", Undone, run(3, 300)},
-        {"frmEditor.mnuDeleteFeature_Click", "DELETE ON tblBillSpec", Undone, run(3, 301)},
-        {ddl, "UPDATE ON tblBillSpec", Undone, edit(&EditorDriver::features, "Name")},
-        {ddl, "INSERT ON tblSpecEnum", Undone, run(4, 300)},
-        {"frmEditor.mnuDeleteFeatureVal_Click", "DELETE ON tblSpecEnum", Undone, run(4, 301)},
-        {"frmEditor.grdSpecEnum_AfterEdit", "UPDATE ON tblBillSpec", Undone, edit(&EditorDriver::values, "eigenValue")},
-        {"frmEditor.munAddBillCont_Click", "INSERT ON tblCont", AsFarAsItCame, run(2, 400)},
-        {"frmEditor.munAddBillSubCont_Click", "INSERT ON tblContDe", AsFarAsItCame, onContent(1, 401)},
-        {"frmEditor.mnuDelBillCont_Click", "DELETE ON tblCont", Undone, onContent(0, 403)},
-        {"frmEditor.munDelBillSubCont_Click", "DELETE ON tblContDe", Undone, onContent(1, 403)},
-        {"frmEditor.munDelBillContDe_Click", "UPDATE ON tblContDe", AsFarAsItCame, onContent(2, 403)},
-        {ddl, "UPDATE ON tblContDe", UndoneInFile, [this] { user.edit(user.contents(), 2, u"cont"_s, u"a1-3"_s); }},
-    };
+    const std::vector<Command> all = commands();
 };
 
 QStringList FailedCommands::expectNoTrace(const Command& command, const std::function<QStringList()>& disturbed) {
@@ -100,9 +41,9 @@ QStringList FailedCommands::expectNoTrace(const Command& command, const std::fun
     EXPECT_EQ(integrityOf(path), u"ok"_s);
     const bool done = contentOf(path) != before;
     EXPECT_TRUE(done || !said.isEmpty()) << "it failed and nobody said so";
-    EXPECT_TRUE(done || command.after != Undone || shown() == shownBefore) << shown();
+    EXPECT_TRUE(done || command.left != Command::Nothing || shown() == shownBefore) << shown();
     // Of a command that was done, what it leads to may be unreadable.
-    EXPECT_TRUE(!done || command.after == AsFarAsItCame || said.filter(reading) == said);
+    EXPECT_TRUE(!done || command.left == Command::WhatWasDone || said.filter(reading) == said);
     expectThatWorkGoesOn();
     EXPECT_FALSE(QFile::exists(path + u"-journal"_s)) << "something is uncommitted";
     return said;
@@ -113,7 +54,7 @@ QStringList FailedCommands::expectNoTrace(const Command& command, const std::fun
 TEST_F(FailedCommands, LeaveNoTraceWhoeverStandsInTheirWay) {
     using enum Disturbance::Kind;
     for (const Disturbance::Kind kind : {Refused, Read, Written, Locked}) {
-        for (const Command& command : commands) {
+        for (const Command& command : all) {
             SCOPED_TRACE(testing::Message() << command.place << ", kind " << static_cast<int>(kind));
             const QStringList said = expectNoTrace(command, [&] {
                 const Disturbance other(path, kind, QString::fromLatin1(command.refused), user.editor());
@@ -138,8 +79,8 @@ TEST_F(FailedCommands, LeaveNoTraceWhereverTheDiskFails) {
         [this](int at) { disk.failAt(at, Disk::Read, true); },
     };
     int failed = 0;
-    for (std::size_t number = 0; number < commands.size(); ++number) {
-        const Command& command = commands[number];
+    for (std::size_t number = 0; number < all.size(); ++number) {
+        const Command& command = all[number];
         restore(command.chapter);
         disk.relieve();
         EXPECT_EQ(messagesOf(command.act), QStringList());

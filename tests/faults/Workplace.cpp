@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -12,18 +13,6 @@
 #include "tests/support/Libraries.h"
 #include "tests/support/Snapshot.h"
 #include "tests/support/Typing.h"
-
-namespace {
-
-std::string textOf(const frmEditor& editor) {
-    const Snapshot all = snapshotOf(editor);
-    std::string text;
-    for (const Rows* rows : {&all.tree, &all.bills, &all.features, &all.values, &all.contents})
-        text += textOf(*rows) + "\n--\n";
-    return text + all.rule.toStdString() + "\n--\n" + all.content.toStdString();
-}
-
-}  // namespace
 
 Workplace::Workplace() : user(&main, awkwardLibrary()) {
     main.MDIForm_Load();
@@ -110,7 +99,55 @@ QStringList Workplace::enter(int command, const char* name, const QString& text)
     });
 }
 
-std::string Workplace::shown() const { return textOf(*user.editor()); }
+std::vector<Command> Workplace::commands() {
+    using enum Command::Left;
+    const auto run = [this](int host, int id) { return [=, this] { user.run(host, id); }; };
+    const auto onContent = [this](int level, int id) {
+        return [=, this] {
+            KeyedGrid* contents = user.contents();
+            int row = contents->rowCount() - 1;
+            while (row > 0 && contents->level(row) != level)
+                --row;
+            contents->setCell(row, u"cont"_s);
+            user.run(2, id);
+        };
+    };
+    const auto edit = [this](KeyedGrid* (EditorDriver::*grid)() const, const char* key) {
+        return [=, this] { user.edit((user.*grid)(), 0, QLatin1String(key), u"新文"_s); };
+    };
+    const char* const ddl = "ModDBOperator.ExecuteDDL";
+    return {
+        {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Nothing, run(1, 100)},
+        {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Nothing, run(1, 101), "0301"},
+        {"frmEditor.", "UPDATE ON tblSYB", Nothing, run(1, 102)},
+        {"frmEditor.DeleteBillSYB", "DELETE ON tblSYB", WhatWasDone, run(1, 103), "030101"},
+        {"frmEditor.ExchangeSYBNode", "UPDATE ON tblCont", Nothing, run(1, 105)},
+        {"frmEditor.mnuAddBill_Click", "UPDATE ON tblCont", Nothing, run(2, 200)},
+        {"frmEditor.mnuDeleteBill_Click", "DELETE ON tblBill", Nothing, run(2, 201)},
+        {"frmEditor.MoveBillRow", "UPDATE ON tblBill", Nothing, run(2, 105)},
+        {ddl, "UPDATE ON tblBill", Nothing, edit(&EditorDriver::bills, "Name")},
+        {ddl, "UPDATE ON tblBill", Nothing,
+         [this] {
+             user.typeInto(user.rule(), u"新文"_s);
+             user.key(user.rule(), Qt::Key_Tab);
+         }},
+        {ddl, "INSERT ON tblBillSpec", Nothing, run(3, 300)},
+        {"frmEditor.mnuDeleteFeature_Click", "DELETE ON tblBillSpec", Nothing, run(3, 301)},
+        {ddl, "UPDATE ON tblBillSpec", Nothing, edit(&EditorDriver::features, "Name")},
+        {ddl, "INSERT ON tblSpecEnum", Nothing, run(4, 300)},
+        {"frmEditor.mnuDeleteFeatureVal_Click", "DELETE ON tblSpecEnum", Nothing, run(4, 301)},
+        {"frmEditor.grdSpecEnum_AfterEdit", "UPDATE ON tblBillSpec", Nothing,
+         edit(&EditorDriver::values, "eigenValue")},
+        {"frmEditor.munAddBillCont_Click", "INSERT ON tblCont", WhatWasDone, run(2, 400)},
+        {"frmEditor.munAddBillSubCont_Click", "INSERT ON tblContDe", WhatWasDone, onContent(1, 401)},
+        {"frmEditor.mnuDelBillCont_Click", "DELETE ON tblCont", Nothing, onContent(0, 403)},
+        {"frmEditor.munDelBillSubCont_Click", "DELETE ON tblContDe", Nothing, onContent(1, 403)},
+        {"frmEditor.munDelBillContDe_Click", "UPDATE ON tblContDe", WhatWasDone, onContent(2, 403)},
+        {ddl, "UPDATE ON tblContDe", InTheGrid, [this] { user.edit(user.contents(), 2, u"cont"_s, u"a1-3"_s); }},
+    };
+}
+
+std::string Workplace::shown() const { return textOf(snapshotOf(*user.editor())); }
 
 void Workplace::expectWindowIsFile() {
     const ModalAnswers noMessages;
@@ -122,7 +159,7 @@ void Workplace::expectWindowIsFile() {
     fresh.chapterPane()->tvSYB_NodeClick(node);
     fresh.billPane()->grdBillList()->setRow(user.bills()->row());
     fresh.featurePane()->grdSpec()->setRow(user.features()->row());
-    EXPECT_EQ(shown(), textOf(fresh));
+    EXPECT_EQ(shown(), textOf(snapshotOf(fresh)));
     EXPECT_FALSE(QFile::exists(path + u"-journal"_s)) << "something is uncommitted";
 }
 

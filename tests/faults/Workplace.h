@@ -9,6 +9,18 @@
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
 
+/// A command or an edit that writes.
+struct Command {
+    /// What is left of it when it has failed. A code that could not be written stays in the grid.
+    enum Left { Nothing, InTheGrid, WhatWasDone };
+
+    const char* place;    ///< that records its failure
+    const char* refused;  ///< a change that comes late in it
+    Left left;
+    std::function<void()> act;
+    const char* chapter = "010101";
+};
+
 /// The awkward library open in the real window, on a disk that can fail, and what is asked of both after something has
 /// gone wrong. It shows the bills of the chapter 010101.
 class Workplace : public ::testing::Test {
@@ -42,6 +54,9 @@ protected:
     void expectWindowIsFile();
     /// Fails the test unless an edit is in the file as soon as it is made.
     void expectThatWorkGoesOn();
+
+    /// Everything that writes.
+    std::vector<Command> commands();
 
     FaultyDisk disk;
     frmMain main;
