@@ -3,6 +3,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 
 #include "app/base/Definitions.h"
@@ -96,9 +98,10 @@ TEST_F(FileNames, AreTakenAsTheyAre) {
         if (entry->isCheckable() && entry->isVisible())
             listed << dataPath + entry->text().section(u' ', 1).replace(u"&&"_s, u"&"_s);
     EXPECT_EQ(listed, libraries);
-    for (const QString& library : libraries) {
-        EditorDriver(&main, library).bringToFront();
-        workIn(library);
+    auto* area = main.findChild<QMdiArea*>();
+    for (int number = 0; number < libraries.size(); ++number) {
+        area->setActiveSubWindow(area->subWindowList()[number]);
+        workIn(libraries[number]);
     }
     main.commandBars()->execute(261);
     EXPECT_TRUE(main.editors().isEmpty());

@@ -59,8 +59,8 @@ protected:
     std::vector<Command> commands();
 
     FaultyDisk disk;
-    frmMain main;
     EditorDriver user;
+    frmMain& main = *user.window();
     const QString path = user.path();
 
 private:

@@ -75,15 +75,6 @@ bool EditorDriver::close(Closing way) {
     return closed;
 }
 
-void EditorDriver::bringToFront() const {
-    for (QMdiSubWindow* child : m_main->findChildren<QMdiSubWindow*>()) {
-        const auto* shown = qobject_cast<frmEditor*>(child->widget());
-        if (shown && shown->DBFilePath() == m_path)
-            child->mdiArea()->setActiveSubWindow(child);
-    }
-    settle();
-}
-
 KeyedTree* EditorDriver::tree() const { return editor()->chapterPane()->tvSYB(); }
 KeyedGrid* EditorDriver::bills() const { return editor()->billPane()->grdBillList(); }
 KeyedGrid* EditorDriver::features() const { return editor()->featurePane()->grdSpec(); }

@@ -33,9 +33,6 @@ public:
     void open();
     bool ownsWindow() const { return m_own != nullptr; }
 
-    /// Makes the library's child window the active one when there are several; all that follows acts on that one.
-    void bringToFront() const;
-
     frmMain* window() const { return m_main; }
     frmEditor* editor() const { return m_main->activeEditor(); }
     const QString& path() const { return m_path; }
