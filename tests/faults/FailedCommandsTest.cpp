@@ -69,14 +69,14 @@ TEST_F(FailedCommands, LeaveNoTraceWhoeverStandsInTheirWay) {
 
 TEST_F(FailedCommands, LeaveNoTraceWhereverTheDiskFails) {
     using Disk = FaultyDisk;
-    const std::function<void(int)> faults[] = {
-        [this](int at) { disk.becomeFullAt(at, false); },
-        [this](int at) { disk.becomeFullAt(at, true); },
-        [this](int at) { disk.failAt(at, Disk::Changes, false); },
-        [this](int at) { disk.failAt(at, Disk::Changes, true); },
-        [this](int at) { disk.failAt(at, Disk::Sync, false); },
-        [this](int at) { disk.failAt(at, Disk::Read, false); },
-        [this](int at) { disk.failAt(at, Disk::Read, true); },
+    Disk::Fault faults[] = {
+        {.kinds = Disk::Write, .lasting = true, .full = true, .onlyGrowth = true},
+        {.kinds = Disk::Write, .lasting = true, .full = true},
+        {.kinds = Disk::Changes},
+        {.kinds = Disk::Changes, .lasting = true},
+        {.kinds = Disk::Sync},
+        {.kinds = Disk::Read},
+        {.kinds = Disk::Read, .lasting = true},
     };
     int failed = 0;
     for (std::size_t number = 0; number < all.size(); ++number) {
@@ -91,7 +91,8 @@ TEST_F(FailedCommands, LeaveNoTraceWhereverTheDiskFails) {
                          << command.place << ' ' << command.refused << ", fault " << fault << " at operation " << at);
             bool fails = false;
             expectNoTrace(command, [&] {
-                faults[fault](at);
+                faults[fault].at = at;
+                disk.set(faults[fault]);
                 const QStringList said = messagesOf(command.act);
                 fails = disk.failures() > 0;
                 disk.relieve();
@@ -110,7 +111,7 @@ TEST_F(FailedCommands, ALibraryThatCannotBeMadeLeavesNothing) {
     const QString made = path + u".new.bdb"_s;
     for (qint64 at = 1, failures = 1; failures > 0 && !HasFailure(); ++at) {
         SCOPED_TRACE(at);
-        disk.failAt(at, FaultyDisk::Write | FaultyDisk::Sync, true);
+        disk.set({.kinds = FaultyDisk::Write | FaultyDisk::Sync, .at = at, .lasting = true});
         const QStringList said = messagesOf([&] { (void)main.NewBillDB(made); });
         failures = disk.failures();
         disk.relieve();

@@ -66,10 +66,11 @@ private:
             m_judge = std::make_unique<Judge>(*m_driver, *m_user);
             noteContent();
         }
-        if (m_orders.endAt > 0)
-            disk().endProcessAt(m_orders.endAt, m_orders.endAt % 2 == 0);
-        else
-            disk().relieve();
+        disk().set({.kinds = FaultyDisk::Changes,
+                    .at = m_orders.endAt,
+                    .lasting = true,
+                    .endsProcess = true,
+                    .halfWritten = m_orders.endAt % 2 == 0});
         next(&User::step);
     }
 

@@ -169,14 +169,6 @@ void EditorDriver::choose(QComboBox* choice, int entry, bool byMouse) {
     }
 }
 
-bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse) const {
-    QComboBox* list = openList(grid, row, key, byMouse);
-    if (list)
-        choose(list, list->findData(value), byMouse);
-    EXPECT_FALSE(grid->isEditing());
-    return list != nullptr;
-}
-
 void EditorDriver::runByMouse(int host, int id) const {
     const QAction* command = editor()->commandBars(host)->action(id);
     for (auto* button : editor()->findChildren<QToolButton*>())

@@ -68,8 +68,6 @@ public:
 
     /// Edits a cell: F2, the text, then the key `end`. False when the cell may not be edited.
     bool edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end = Qt::Key_Return) const;
-    /// Chooses the entry with the stored value `value` of a cell's drop-down list.
-    bool choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse = false) const;
     /// Replaces the text of a box by typing; does not leave it.
     void typeInto(QPlainTextEdit* box, const QString& text) const;
     void typeQuery(const QString& text) const;
