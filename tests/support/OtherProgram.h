@@ -38,7 +38,6 @@ public:
 
 private:
     sqlite3* m_database = nullptr;
-    struct sqlite3_stmt* m_reading = nullptr;
 };
 
 /// All rows of a query on the file at `path`, read by another program, so that only what is in the file is seen.
