@@ -1,9 +1,8 @@
 #include "tests/damage/DamageKinds.h"
 
-#include <sqlite3.h>
-
 #include <QDir>
 #include <QFile>
+#include <algorithm>
 
 #include "tests/support/OtherProgram.h"
 
@@ -34,45 +33,36 @@ DamageKind bitsFlipped(const char* name, int from, int to) {
     });
 }
 
-/// Runs one of the statements; `loose`: first on a table that takes any value, even several rows with one id.
-DamageKind sql(const char* name, const std::vector<QByteArray>& statements, bool loose = false) {
-    return {name, [=](Victim& file) {
-                return file.run(file.oneOf(statements),
-                                loose ? "CREATE TABLE loose AS SELECT * FROM $t; DROP TABLE $t; ALTER TABLE loose "
-                                        "RENAME TO $t;"
-                                      : "");
-            }};
+/// Runs one of the statements.
+DamageKind sql(const char* name, const std::vector<QByteArray>& statements) {
+    return {name, [=](Victim& file) { return file.run(file.oneOf(statements)); }};
+}
+
+/// The same on a table that takes any value, even several rows with one id.
+DamageKind loose(const char* name, std::vector<QByteArray> statements) {
+    for (QByteArray& statement : statements)
+        statement.prepend("CREATE TABLE l AS SELECT * FROM $t; DROP TABLE $t; ALTER TABLE l RENAME TO $t;");
+    return sql(name, statements);
 }
 
 }  // namespace
 
 QByteArray Victim::noise(int count) {
     QByteArray noise(count, '\0');
-    for (char& byte : noise)
-        byte = static_cast<char>(upTo(256));
+    std::generate(noise.begin(), noise.end(), [this] { return static_cast<char>(upTo(256)); });
     return noise;
 }
 
-bool Victim::run(const QByteArray& script, const char* before) {
-    QByteArray all = QByteArray(before) + script;
-    {
-        OtherProgram reader(path, key.constData());
-        // One that the window shows.
-        const QString table =
-            oneOf(reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite%' "
-                             "AND name NOT IN ('tblParm','tblImage','tblDekInfo')"));
-        const QStringList columns = reader.run("SELECT '['||name||']' FROM pragma_table_info(?)", {table});
-        all.replace("$t", table.toUtf8()).replace("$c", oneOf(columns).toUtf8()).replace("$d", oneOf(columns).toUtf8());
-    }
-    all.replace("$n", QByteArray::number(upTo(10'000)));
-    sqlite3* database = nullptr;
-    sqlite3_open(path.toUtf8().constData(), &database);
-    const QByteArray unlock =
-        key.isEmpty() ? "" : "PRAGMA cipher='sqlcipher';PRAGMA legacy=4;PRAGMA key='" + key + "';";
-    const int code = sqlite3_exec(database, unlock + "PRAGMA synchronous=OFF;PRAGMA journal_mode=MEMORY;" + all,
-                                  nullptr, nullptr, nullptr);
-    sqlite3_close(database);
-    return code == SQLITE_OK;
+bool Victim::run(QByteArray script) {
+    OtherProgram file(path, key.constData());
+    // One that the window shows.
+    const QString table =
+        oneOf(file.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite%' "
+                       "AND name NOT IN ('tblParm','tblImage','tblDekInfo')"));
+    const QStringList columns = file.run("SELECT '['||name||']' FROM pragma_table_info(?)", {table});
+    script.replace("$t", table.toUtf8()).replace("$c", oneOf(columns).toUtf8()).replace("$d", oneOf(columns).toUtf8());
+    script.replace("$n", QByteArray::number(upTo(10'000)));
+    return file.tryScript("PRAGMA synchronous=OFF;PRAGMA journal_mode=MEMORY;" + script);
 }
 
 const std::vector<DamageKind>& damageKinds() {
@@ -83,6 +73,11 @@ const std::vector<DamageKind>& damageKinds() {
         const QByteArray body = " ON $t BEGIN " + action + "; END;";
         return "CREATE TRIGGER t1 BEFORE INSERT" + body + "CREATE TRIGGER t2 AFTER UPDATE" + body +
                "CREATE TRIGGER t3 BEFORE DELETE" + body;
+    };
+    const auto many = [](const QByteArray& table, const QByteArray& row) {
+        return "INSERT INTO " + table +
+               " WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n+1 FROM r WHERE n<100000)" + " SELECT " + row +
+               " FROM r";
     };
     const auto replaced = [](const QByteArray& key) {
         return [key](Victim& file) {
@@ -139,8 +134,7 @@ const std::vector<DamageKind>& damageKinds() {
          }},
         sql("a table missing", {"DROP TABLE $t"}),
         sql("a table renamed", {"ALTER TABLE $t RENAME TO other"}),
-        sql("a column missing", {"CREATE TABLE l AS SELECT * FROM $t; DROP TABLE $t; ALTER TABLE l RENAME TO $t; ALTER "
-                                 "TABLE $t DROP COLUMN $c"}),
+        loose("a column missing", {"ALTER TABLE $t DROP COLUMN $c"}),
         sql("a column renamed", {"ALTER TABLE $t RENAME COLUMN $c TO other"}),
         sql("more columns", {"ALTER TABLE $t ADD COLUMN other AS (hex(zeroblob(400000000)))",
                              "ALTER TABLE $t ADD COLUMN other AS (1/0 || abs(-9223372036854775807-1))",
@@ -157,32 +151,28 @@ const std::vector<DamageKind>& damageKinds() {
              schema + "sql='CREATE TABLE' WHERE name='$t'", schema + "sql=NULL WHERE name='$t'",
              schema + "rootpage=$n WHERE name='$t'", schema + "rootpage=1 WHERE name='$t'",
              schema + "rootpage=(SELECT max(rootpage) FROM sqlite_schema)", schema + "type='index' WHERE name='$t'"}),
-        sql("nulls", {"UPDATE $t SET $c=NULL WHERE (rowid*7919+$n)%3>0"}, true),
-        sql("odd types",
-            {"UPDATE $t SET $c=CASE (rowid*7919+$n)%9 WHEN 0 THEN zeroblob(1000) WHEN 1 THEN x'ff00fe' WHEN 2 THEN "
-             "1e308 "
-             "WHEN 3 THEN -0.5 WHEN 4 THEN -9223372036854775808 WHEN 5 THEN CAST(x'fffe41eda0bdf8' AS TEXT) WHEN 6 "
-             "THEN "
-             "'a'||char(0)||'b' WHEN 7 THEN 9e999 ELSE $c END"},
-            true),
-        sql("odd codes",
-            {"UPDATE $t SET $c=CASE (rowid*7919+$n)%10 WHEN 0 THEN '' WHEN 1 THEN '1' WHEN 2 THEN '011' WHEN 3 THEN "
-             "'010101' WHEN 4 THEN '章节' WHEN 5 THEN '%____' WHEN 6 THEN ' 01 ' WHEN 7 THEN '99999999999999999999' "
-             "WHEN 8 "
-             "THEN substr($c,1,2) ELSE $c END"},
-            true),
-        sql("numbers at their limits",
-            {"UPDATE $t SET $c=9223372036854775807-rowid", "UPDATE $t SET $c=-rowid", "UPDATE $t SET $c=rowid%2",
-             "UPDATE $t SET $c='9223372036854775808'"},
-            true),
-        sql("broken links",
-            {"DELETE FROM $t WHERE (rowid*7919+$n)%3>0", "INSERT INTO $t SELECT * FROM $t",
-             "UPDATE $t SET $c=(SELECT b.$c FROM $t b WHERE b.rowid=($t.rowid*7919+$n)%7)"},
-            true),
-        sql("huge texts",
-            {"UPDATE $t SET $c=hex(zeroblob(5000000)) WHERE rowid=1+$n%5",
-             "UPDATE $t SET $c=replace(hex(zeroblob(500000)),'00','长'||char(10)) WHERE rowid=1+$n%5"},
-            true),
+        loose("nulls", {"UPDATE $t SET $c=NULL WHERE (rowid*7919+$n)%3>0"}),
+        loose("odd types", {"UPDATE $t SET $c=CASE (rowid*7919+$n)%9 WHEN 0 THEN zeroblob(1000) WHEN 1 THEN x'ff00fe' "
+                            "WHEN 2 THEN 1e308 WHEN 3 THEN -0.5 WHEN 4 THEN -9223372036854775808 WHEN 5 THEN "
+                            "CAST(x'fffe41eda0bdf8' AS TEXT) "
+                            "WHEN 6 THEN 'a'||char(0)||'b' WHEN 7 THEN 9e999 ELSE $c END"}),
+        loose("odd codes",
+              {"UPDATE $t SET $c=CASE (rowid*7919+$n)%10 WHEN 0 THEN '' WHEN 1 THEN '1' WHEN 2 THEN '011' WHEN 3 THEN "
+               "'010101' WHEN 4 THEN '章节' WHEN 5 THEN '%____' WHEN 6 THEN ' 01 ' WHEN 7 THEN '99999999999999999999' "
+               "WHEN 8 THEN substr($c,1,2) ELSE $c END"}),
+        loose("numbers at their limits", {"UPDATE $t SET $c=9223372036854775807-rowid", "UPDATE $t SET $c=-rowid",
+                                          "UPDATE $t SET $c=rowid%2", "UPDATE $t SET $c='9223372036854775808'"}),
+        loose("broken links", {"DELETE FROM $t WHERE (rowid*7919+$n)%3>0", "INSERT INTO $t SELECT * FROM $t",
+                               "UPDATE $t SET $c=(SELECT b.$c FROM $t b WHERE b.rowid=($t.rowid*7919+$n)%7)"}),
+        sql("many bills", {many("tblBill(Code,Name)", "'010101001','清单'||n")}),
+        sql("many chapters", {many("tblSYB(Code,Name)", "printf('02%04d',n%10000),'章'")}),
+        sql("many features", {many("tblBillSpec(BillID,Name,Type)", "1,'特征'||n,2")}),
+        sql("many values", {many("tblSpecEnum(SpecID,EigenValue)", "1,'值'||n")}),
+        sql("many contents", {many("tblCont(Code,Num,Cont,Prof,BillID)", "'010101001',n,'内容'||n,'01',1")}),
+        sql("many rations",
+            {many("tblContDe(ContID,SubNum,SubCont,Deh,Name,DekID)", "n%5+1,n%3,'细目'||n%3,'A'||n,'定额','GONE'")}),
+        loose("huge texts", {"UPDATE $t SET $c=hex(zeroblob(5000000)) WHERE rowid=1+$n%5",
+                             "UPDATE $t SET $c=replace(hex(zeroblob(500000)),'00','长'||char(10)) WHERE rowid=1+$n%5"}),
     };
     return kinds;
 }

@@ -20,7 +20,7 @@ struct Victim {
     QByteArray noise(int count);
     /// Runs a script on the file as a database; $t in it is a table, $c and $d are columns, $n is a number. False when
     /// it fails.
-    bool run(const QByteArray& script, const char* before = "");
+    bool run(QByteArray script);
 };
 
 /// One way in which a file can be bad; false when this file cannot be so.

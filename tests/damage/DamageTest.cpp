@@ -42,18 +42,6 @@ protected:
         QByteArray good = bytesOf(path);
     };
 
-    Damage() {
-        copyTo(beside, library);
-        main.MDIForm_Load();
-        main.resize(1366, 768);
-        main.show();
-        main.LoadBillDB(beside);
-        EditorDriver::settle();
-        expected = besideShows();
-    }
-
-    static void copyTo(const QString& path, const QString& from) { overwrite(path, bytesOf(from)); }
-
     /// All files are good again.
     void restore() const {
         for (const File& file : files) {
@@ -65,12 +53,12 @@ protected:
     }
 
     std::string besideShows() const {
-        good.click(good.tree()->node(u"K010101"_s));
+        good.click(good.tree()->node(u"K020101"_s));
         EditorDriver::settle();
-        return textOf(rowsOf(good.bills())) + textOf(rowsOf(good.contents())) + textOf(rowsOf(good.features()));
+        return textOf(snapshotOf(*main->activeEditor()));
     }
 
-    bool isBadOpen() const { return main.activeEditor() && main.activeEditor()->DBFilePath() == library; }
+    bool isBadOpen() const { return main->activeEditor() && main->activeEditor()->DBFilePath() == library; }
 
     /// Does `act`, after which somebody must have said so if a query for what is shown then cannot be read.
     void look(const std::function<void()>& act, const QString& query) {
@@ -86,50 +74,45 @@ protected:
         EXPECT_TRUE(told || isBadOpen());
     }
 
-    void visit(unsigned seed, int steps) {
+    void visit(unsigned seed) {
         const bool changesAtOnce = QFile::exists(library + u"-journal"_s) || QFile::exists(library + u"-wal"_s) ||
                                    bytesOf(library).mid(18, 2).contains('\2');
         const QByteArray before = bytesOf(library);
-        look([&] { main.LoadBillDB(library); },
+        look([&] { main->LoadBillDB(library); },
              u"SELECT * FROM tblSYB WHERE IFNULL(Code,'')<>'' ORDER BY length(code),code"_s);
         if (!isBadOpen())
             return;
         ++windows;
-        const QList<KeyedTree::Node*> nodes = bad.tree()->nodes();
-        const auto deep = std::find_if(nodes.begin(), nodes.end(),
-                                       [](const KeyedTree::Node* node) { return KeyedTree::tag(node).size() == 6; });
-        const QString code = deep == nodes.end() ? QString() : KeyedTree::tag(*deep);
-        if (!code.isEmpty() && !code.contains(u'\''))
-            look([&] { bad.click(*deep); }, u"SELECT * FROM tblBill WHERE code LIKE '%1___' ORDER BY code"_s.arg(code));
+        if (KeyedTree::Node* chapter = bad.tree()->node(u"K010101"_s))
+            look([&] { bad.click(chapter); }, u"SELECT * FROM tblBill WHERE code LIKE '010101___' ORDER BY code"_s);
         if (bad.bills()->rowCount() > 1)
             look([&] { bad.click(bad.bills(), 1, u"Code"_s); },
                  u"SELECT * FROM tblBillSpec WHERE billID='%1'"_s.arg(bad.bills()->text(1, u"id"_s)));
         EXPECT_TRUE(changesAtOnce || bytesOf(library) == before) << "it was only looked at";
         RandomUser user(bad, seed, {.disturbed = false, .reopens = false});
-        for (int step = 0; step < steps; ++step)
+        for (int step = 0; step < 4; ++step)
             user.step();
         ModalAnswers answers;
         answers.closeAnything();
         if (isBadOpen())
-            main.commandBars()->execute(260);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            bad.close();
         EXPECT_FALSE(isBadOpen());
     }
 
     void expectBesideIsGood(unsigned seed) {
         const ModalAnswers noMessages;
         good.activate();
-        ASSERT_EQ(main.activeEditor()->DBFilePath(), beside);
+        ASSERT_EQ(main->activeEditor()->DBFilePath(), beside);
         EXPECT_EQ(besideShows(), expected);
         const QString unit = QString::number(seed);
         EXPECT_TRUE(good.edit(good.bills(), 0, u"Unit"_s, unit));
         EditorDriver::settle();
-        EXPECT_EQ(rowsInFile(beside, "SELECT Unit FROM tblBill WHERE Code='010101001'"), QStringList{unit});
+        EXPECT_EQ(rowsInFile(beside, "SELECT Unit FROM tblBill WHERE Code='020101001'"), QStringList{unit});
         expected = besideShows();
     }
 
     const QString library = awkwardLibrary();
-    const QString beside = dataPath + u"beside.bdb"_s;
+    const QString beside = libraryAtTheLimits();
     const QString companion = [this] {
         OtherProgram(companionPath(library), systemKey).run("CREATE TABLE IF NOT EXISTS SysBaseData(DekId, DekName)");
         return companionPath(library);
@@ -138,10 +121,10 @@ protected:
                            {"companion", companion, systemKey},
                            {"system database", appPath + u"tessel.dat"_s, systemKey},
                            {"ration library", dataPath + u"广东省/广东建筑与装饰工程定额.db"_s, {}}};
-    frmMain main;
-    EditorDriver good{&main, beside};
-    EditorDriver bad{&main, library};
-    std::string expected;
+    EditorDriver good{beside};
+    frmMain* const main = good.window();
+    EditorDriver bad{main, library};
+    std::string expected = besideShows();
     int windows = 0;
     int unreadable = 0;
 };
@@ -160,7 +143,7 @@ TEST_F(Damage, NeverHarmsTheWindow) {
         if (!kind.apply(victim))
             return;
         ++done[kind.name];
-        visit(seed, 4);
+        visit(seed);
         restore();
         expectBesideIsGood(seed);
     });
@@ -178,27 +161,4 @@ TEST_F(Damage, NeverHarmsTheWindow) {
         EXPECT_GE(done[kind.name], 1) << kind.name;
     EXPECT_GE(all, static_cast<int>(3 * kinds.size()));
     EXPECT_GE(unreadable, 8);
-}
-
-TEST_F(Damage, ManyRowsAreOnlyMany) {
-    const char* const statements[] = {
-        "tblBill(Code,Name) SELECT '010101001','清单'||n FROM r",
-        "tblSYB(Code,Name) SELECT printf('02%04d',n%10000),'章' FROM r",
-        "tblBillSpec(BillID,Name,Type) SELECT 1,'特征'||n,2 FROM r",
-        "tblSpecEnum(SpecID,EigenValue) SELECT 1,'值'||n FROM r",
-        "tblCont(Code,Num,Cont,Prof,BillID) SELECT '010101001',n,'内容'||n,'01',1 FROM r",
-        "tblContDe(ContID,SubNum,SubCont,Deh,Name,DekID) SELECT n%5+1,n%3,'细目'||n%3,'A'||n,'定额','GONE' FROM r",
-    };
-    for (const char* statement : statements) {
-        SCOPED_TRACE(statement);
-        restore();
-        OtherProgram(library).run(QByteArray("INSERT INTO ") +
-                                  QByteArray(statement).replace(" SELECT ",
-                                                                " WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL "
-                                                                "SELECT n+1 FROM r WHERE n<100000) SELECT "));
-        visit(4, 2);
-        expectBesideIsGood(4);
-        ASSERT_FALSE(HasFailure());
-    }
-    restore();
 }

@@ -3,36 +3,19 @@
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTest>
 
 #include "editor/bills/BillPane.h"
 #include "editor/bills/FeaturePane.h"
 #include "editor/chapters/ChapterPane.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/Snapshot.h"
 #include "tests/support/Typing.h"
 
-using namespace Qt::StringLiterals;
-
-namespace {
-
-std::string textOf(const frmEditor& editor) {
-    const Snapshot all = snapshotOf(editor);
-    std::string text;
-    for (const Rows* rows : {&all.tree, &all.bills, &all.features, &all.values, &all.contents})
-        text += textOf(*rows) + "\n--\n";
-    return text + all.rule.toStdString() + "\n--\n" + all.content.toStdString();
-}
-
-}  // namespace
-
-Workplace::Workplace(const QString& path) : user(&main, path) {
-    main.MDIForm_Load();
-    main.resize(1366, 768);
-    main.show();
-    user.activate();
-    reopen();
-}
+// Opened anew it syncs as the program does.
+Workplace::Workplace() : user(awkwardLibrary()) { reopen(); }
 
 void Workplace::click(const char* chapter) {
     KeyedTree::Node* node = user.tree()->node(u'K' + QString::fromLatin1(chapter));
@@ -42,11 +25,11 @@ void Workplace::click(const char* chapter) {
 }
 
 void Workplace::reopen(const char* chapter) {
-    if (isOpen())
+    if (user.editor())
         user.close();
-    main.LoadBillDB(user.path());
+    main.LoadBillDB(path);
     EditorDriver::settle();
-    ASSERT_TRUE(isOpen());
+    ASSERT_TRUE(user.editor());
     user.activate();
     click(chapter);
 }
@@ -56,12 +39,10 @@ QStringList Workplace::messagesOf(const std::function<void(ModalAnswers&)>& act)
     answers.otherwise(answer);
     act(answers);
     EditorDriver::settle();
-    QStringList said = answers.takeRecords();
     static const QRegularExpression told(u"^(?!.*(确认|确实)).*(: |^\\w+\\.\\w* -?\\d+$)"_s,
                                          QRegularExpression::DotMatchesEverythingOption);
-    said = said.filter(told);
     user.activate();
-    return said;
+    return answers.takeRecords().filter(told);
 }
 
 QStringList Workplace::messagesOf(const std::function<void()>& act) {
@@ -82,16 +63,17 @@ void Workplace::answer(QWidget* window) {
     }
 }
 
+bool Workplace::tellsError(const QStringList& said, const char* numbers) {
+    return said.contains(QRegularExpression(u"^\\w+\\.\\w* (%1)$"_s.arg(QLatin1String(numbers))));
+}
+
 QStringList Workplace::rename(const QString& name) {
     return messagesOf([&] { user.edit(user.bills(), 0, u"Name"_s, name); });
 }
 
 QStringList Workplace::typeCode(const QString& code) {
     return messagesOf([&] {
-        QWidget* editor = user.openEditor(user.contents(), 2, u"cont"_s);
-        ASSERT_TRUE(editor);
-        EditorDriver::typeOver(editor, code);
-        user.key(editor, Qt::Key_Return);
+        EXPECT_TRUE(user.edit(user.contents(), 2, u"cont"_s, code));
         user.contents()->cancelEdit();
     });
 }
@@ -112,20 +94,68 @@ QStringList Workplace::enter(int command, const char* name, const QString& text)
     });
 }
 
-std::string Workplace::shown() const { return textOf(*user.editor()); }
+std::vector<Command> Workplace::commands() {
+    using enum Command::Left;
+    const auto run = [this](int host, int id) { return [=, this] { user.run(host, id); }; };
+    const auto onContent = [this](int level, int id) {
+        return [=, this] {
+            KeyedGrid* contents = user.contents();
+            int row = contents->rowCount() - 1;
+            while (row > 0 && contents->level(row) != level)
+                --row;
+            contents->setCell(row, u"cont"_s);
+            user.run(2, id);
+        };
+    };
+    const auto edit = [this](KeyedGrid* (EditorDriver::*grid)() const, const char* key) {
+        return [=, this] { user.edit((user.*grid)(), 0, QLatin1String(key), u"新文"_s); };
+    };
+    const char* const ddl = "ModDBOperator.ExecuteDDL";
+    return {
+        {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Nothing, run(1, 100)},
+        {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Nothing, run(1, 101), "0301"},
+        {"frmEditor.", "UPDATE ON tblSYB", Nothing, run(1, 102)},
+        {"frmEditor.DeleteBillSYB", "DELETE ON tblSYB", WhatWasDone, run(1, 103), "030101"},
+        {"frmEditor.ExchangeSYBNode", "UPDATE ON tblCont", Nothing, run(1, 105)},
+        {"frmEditor.mnuAddBill_Click", "UPDATE ON tblCont", Nothing, run(2, 200)},
+        {"frmEditor.mnuDeleteBill_Click", "DELETE ON tblBill", Nothing, run(2, 201)},
+        {"frmEditor.MoveBillRow", "UPDATE ON tblBill", Nothing, run(2, 105)},
+        {ddl, "UPDATE ON tblBill", Nothing, edit(&EditorDriver::bills, "Name")},
+        {ddl, "UPDATE ON tblBill", Nothing,
+         [this] {
+             user.typeInto(user.rule(), u"新文"_s);
+             user.key(user.rule(), Qt::Key_Tab);
+         }},
+        {ddl, "INSERT ON tblBillSpec", Nothing, run(3, 300)},
+        {"frmEditor.mnuDeleteFeature_Click", "DELETE ON tblBillSpec", Nothing, run(3, 301)},
+        {ddl, "UPDATE ON tblBillSpec", Nothing, edit(&EditorDriver::features, "Name")},
+        {ddl, "INSERT ON tblSpecEnum", Nothing, run(4, 300)},
+        {"frmEditor.mnuDeleteFeatureVal_Click", "DELETE ON tblSpecEnum", Nothing, run(4, 301)},
+        {"frmEditor.grdSpecEnum_AfterEdit", "UPDATE ON tblBillSpec", Nothing,
+         edit(&EditorDriver::values, "eigenValue")},
+        {"frmEditor.munAddBillCont_Click", "INSERT ON tblCont", WhatWasDone, run(2, 400)},
+        {"frmEditor.munAddBillSubCont_Click", "INSERT ON tblContDe", WhatWasDone, onContent(1, 401)},
+        {"frmEditor.mnuDelBillCont_Click", "DELETE ON tblCont", Nothing, onContent(0, 403)},
+        {"frmEditor.munDelBillSubCont_Click", "DELETE ON tblContDe", Nothing, onContent(1, 403)},
+        {"frmEditor.munDelBillContDe_Click", "UPDATE ON tblContDe", WhatWasDone, onContent(2, 403)},
+        {ddl, "UPDATE ON tblContDe", InTheGrid, [this] { user.edit(user.contents(), 2, u"cont"_s, u"a1-3"_s); }},
+    };
+}
+
+std::string Workplace::shown() const { return textOf(snapshotOf(*user.editor())); }
 
 void Workplace::expectWindowIsFile() {
     const ModalAnswers noMessages;
     frmEditor fresh(&main);
-    fresh.setDBFilePath(user.path());
+    fresh.setDBFilePath(path);
     ASSERT_TRUE(fresh.Form_Load());
     KeyedTree::Node* node = fresh.chapterPane()->tvSYB()->node(u'K' + user.chapter());
     ASSERT_TRUE(node) << qPrintable(user.chapter());
     fresh.chapterPane()->tvSYB_NodeClick(node);
     fresh.billPane()->grdBillList()->setRow(user.bills()->row());
     fresh.featurePane()->grdSpec()->setRow(user.features()->row());
-    EXPECT_EQ(shown(), textOf(fresh));
-    EXPECT_FALSE(QFile::exists(user.path() + u"-journal"_s)) << "something is uncommitted";
+    EXPECT_EQ(shown(), textOf(snapshotOf(fresh)));
+    EXPECT_FALSE(QFile::exists(path + u"-journal"_s)) << "something is uncommitted";
 }
 
 void Workplace::expectThatWorkGoesOn() {
@@ -134,20 +164,8 @@ void Workplace::expectThatWorkGoesOn() {
         click("010101");
     const QString name = u"之后%1"_s.arg(++m_edits);
     EXPECT_EQ(rename(name), QStringList());
-    EXPECT_EQ(rowsInFile(user.path(), sql("SELECT Name FROM tblBill WHERE ID=", user.bills()->text(0, u"id"_s))),
+    EXPECT_EQ(rowsInFile(path, sql("SELECT Name FROM tblBill WHERE ID=", user.bills()->text(0, u"id"_s))),
               QStringList{name});
-}
-
-QStringList contentOf(const QString& library) {
-    OtherProgram reader(library);
-    QStringList all;
-    for (const QString& table :
-         reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_stat%' ORDER BY name")) {
-        all << table;
-        for (const QStringList& row : reader.rows(u"SELECT * FROM "_s + table))
-            all << row.join(u'|');
-    }
-    return all;
 }
 
 QString integrityOf(const QString& library) { return rowsInFile(library, "PRAGMA integrity_check").join(u'\n'); }

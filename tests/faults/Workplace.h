@@ -9,17 +9,27 @@
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
 
-/// One library open in the real window, on a disk that can fail, and what is asked of both after something has gone
-/// wrong.
+/// A command or an edit that writes.
+struct Command {
+    /// What is left of it when it has failed. A code that could not be written stays in the grid.
+    enum Left { Nothing, InTheGrid, WhatWasDone };
+
+    const char* place;    ///< that records its failure
+    const char* refused;  ///< a change that comes late in it
+    Left left;
+    std::function<void()> act;
+    const char* chapter = "010101";
+};
+
+/// The awkward library open in the real window, on a disk that can fail, and what is asked of both after something has
+/// gone wrong. It shows the bills of the chapter 010101.
 class Workplace : public ::testing::Test {
 protected:
-    /// Opens the library at `path` and shows the bills of the chapter 010101.
-    explicit Workplace(const QString& path);
+    Workplace();
 
     void click(const char* chapter);
     /// Closes the library, if it is open, opens it again and shows the bills of `chapter`.
     void reopen(const char* chapter = "010101");
-    bool isOpen() const { return !main.editors().isEmpty(); }
 
     /// Does `act` and gives what was said: of error records the place, "module.procedure" and the number, of other
     /// messages title and text. What `act` does not answer itself is left to answer(); questions and other dialogs are
@@ -28,6 +38,8 @@ protected:
     QStringList messagesOf(const std::function<void()>& act);
     /// Yes to a question, 新 to a name dialog. Fails the test when a message could be taken for rich text.
     static void answer(QWidget* window);
+    /// Whether an error with one of `numbers` ("8|14") was told.
+    static bool tellsError(const QStringList& said, const char* numbers);
 
     /// What is said when the first bill gets a name.
     QStringList rename(const QString& name);
@@ -43,16 +55,17 @@ protected:
     /// Fails the test unless an edit is in the file as soon as it is made.
     void expectThatWorkGoesOn();
 
+    /// Everything that writes.
+    std::vector<Command> commands();
+
     FaultyDisk disk;
-    frmMain main;
     EditorDriver user;
+    frmMain& main = *user.window();
+    const QString path = user.path();
 
 private:
     int m_edits = 0;
 };
-
-/// Every row of every table of a library, read by another program.
-QStringList contentOf(const QString& library);
 
 /// "ok", or what is wrong with the file itself.
 QString integrityOf(const QString& library);

@@ -1,13 +1,16 @@
 #pragma once
 
-#include <QFile>
-#include <QStringList>
+#include <QCryptographicHash>
+#include <QMap>
+#include <QRegularExpression>
 #include <vector>
 
-using namespace Qt::StringLiterals;
+#include "tests/support/OtherProgram.h"
 
-/// What the user in the program is told to do.
+/// What the user in the program is told to do, in an environment variable.
 struct Orders {
+    static constexpr const char* variable = "TESSEL_TEST_ORDERS";
+
     QString library;  ///< path, open in the program already
     QString journal;  ///< path
     unsigned seed = 1;
@@ -15,57 +18,49 @@ struct Orders {
     bool checked = false;  ///< every step is judged, and what the file holds is written down
     qint64 endAt = 0;      ///< the process is killed at this change of a file, from the first step on; 0: it is not
 
-    /// For an environment variable that the toolkit reads as a list of Latin letters.
     QString toText() const {
-        const QStringList parts{library,
-                                journal,
-                                QString::number(seed),
-                                QString::number(steps),
-                                QString::number(checked),
-                                QString::number(endAt)};
-        return QString::fromLatin1(parts.join(u'|').toUtf8().toHex());
+        return u"%1|%2|%3|%4|%5|%6"_s.arg(library, journal).arg(seed).arg(steps).arg(checked ? 1 : 0).arg(endAt);
     }
     static Orders fromText(const QString& text) {
-        const QStringList parts = QString::fromUtf8(QByteArray::fromHex(text.toLatin1())).split(u'|');
+        const QStringList parts = text.split(u'|');
         return {parts[0], parts[1], parts[2].toUInt(), parts[3].toInt(), parts[4] == u"1", parts[5].toLongLong()};
     }
 };
 
 /// What is heard of the user: the journal, line by line, each of which is in the file before anything else happens.
-///   begin N    step N begins
-///   content D  what the file holds now (a run that is checked only), see contentOf()
-///   end N      the window shows the result of step N
+///   begin      the next step begins
+///   content D  what the file holds now (a run that is checked only), see digestOf()
+///   end        the window shows the result of the step
 ///   changes N  as many operations changed files from the first step on
 ///   wrong T    something is not as it has to be
 ///   done       the program was closed as a user closes it
 struct Journal {
-    int begun = 0;
-    int ended = 0;
     std::vector<QStringList> contents = std::vector<QStringList>(1);  ///< by step; 0: before the first
-    qint64 changes = 0;
-    QStringList wrong;
-    bool done = false;
+    QMap<QString, QStringList> said;                                  ///< the rest of all other lines by their word
 
     explicit Journal(const QString& path) {
-        QFile file(path);
-        const QString text = QString::fromUtf8(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+        const QString text = QString::fromUtf8(bytesOf(path));
         // A line that was cut off is none.
         for (const QString& line : text.left(text.lastIndexOf(u'\n') + 1).split(u'\n')) {
             const QString word = line.section(u' ', 0, 0), rest = line.section(u' ', 1);
-            if (word == u"begin") {
-                begun = rest.toInt();
+            if (word == u"begin")
                 contents.emplace_back();
-            } else if (word == u"end") {
-                ended = rest.toInt();
-            } else if (word == u"content") {
+            else if (word == u"content")
                 contents.back() << rest;
-            } else if (word == u"changes") {
-                changes = rest.toLongLong();
-            } else if (word == u"wrong") {
-                wrong << rest;
-            } else if (word == u"done") {
-                done = true;
-            }
+            else
+                said[word] << rest;
         }
     }
+
+    std::size_t begun() const { return contents.size() - 1; }
+    std::size_t ended() const { return static_cast<std::size_t>(said[u"end"_s].size()); }
 };
+
+/// What a library holds, short, but for the times of changes. Empty when the file cannot be read now.
+inline QString digestOf(const QString& library) {
+    if (!OtherProgram(library).tryScript("SELECT count(*) FROM sqlite_schema"))
+        return {};
+    static const QRegularExpression time(u"\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d"_s);
+    const QByteArray content = contentOf(library).replaceInStrings(time, QString()).join(u'\n').toUtf8();
+    return QString::fromLatin1(QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex());
+}

@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "tests/kill/Content.h"
 #include "tests/kill/Orders.h"
 #include "tests/support/FaultyDisk.h"
 #include "tests/support/ModalAnswers.h"
@@ -44,7 +43,7 @@ private:
         // While something is uncommitted the file holds what it held before.
         if (QFile::exists(m_orders.library + u"-journal"_s))
             return;
-        const QString content = contentOf(m_orders.library);
+        const QString content = digestOf(m_orders.library);
         if (content != m_content && !content.isEmpty())
             note(u"content "_s + content);
         m_content = content;
@@ -67,10 +66,11 @@ private:
             m_judge = std::make_unique<Judge>(*m_driver, *m_user);
             noteContent();
         }
-        if (m_orders.endAt > 0)
-            disk().endProcessAt(m_orders.endAt, m_orders.endAt % 2 == 0);
-        else
-            disk().relieve();
+        disk().set({.kinds = FaultyDisk::Changes,
+                    .at = m_orders.endAt,
+                    .lasting = true,
+                    .endsProcess = true,
+                    .halfWritten = m_orders.endAt % 2 == 0});
         next(&User::step);
     }
 
@@ -79,7 +79,8 @@ private:
             next(&User::leave);
             return;
         }
-        note(u"begin %1"_s.arg(++m_done));
+        ++m_done;
+        note(u"begin"_s);
         m_user->step();
         if (m_orders.checked)
             noteContent();
@@ -88,7 +89,7 @@ private:
             std::fflush(nullptr);
             std::_Exit(1);
         }
-        note(u"end %1"_s.arg(m_done));
+        note(u"end"_s);
         next(&User::step);
     }
 
@@ -113,16 +114,15 @@ private:
 
 }  // namespace
 
-/// Brings the random user into the unmodified program, as a plugin of its toolkit: QT_QPA_GENERIC_PLUGINS names it,
-/// with the orders behind the colon.
+/// Brings the random user into the unmodified program, as a plugin of its toolkit that QT_QPA_GENERIC_PLUGINS names.
 class UserPlugin : public QGenericPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "UserPlugin.json")
 
 public:
-    QObject* create(const QString&, const QString& orders) override { return new User(Orders::fromText(orders)); }
+    QObject* create(const QString&, const QString&) override {
+        return new User(Orders::fromText(qEnvironmentVariable(Orders::variable)));
+    }
 };
 
 #include "UserPlugin.moc"
-
-using namespace Qt::StringLiterals;

@@ -75,15 +75,6 @@ bool EditorDriver::close(Closing way) {
     return closed;
 }
 
-void EditorDriver::bringToFront() const {
-    for (QMdiSubWindow* child : m_main->findChildren<QMdiSubWindow*>()) {
-        const auto* shown = qobject_cast<frmEditor*>(child->widget());
-        if (shown && shown->DBFilePath() == m_path)
-            child->mdiArea()->setActiveSubWindow(child);
-    }
-    settle();
-}
-
 KeyedTree* EditorDriver::tree() const { return editor()->chapterPane()->tvSYB(); }
 KeyedGrid* EditorDriver::bills() const { return editor()->billPane()->grdBillList(); }
 KeyedGrid* EditorDriver::features() const { return editor()->featurePane()->grdSpec(); }
@@ -176,14 +167,6 @@ void EditorDriver::choose(QComboBox* choice, int entry, bool byMouse) {
         list->setCurrentIndex(wanted);
         QTest::keyClick(list, Qt::Key_Return);
     }
-}
-
-bool EditorDriver::choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse) const {
-    QComboBox* list = openList(grid, row, key, byMouse);
-    if (list)
-        choose(list, list->findData(value), byMouse);
-    EXPECT_FALSE(grid->isEditing());
-    return list != nullptr;
 }
 
 void EditorDriver::runByMouse(int host, int id) const {

@@ -33,9 +33,6 @@ public:
     void open();
     bool ownsWindow() const { return m_own != nullptr; }
 
-    /// Makes the library's child window the active one when there are several; all that follows acts on that one.
-    void bringToFront() const;
-
     frmMain* window() const { return m_main; }
     frmEditor* editor() const { return m_main->activeEditor(); }
     const QString& path() const { return m_path; }
@@ -71,8 +68,6 @@ public:
 
     /// Edits a cell: F2, the text, then the key `end`. False when the cell may not be edited.
     bool edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end = Qt::Key_Return) const;
-    /// Chooses the entry with the stored value `value` of a cell's drop-down list.
-    bool choose(KeyedGrid* grid, int row, const QString& key, const QString& value, bool byMouse = false) const;
     /// Replaces the text of a box by typing; does not leave it.
     void typeInto(QPlainTextEdit* box, const QString& text) const;
     void typeQuery(const QString& text) const;

@@ -7,38 +7,22 @@
 
 namespace {
 
-struct Fault {
-    int code = SQLITE_OK;
-    unsigned kinds = 0;
-    std::int64_t at = 0;
-    bool lasting = false;
-    bool onlyGrowth = false;
-    bool kill = false;
-    bool halfWritten = false;
-};
-
 struct Disk {
-    Fault fault;
+    FaultyDisk::Fault fault;
     std::int64_t changes = 0;
     std::int64_t reads = 0;
     std::int64_t failures = 0;
     std::int64_t waitedMicroseconds = 0;
+    std::int64_t changesTold = 0;
 };
 Disk disk;
 std::vector<FaultyDisk::Change>* record = nullptr;
 std::function<void()> whenChanged;
-std::int64_t changesTold = 0;
-
-void set(const Fault& fault) {
-    disk = Disk();
-    changesTold = 0;
-    disk.fault = fault;
-}
 
 /// Counts an operation and tells whether it is to fail or to be the last one.
 bool strikes(unsigned kind, bool grows = true) {
     const std::int64_t number = kind == FaultyDisk::Read ? ++disk.reads : ++disk.changes;
-    const Fault& fault = disk.fault;
+    const FaultyDisk::Fault& fault = disk.fault;
     if (fault.at == 0 || number < fault.at || !(fault.kinds & kind) || (fault.onlyGrowth && !grows))
         return false;
     if (!fault.lasting && disk.failures > 0)
@@ -48,9 +32,9 @@ bool strikes(unsigned kind, bool grows = true) {
 }
 
 int failure(int ofThisKind) {
-    if (disk.fault.kill)
+    if (disk.fault.endsProcess)
         std::raise(SIGKILL);
-    return disk.fault.code == SQLITE_IOERR ? ofThisKind : disk.fault.code;
+    return disk.fault.full ? SQLITE_FULL : ofThisKind;
 }
 
 int recorded(int code, const FaultyDisk::Change& change) {
@@ -104,8 +88,8 @@ int syncFile(sqlite3_file* file, int) {
 
 int unlockFile(sqlite3_file* file, int level) {
     const int code = files.at(file).methods->xUnlock(file, level);
-    if (level == SQLITE_LOCK_NONE && disk.changes > changesTold && whenChanged) {
-        changesTold = disk.changes;
+    if (level == SQLITE_LOCK_NONE && disk.changes > disk.changesTold && whenChanged) {
+        disk.changesTold = disk.changes;
         whenChanged();
     }
     return code;
@@ -174,19 +158,6 @@ std::int64_t FaultyDisk::reads() const { return disk.reads; }
 std::int64_t FaultyDisk::failures() const { return disk.failures; }
 std::int64_t FaultyDisk::waited() const { return disk.waitedMicroseconds / 1000; }
 
-void FaultyDisk::becomeFullAt(std::int64_t at, bool oldBlocksToo) {
-    set({.code = SQLITE_FULL, .kinds = Write, .at = at, .lasting = true, .onlyGrowth = !oldBlocksToo});
-}
-
-void FaultyDisk::failAt(std::int64_t at, unsigned kinds, bool fromThenOn) {
-    set({.code = SQLITE_IOERR, .kinds = kinds, .at = at, .lasting = fromThenOn});
-}
-
-void FaultyDisk::endProcessAt(std::int64_t at, bool halfWritten) {
-    set({.kinds = Changes, .at = at, .lasting = true, .kill = true, .halfWritten = halfWritten});
-}
-
-void FaultyDisk::relieve() { set({}); }
-
+void FaultyDisk::set(const Fault& fault) { disk = {.fault = fault}; }
 void FaultyDisk::record(std::vector<Change>* changes) { ::record = changes; }
 void FaultyDisk::whenChanged(std::function<void()> changed) { ::whenChanged = std::move(changed); }

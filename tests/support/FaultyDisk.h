@@ -32,18 +32,21 @@ public:
     /// Milliseconds that locks would have been waited for since the disk was made or last set to a fault.
     std::int64_t waited() const;
 
-    // Each starts the counts anew and replaces what was set before. `at` is 1 for the next operation.
-
-    /// From the change `at` on there is no room: writes fail that make a file longer, or, where old blocks are not
-    /// used again, all writes.
-    void becomeFullAt(std::int64_t at, bool oldBlocksToo);
-    /// Operations of `kinds` fail with an input/output error: the first one at or after `at`, or all from there on.
-    /// `at` counts changes, or reads when `kinds` is Read alone.
-    void failAt(std::int64_t at, unsigned kinds, bool fromThenOn);
-    /// The process is killed before the change `at`; `halfWritten`: after the first half of it, if it is a write.
-    void endProcessAt(std::int64_t at, bool halfWritten = false);
+    /// What happens at the operation `at`, 1 for the next one, which counts changes, or reads when `kinds` is Read
+    /// alone: it fails with an input/output error, unless something else is asked for.
+    struct Fault {
+        unsigned kinds = 0;        ///< that fail: the first one at or after `at`
+        std::int64_t at = 0;       ///< 0: nothing fails
+        bool lasting = false;      ///< all from there on
+        bool full = false;         ///< for want of room
+        bool onlyGrowth = false;   ///< only writes that make a file longer, where old blocks are used again
+        bool endsProcess = false;  ///< the process is killed before the operation,
+        bool halfWritten = false;  ///< or after the first half of it, if it is a write
+    };
+    /// Starts the counts anew and replaces what was set before.
+    void set(const Fault& fault);
     /// Everything works from now on.
-    void relieve();
+    void relieve() { set({}); }
 
     struct Change {
         Kind kind;

@@ -56,8 +56,6 @@ void addBill(OtherProgram& library, const QString& code) {
 
 }  // namespace
 
-QString sampleCopy() { return copyOfSampleLibrary(sampleLibraryName()); }
-
 QString awkwardLibrary() {
     const QString path = dataPath + u"awkward.bdb"_s;
     const auto library = newLibrary(path);

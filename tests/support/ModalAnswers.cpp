@@ -46,20 +46,14 @@ ModalAnswers& ModalAnswers::otherwise(std::function<void(QWidget*)> act) {
 }
 
 QStringList ModalAnswers::takePlaces() {
-    QStringList seen = takeRecords();
     static const QRegularExpression number(u"^(\\w+\\.\\w*) -?\\d+$"_s);
-    return seen.replaceInStrings(number, u"\\1"_s);
+    return takeRecords().replaceInStrings(number, u"\\1"_s);
 }
 
 QStringList ModalAnswers::takeRecords() {
-    static const QRegularExpression record(u"错误位置: (\\S+)\\s+错误号码: (-?\\d+)"_s);
-    QStringList seen = takeSeen();
-    for (QString& text : seen) {
-        const QRegularExpressionMatch found = record.match(text);
-        if (found.hasMatch())
-            text = found.captured(1) + u' ' + found.captured(2);
-    }
-    return seen;
+    static const QRegularExpression record(u"^.*错误位置: (\\S+)\\s+错误号码: (-?\\d+).*$"_s,
+                                           QRegularExpression::DotMatchesEverythingOption);
+    return takeSeen().replaceInStrings(record, u"\\1 \\2"_s);
 }
 
 bool ModalAnswers::eventFilter(QObject* watched, QEvent* event) {

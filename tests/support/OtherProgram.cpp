@@ -12,14 +12,11 @@ OtherProgram::OtherProgram(const QString& path, const char* key) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_database), SQLITE_OK);
     if (*key) {
         const QByteArray unlock = QByteArray("PRAGMA cipher='sqlcipher';PRAGMA legacy=4;PRAGMA key='") + key + '\'';
-        EXPECT_EQ(sqlite3_exec(m_database, unlock.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        EXPECT_TRUE(tryScript(unlock));
     }
 }
 
-OtherProgram::~OtherProgram() {
-    sqlite3_finalize(m_reading);
-    sqlite3_close(m_database);
-}
+OtherProgram::~OtherProgram() { sqlite3_close(m_database); }
 
 Rows OtherProgram::rows(const QString& statement, const QStringList& values) {
     sqlite3_stmt* prepared = nullptr;
@@ -51,20 +48,35 @@ QStringList OtherProgram::run(const char* statement, const QStringList& values) 
     return firsts;
 }
 
-void OtherProgram::keepReading() {
-    EXPECT_EQ(sqlite3_prepare_v2(m_database, "SELECT * FROM sqlite_schema", -1, &m_reading, nullptr), SQLITE_OK);
-    EXPECT_EQ(sqlite3_step(m_reading), SQLITE_ROW);
-}
-
-qint64 OtherProgram::lastId() const { return sqlite3_last_insert_rowid(m_database); }
-
-QStringList rowsInFile(const QString& path, const SqlText& query) {
+QStringList OtherProgram::lines(const QString& query) {
     QStringList lines;
-    for (QStringList row : OtherProgram(path).rows(query.text())) {
+    for (QStringList row : rows(query)) {
         std::transform(row.begin(), row.end(), row.begin(), named);
         lines << row.join(u'|');
     }
     return lines;
+}
+
+bool OtherProgram::tryScript(const QByteArray& script) {
+    return sqlite3_exec(m_database, script.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void OtherProgram::keepReading() {
+    run("BEGIN");
+    run("SELECT name FROM sqlite_schema");
+}
+
+qint64 OtherProgram::lastId() const { return sqlite3_last_insert_rowid(m_database); }
+
+QStringList rowsInFile(const QString& path, const SqlText& query) { return OtherProgram(path).lines(query.text()); }
+
+QStringList contentOf(const QString& path) {
+    OtherProgram reader(path);
+    QStringList all;
+    for (const QString& table :
+         reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_stat%' ORDER BY name"))
+        all << table << reader.lines(u"SELECT * FROM "_s + table);
+    return all;
 }
 
 void overwrite(const QString& path, const QByteArray& bytes) {

@@ -27,6 +27,10 @@ public:
     Rows rows(const QString& statement, const QStringList& values = {});
     /// The same, of each row only the first value, NULL as "NULL".
     QStringList run(const char* statement, const QStringList& values = {});
+    /// The same, one text a row: fields joined by "|", NULL as "NULL".
+    QStringList lines(const QString& query);
+    /// Runs a whole script; false when it fails.
+    bool tryScript(const QByteArray& script);
     /// Begins to read the file and keeps at it for as long as this lives.
     void keepReading();
 
@@ -34,12 +38,13 @@ public:
 
 private:
     sqlite3* m_database = nullptr;
-    struct sqlite3_stmt* m_reading = nullptr;
 };
 
-/// All rows of a query on the file at `path`, read by another program, so that only what is in the file is seen: one
-/// text a row, fields joined by "|", NULL as "NULL".
+/// All rows of a query on the file at `path`, read by another program, so that only what is in the file is seen.
 QStringList rowsInFile(const QString& path, const SqlText& query);
+
+/// The same, of every row of every table.
+QStringList contentOf(const QString& path);
 
 /// Takes a file away and brings it back, in place of whatever stands there by then, when this goes.
 class KeptFile {

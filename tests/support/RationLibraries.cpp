@@ -1,15 +1,12 @@
 #include "tests/support/RationLibraries.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "samples/writer/RationFiles.h"
-
-using namespace Qt::StringLiterals;
+#include "tests/support/OtherProgram.h"
 
 namespace {
 
@@ -39,21 +36,16 @@ void RationLibraries::list(const std::vector<Listed>& libraries) const {
 
 QString RationLibraries::make(const char* fileName, const std::vector<SqlText>& rations,
                               const std::vector<SqlText>& chapters) const {
-    Connection library;
-    library.Open(path(fileName), QString(), Connection::readWriteCreate);
-    library.Execute("BEGIN");
-    createRationTables(library);
+    writeRationLibrary(path(fileName), {});
+    OtherProgram library(path(fileName));
     for (const SqlText& values : chapters)
-        library.Execute(sql("INSERT INTO DeSYB VALUES(", values, ")"));
+        library.rows(sql("INSERT INTO DeSYB VALUES(", values, ")").text());
     for (const SqlText& values : rations)
-        library.Execute(sql("INSERT INTO DEB VALUES(", values, ")"));
-    library.Execute("COMMIT");
+        library.rows(sql("INSERT INTO DEB VALUES(", values, ")").text());
     return path(fileName);
 }
 
 QString RationLibraries::makeDamaged(const char* fileName) const {
-    QFile file(path(fileName));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(5000, 'x'));
+    overwrite(path(fileName), QByteArray(5000, 'x'));
     return path(fileName);
 }

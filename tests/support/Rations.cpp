@@ -13,14 +13,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A library with what is awkward: a code in small letters, a name that cannot be written, a missing unit.
+/// A library with what is awkward: a code in small letters, names that cannot be written or look like something else, a
+/// missing unit.
 void addAwkwardLibrary(OtherProgram& system) {
     const QString path = joinPath(dataPath + u"广东省"_s, u"awkward.db"_s);
     if (QFile::exists(path))
         return;
-    writeRationLibrary(path, {{{1, {1}, u"章"_s}, {2, {1, 1}, u"节"_s}},
+    writeRationLibrary(path, {{{1, {1}, u"<b>&章"_s}, {2, {1, 1}, u"节"_s}},
                               {{1, u"x1-1"_s, u"lower case"_s, u"m"_s},
                                {1, u"X1-2"_s, u"it's"_s, u"m"_s},
+                               {1, u"X1-5"_s, u"'; DROP TABLE tblBill; --"_s, u"<b>"_s},
+                               {2, u"X1-6"_s, u"%1 <b>&File</b> \"#1;a|\\"_s, u"😀"_s},
                                {2, u"X1-3"_s, u"第三项"_s, u"100m2"_s},
                                {2, u"x1-4"_s, {}, {}}}});
     OtherProgram(path).run("UPDATE DEB SET DW=NULL WHERE DEH='x1-4'");

@@ -18,7 +18,6 @@ public:
 
     /// An id that is not listed gives a library without a file.
     Library library(const QString& id) const { return m_libraries.value(id); }
-    QStringList ids() const { return m_libraries.keys(); }
 
     /// The message with which the editor rejects a code; empty when it takes it.
     QString rejection(const QString& code, const QString& id) const;

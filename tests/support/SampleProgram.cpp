@@ -9,8 +9,17 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
+#include "tests/support/Libraries.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// The sample library that the build made.
+QString sampleLibrary() {
+    const QDir data(joinPath(builtProgramFolder(), u"Data"_s));
+    return data.filePath(data.entryList({u"*.bdb"_s}, QDir::Files, QDir::Name).value(0));
+}
+}  // namespace
 
 QString builtProgramFolder() { return qEnvironmentVariable("TESSEL_BUILT"); }
 
@@ -30,21 +39,15 @@ void installSamples() {
         to.mkpath(QFileInfo(name).path());
         EXPECT_TRUE(QFile::copy(from.filePath(name), to.filePath(name))) << qPrintable(name);
     }
-    EXPECT_FALSE(sampleLibraryName().isEmpty()) << "the samples are not built";
-}
-
-QString sampleLibraryName() {
-    const QStringList names =
-        QDir(joinPath(builtProgramFolder(), u"Data"_s)).entryList({u"*.bdb"_s}, QDir::Files, QDir::Name);
-    return names.isEmpty() ? QString() : names.constFirst();
 }
 
 QString copyOfSampleLibrary(const QString& name) {
     installSamples();
-    const QString source = joinPath(joinPath(builtProgramFolder(), u"Data"_s), sampleLibraryName());
     const QString path = dataPath + name;
     QFile::remove(path);
-    EXPECT_TRUE(QFile::copy(source, path));
+    EXPECT_TRUE(QFile::copy(sampleLibrary(), path)) << "the samples are not built";
     QFile(path).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     return path;
 }
+
+QString sampleCopy() { return copyOfSampleLibrary(QFileInfo(sampleLibrary()).fileName()); }

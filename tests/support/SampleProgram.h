@@ -13,6 +13,3 @@ void installSamples();
 
 /// A fresh copy of the sample library in the Data folder, under `name`.
 QString copyOfSampleLibrary(const QString& name = u"copy.bdb"_s);
-
-/// The name of the sample library's file.
-QString sampleLibraryName();

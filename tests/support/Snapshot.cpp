@@ -84,3 +84,10 @@ Snapshot snapshotOf(const frmEditor& editor) {
         .boxesLocked = bills->txtRule()->isReadOnly() && bills->txtContent()->isReadOnly(),
     };
 }
+
+std::string textOf(const Snapshot& shown) {
+    std::string text = shown.rule.toStdString() + "\n--\n" + shown.content.toStdString();
+    for (const Rows* rows : {&shown.tree, &shown.bills, &shown.features, &shown.values, &shown.contents})
+        text += "\n--\n" + textOf(*rows);
+    return text;
+}

@@ -49,5 +49,7 @@ enum : int { Level, Cont, Unit, DekName, ContID, ContDeID, ContNum, SubNum, Type
 }
 
 Snapshot snapshotOf(const frmEditor& editor);
+/// All its rows and texts, but not what is current.
+std::string textOf(const Snapshot& shown);
 Rows rowsOf(const KeyedGrid* grid);
 Rows rowsOf(const KeyedTree* tree);

@@ -1,28 +1,26 @@
 #pragma once
 
-#include <QStringList>
 #include <QTemporaryDir>
-#include <memory>
 
-#include "storage/Connection.h"
+#include "app/base/Paths.h"
+#include "storage/LibraryConnection.h"
+#include "storage/Schema.h"
 #include "tests/support/OtherProgram.h"
 
 /// A bill library with the nine tables in a folder of its own, open on `connection()`.
 class TemporaryLibrary {
 public:
-    TemporaryLibrary();
+    TemporaryLibrary() { EXPECT_TRUE(CreateAllBillDBTable(connection())); }
 
-    QString path() const;
+    QString path() const { return joinPath(m_folder.path(), u"library.bdb"_s); }
     Connection* connection() const { return m_connection.get(); }
 
-    /// Runs `statement` on the library's connection and fails the test when it cannot.
-    void run(const SqlText& statement) const;
+    void run(const SqlText& statement) const { connection()->Execute(statement); }
 
-    /// All rows of a query, read over a second connection, so that only what is in the file is seen: one text a row,
-    /// fields joined by "|", NULL as "NULL".
-    QStringList rowsInFile(const SqlText& query) const;
+    /// Read over a second connection, so that only what is in the file is seen.
+    QStringList rowsInFile(const SqlText& query) const { return ::rowsInFile(path(), query); }
 
 private:
     QTemporaryDir m_folder;
-    std::unique_ptr<Connection> m_connection;
+    const std::unique_ptr<Connection> m_connection = GetOrmConn(path());
 };
