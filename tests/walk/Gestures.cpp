@@ -32,8 +32,7 @@ void RandomUser::look(QWidget* place, int row, const std::function<void()>& act)
 
 /// Runs a command, an enabled one also with the mouse.
 void RandomUser::command(int host, int id, const QString& searched) {
-    begin(Deed::Kind::Command).host = host;
-    m_deed.id = id;
+    begin(Deed::Kind::Command).command = host * 1000 + id;
     m_deed.text = searched;
     const int row = m_driver.contents()->row();
     m_deed.key = row < 0 ? QString() : QString::number(m_driver.contents()->level(row));
@@ -214,8 +213,7 @@ void RandomUser::query() {
     m_driver.typeQuery(text);
     if (chance(50))
         return command(2, 202, text);
-    begin(Deed::Kind::Command).host = 2;
-    m_deed.id = 202;
+    begin(Deed::Kind::Command).command = 2202;
     m_deed.text = text;
     m_driver.key(m_driver.search(), Qt::Key_Return);
     done();
@@ -323,8 +321,7 @@ void RandomUser::goOnWhileTyping() {
         ended();
         // A key is meant for the window, whatever message came; only an edit that stays open keeps it from acting.
         const bool lost = refused && !inBox && m_deed.stayedOpen;
-        begin(lost ? Deed::Kind::Look : Deed::Kind::Command).host = host;
-        m_deed.id = id;
+        begin(lost ? Deed::Kind::Look : Deed::Kind::Command).command = host * 1000 + id;
         m_deed.before = before;
         done();
     }

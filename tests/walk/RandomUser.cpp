@@ -12,7 +12,7 @@ QString Deed::story() const {
     static const char* const kinds[] = {"look at",   "command",           "edit",  "choose in", "tick",
                                         "ration of", "list while locked", "reopen"};
     QString told = u"%1 %2 %3 %4 %5"_s.arg(QLatin1String(kinds[static_cast<int>(kind)]), place)
-                       .arg(kind == Kind::Command ? host * 1000 + id : row)
+                       .arg(kind == Kind::Command ? command : row)
                        .arg(key, dekID);
     if (!text.isEmpty() || kind == Kind::Edit)
         told += u" \"%1\""_s.arg(text.left(60));
