@@ -34,64 +34,60 @@ private:
     struct Gesture {
         Room room;
         int weight;
-        void (RandomUser::*act)();
+        std::function<void(RandomUser&)> act;
     };
     static const std::vector<Gesture>& gestures();
     const Gesture& choose();
+    std::unique_ptr<Disturbance> disturb();
+    void answer(QWidget* window);
+    void begin(Deed deed);
+    void done();
 
-    int upTo(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(qMax(count, 1))); }
+    int upTo(qsizetype count) { return static_cast<int>(m_random() % static_cast<unsigned>(qMax(count, 1))); }
     bool chance(int percent) { return upTo(100) < percent; }
     template <typename List>
     auto oneOf(const List& things) {
-        return *(std::begin(things) + upTo(static_cast<int>(std::size(things))));
+        return *(std::begin(things) + upTo(std::ssize(things)));
     }
     template <typename T>
     T oneOf(std::initializer_list<T> things) {
-        return *(things.begin() + upTo(static_cast<int>(things.size())));
+        return *(things.begin() + upTo(std::ssize(things)));
     }
-    QString anyText();
-    std::unique_ptr<Disturbance> disturb();
-    void answer(QWidget* window);
-    Deed& begin(Deed::Kind kind);
-    void done();
-    void look(QWidget* place, int row, const std::function<void()>& act);
-    void command(int host, int id, const QString& searched = {});
-    void commandHere(int host, int id);
-    void press(QWidget* view, std::initializer_list<QKeyCombination> keys);
-    void escape();
-    int shownRow(const KeyedGrid* grid, int level = 0);
-    KeyedGrid* grid();
-    int rationRow();
-    QString anyCode();
-    QWidget* beginTyping(KeyedGrid* view, int row, const QString& key, const QString& text);
-    class QPlainTextEdit* beginTypingIntoBox(const QString& text);
-    void type(KeyedGrid* view, int row, const QString& key, const QString& text);
-    void chooseIn(KeyedGrid* view, int row, const QString& key);
-    void takeRation(class frmDekBrowser& browser, const QString& library);
 
     // Gestures.cpp
+    KeyedGrid* grid();
+    int shownRow(const KeyedGrid* grid, int level = 0);
+    int rationRow();
+    EditorDriver::Closing closing();
+    void look(QWidget* place, int row, const std::function<void()>& act);
+    void press(QWidget* view, std::initializer_list<QKeyCombination> keys);
+    void command(int id, const QString& searched = {});
+    void commandHere(std::initializer_list<int> ids);
+    void run(int command, bool byMouse) const;
     void clickChapter();
-    void pressInTree();
     void chapterCommand();
     void reopen();
     void clickRow();
-    void pressInGrid();
     void pressOnly();
-    void editCell();
-    void billCommand();
     void query();
     void listWhileLocked();
-    void typeIntoBox();
-    void goOnWhileTyping();
-    void chooseType();
-    void tickValue();
-    void featureCommand();
-    void valueCommand();
-    void contentCommand();
-    void typeCode();
-    void chooseLibrary();
     void changeProfession();
     void useBrowser();
+    void takeRation(class frmDekBrowser& browser);
+
+    // TypingGestures.cpp
+    QString anyText();
+    QString anyCode();
+    QString anyColumn(const KeyedGrid* view, qsizetype first = -1);
+    void escape();
+    QWidget* beginTyping(KeyedGrid* view, int row, const QString& key, const QString& text);
+    QWidget* beginTypingIntoBox();
+    void type(KeyedGrid* view, int row, const QString& key, const QString& text);
+    void editCell();
+    void typeIntoBox();
+    void goOnWhileTyping();
+    void chooseIn(KeyedGrid* view, int row, const QString& key);
+    void tickValue();
 
     std::mt19937 m_random;
     EditorDriver& m_driver;
