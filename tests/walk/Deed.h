@@ -15,21 +15,21 @@ struct Deed {
         Reopened,  ///< the library was closed and opened again
     };
     Kind kind = Kind::Look;
-    int command = 0;     ///< its host * 1000 + its id
-    QString place = {};  ///< objectName of the grid, tree or box
-    int row = -1;        ///< the row that was clicked or edited; of the tree too
-    QString key = {};    ///< of the column
-    QString text = {};   ///< that was typed, chosen or searched for
-    QString dekID = {};  ///< library of the ration
-    bool given = true;   ///< ended as an edit, not given up
+    int command = 0;    ///< its host * 1000 + its id
+    QString place;      ///< objectName of the grid, tree or box
+    int row = -1;       ///< the row that was clicked or edited; of the tree too
+    QString key;        ///< of the column
+    QString text;       ///< that was typed, chosen or searched for
+    QString dekID;      ///< library of the ration
+    bool given = true;  ///< ended as an edit, not given up
 
     /// What the user answered to a question and to a dialog that asks for a name.
     bool yes = false;
     enum class Answer { Entered, Cancelled, BoxClosed } answer = Answer::Cancelled;
-    QString name = {};
-    QString preset = {};  ///< the name that the dialog offered
+    QString name;
+    QString preset;  ///< the name that the dialog offered
 
-    Snapshot before = {};     ///< what the window showed
+    Snapshot before;          ///< what the window showed
     bool failed = false;      ///< an error was recorded meanwhile
     bool possible = true;     ///< the cell could be edited, the button pressed
     bool closed = false;      ///< the window was closed while the cell was being edited

@@ -13,21 +13,13 @@ using namespace Qt::StringLiterals;
 const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
     using enum Room;
     using User = RandomUser;
-    static const auto pressInGrid = [](User& user) {
-        user.press(user.grid(), {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown, Qt::CTRL | Qt::Key_Home,
-                                 Qt::CTRL | Qt::Key_End, Qt::Key_Left, Qt::Key_Right, Qt::CTRL | Qt::Key_C});
-    };
     static const std::vector<Gesture> all{
         {Chapters, 22, &User::clickChapter},
-        {Chapters, 8,
-         [](User& user) {
-             user.press(user.m_driver.tree(), {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Home,
-                                               Qt::Key_End, Qt::Key_PageDown});
-         }},
+        {Chapters, 8, &User::pressInTree},
         {Chapters, 36, &User::chapterCommand},
         {Chapters, 1, &User::reopen},
         {Bills, 12, &User::clickRow},
-        {Bills, 6, pressInGrid},
+        {Bills, 6, &User::pressInGrid},
         {Bills, 10, &User::editCell},
         {Bills, 24,
          [](User& user) {
@@ -37,14 +29,9 @@ const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
         {Bills, 2, &User::listWhileLocked},
         {Bills, 12, &User::goOnWhileTyping},
         {Bills, 7, &User::typeIntoBox},
-        {Bills, 2, &User::pressOnly},
         {Features, 8, &User::clickRow},
         {Features, 18, &User::editCell},
-        {Features, 8,
-         [](User& user) {
-             KeyedGrid* features = user.m_driver.features();
-             user.chooseIn(features, user.shownRow(features), u"type"_s);
-         }},
+        {Features, 8, &User::chooseEntry},
         {Features, 10,
          [](User& user) {
              user.commandHere({3300, 3300, 3300, 3301, 3301});
@@ -57,18 +44,13 @@ const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
         {Features, 6, &User::goOnWhileTyping},
         {Features, 2, &User::pressOnly},
         {Contents, 8, &User::clickRow},
-        {Contents, 8, pressInGrid},
+        {Contents, 8, &User::pressInGrid},
         {Contents, 26,
          [](User& user) {
              user.commandHere({2400, 2401, 2402, 2402, 2403, 2403});
          }},
-        {Contents, 7, &User::editCell},
-        {Contents, 20,
-         [](User& user) {
-             if (const int row = user.rationRow(); row >= 0)
-                 user.type(user.m_driver.contents(), row, u"cont"_s, user.anyCode());
-         }},
-        {Contents, 5, [](User& user) { user.chooseIn(user.m_driver.contents(), user.rationRow(), u"dekName"_s); }},
+        {Contents, 27, &User::editCell},
+        {Contents, 5, &User::chooseEntry},
         {Contents, 2, &User::changeProfession},
         {Contents, 9, &User::useBrowser},
         {Contents, 6, &User::goOnWhileTyping},
@@ -107,7 +89,7 @@ EditorDriver::Closing RandomUser::closing() {
 }
 
 void RandomUser::look(QWidget* place, int row, const std::function<void()>& act) {
-    begin({.place = place->objectName(), .row = row});
+    begin(Deed::Kind::Look, place->objectName(), row);
     act();
     done();
 }
@@ -128,11 +110,13 @@ void RandomUser::run(int command, bool byMouse) const {
 
 void RandomUser::command(int id, const QString& searched) {
     const int row = m_driver.contents()->row();
-    begin({.kind = Deed::Kind::Command,
-           .command = id,
-           .key = row < 0 ? QString() : QString::number(m_driver.contents()->level(row)),
-           .text = searched});
-    run(id, chance(50));
+    const QString level = row < 0 ? QString() : QString::number(m_driver.contents()->level(row));
+    begin(Deed::Kind::Command, {}, row, level, searched);
+    m_deed.command = id;
+    if (id == 2202 && chance(50))
+        m_driver.key(m_driver.search(), Qt::Key_Return);
+    else
+        run(id, chance(50));
     done();
 }
 
@@ -142,6 +126,16 @@ void RandomUser::commandHere(std::initializer_list<int> ids) {
     if (chance(40))
         clickRow();
     command(id);
+}
+
+void RandomUser::pressInTree() {
+    press(m_driver.tree(),
+          {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown});
+}
+
+void RandomUser::pressInGrid() {
+    press(grid(), {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown, Qt::CTRL | Qt::Key_Home,
+                   Qt::CTRL | Qt::Key_End, Qt::Key_Left, Qt::Key_Right, Qt::CTRL | Qt::Key_C});
 }
 
 void RandomUser::clickChapter() {
@@ -171,7 +165,7 @@ void RandomUser::reopen() {
     if (!m_habits.reopens)
         return;
     const bool unknown = m_halfDone;
-    begin({.kind = Deed::Kind::Reopened, .text = unknown ? u"unknown"_s : QString()});
+    begin(Deed::Kind::Reopened, {}, -1, {}, unknown ? u"unknown"_s : QString());
     if (!m_driver.close(closing()) && !(unknown && m_driver.close()))
         return escape();
     // Codes that have overflowed cut every tree short from now on; somebody puts that right.
@@ -198,35 +192,25 @@ void RandomUser::clickRow() {
     escape();
 }
 
-/// Presses the mouse where something would happen and releases it elsewhere, where nothing does.
+/// Presses the mouse on a check box and releases it elsewhere, where nothing happens.
 void RandomUser::pressOnly() {
     KeyedGrid* values = m_driver.values();
-    const auto* command = m_driver.editor()->commandBars(2)->action(oneOf({200, 201, 104, 105}));
-    QWidget* pressed = values->viewport();
-    QPoint at = values->visualRect(values->model()->index(values->rowCount() - 1, values->column(u"isUse"_s))).center();
-    if (m_room == Room::Features)
-        m_driver.showPage(values);
-    for (auto* button : m_driver.editor()->findChildren<QToolButton*>())
-        if (m_room == Room::Bills && button->defaultAction() == command) {
-            pressed = button;
-            at = button->rect().center();
-        }
-    const QPoint elsewhere(at.x(), pressed->height() + 3);
-    look(pressed, -1, [&] {
-        QTest::mousePress(pressed, Qt::LeftButton, {}, at);
-        QTest::mouseMove(pressed, elsewhere);
-        QTest::mouseRelease(pressed, Qt::LeftButton, {}, elsewhere);
+    m_driver.showPage(values);
+    QWidget* area = values->viewport();
+    const QModelIndex box = values->model()->index(values->rowCount() - 1, values->column(u"isUse"_s));
+    const QPoint at = values->visualRect(box).center();
+    const QPoint elsewhere(at.x(), area->height() + 3);
+    look(area, -1, [&] {
+        QTest::mousePress(area, Qt::LeftButton, {}, at);
+        QTest::mouseMove(area, elsewhere);
+        QTest::mouseRelease(area, Qt::LeftButton, {}, elsewhere);
     });
 }
 
 void RandomUser::query() {
     const QString text = oneOf({u""_s, u"0101"_s, u"01"_s, u"1"_s, u"002"_s, u"0_0%1"_s, u"'"_s, u"zz"_s});
     m_driver.typeQuery(text);
-    if (chance(50))
-        return command(2202, text);
-    begin({.kind = Deed::Kind::Command, .command = 2202, .text = text});
-    m_driver.key(m_driver.search(), Qt::Key_Return);
-    done();
+    command(2202, text);
 }
 
 /// What could not be listed is not there for any command, until it has been listed.
@@ -236,7 +220,7 @@ void RandomUser::listWhileLocked() {
     const bool asks = m_driver.chapter().size() != 6 || chance(50);
     if (asks)
         m_driver.typeQuery(u"0"_s);
-    begin({.kind = Deed::Kind::Refused, .text = asks ? u"0"_s : QString()});
+    begin(Deed::Kind::Refused, {}, -1, {}, asks ? u"0"_s : QString());
     {
         const Disturbance locked(m_driver.path(), Disturbance::Kind::Locked);
         m_driver.pragma("PRAGMA busy_timeout=0");
@@ -267,7 +251,7 @@ void RandomUser::useBrowser() {
         m_driver.showPage(contents);
         contents->setFocus();
         contents->setCell(row, u"cont"_s);
-        begin({.place = u"browser"_s});
+        begin(Deed::Kind::Look, u"browser"_s);
         m_driver.key(contents, Qt::Key_F4);
         m_deed.possible = browser->isVisible();
         m_deed.dekID = shown();
@@ -278,7 +262,7 @@ void RandomUser::useBrowser() {
     EditorDriver::activate(browser);
     if (chance(30)) {
         const QString before = shown();
-        begin({.place = u"cboDek"_s});
+        begin(Deed::Kind::Look, u"cboDek"_s);
         m_driver.key(browser->cboDek(), oneOf({Qt::Key_Up, Qt::Key_Down}));
         if (shown() != before)
             m_deed.dekID = shown();
@@ -298,10 +282,8 @@ void RandomUser::takeRation(frmDekBrowser& browser) {
     if (way == Hide || row < 0)
         return m_driver.key(&browser, Qt::Key_Escape);
     list->setRow(row);
-    begin({.kind = Deed::Kind::Ration,
-           .key = way == Replace ? u"replace"_s : u"insert"_s,
-           .text = list->text(row, u"DEH"_s),
-           .dekID = browser.cboDek()->currentData().toString()});
+    begin(Deed::Kind::Ration, {}, row, way == Replace ? u"replace"_s : u"insert"_s, list->text(row, u"DEH"_s));
+    m_deed.dekID = browser.cboDek()->currentData().toString();
     m_deed.possible = browser.ParetnForm() == m_driver.editor();
     if (way == DoubleClick) {
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->currentIndex()).center());

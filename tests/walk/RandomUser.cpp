@@ -82,9 +82,7 @@ std::unique_ptr<Disturbance> RandomUser::disturb() {
     const QString change = oneOf({u"INSERT ON "_s, u"UPDATE ON "_s, u"DELETE ON "_s}) +
                            oneOf({u"tblSYB"_s, u"tblBill"_s, u"tblCont"_s, u"tblContDe"_s, u"tblBillSpec"_s,
                                   u"tblSpecEnum"_s, u"tblParm"_s});
-    m_story << (kind == Kind::Written ? u"(another program writes)"_s
-                : kind == Kind::Read  ? u"(another program reads)"_s
-                                      : u"(refused is %1)"_s.arg(change));
+    m_story << u"(disturbed in way %1: %2)"_s.arg(static_cast<int>(kind)).arg(change);
     return std::make_unique<Disturbance>(m_driver.path(), kind, change, m_driver.editor());
 }
 
@@ -120,8 +118,13 @@ void RandomUser::answer(QWidget* window) {
     }
 }
 
-void RandomUser::begin(Deed deed) {
-    m_deed = std::move(deed);
+void RandomUser::begin(Deed::Kind kind, const QString& place, int row, const QString& key, const QString& text) {
+    m_deed = Deed();
+    m_deed.kind = kind;
+    m_deed.place = place;
+    m_deed.row = row;
+    m_deed.key = key;
+    m_deed.text = text;
     m_seen = m_answers->seen().size();
     if (onDeed)
         m_deed.before = snapshotOf(*m_driver.editor());

@@ -40,7 +40,8 @@ private:
     const Gesture& choose();
     std::unique_ptr<Disturbance> disturb();
     void answer(QWidget* window);
-    void begin(Deed deed);
+    void begin(Deed::Kind kind, const QString& place = {}, int row = -1, const QString& key = {},
+               const QString& text = {});
     void done();
 
     int upTo(qsizetype count) { return static_cast<int>(m_random() % static_cast<unsigned>(qMax(count, 1))); }
@@ -63,6 +64,8 @@ private:
     void press(QWidget* view, std::initializer_list<QKeyCombination> keys);
     void command(int id, const QString& searched = {});
     void commandHere(std::initializer_list<int> ids);
+    void pressInTree();
+    void pressInGrid();
     void run(int command, bool byMouse) const;
     void clickChapter();
     void chapterCommand();
@@ -78,15 +81,14 @@ private:
     // TypingGestures.cpp
     QString anyText();
     QString anyCode();
-    QString anyColumn(const KeyedGrid* view, qsizetype first = -1);
+    QString anyColumn(const KeyedGrid* view, qsizetype columns = -1);
     void escape();
-    QWidget* beginTyping(KeyedGrid* view, int row, const QString& key, const QString& text);
+    QWidget* beginTyping(KeyedGrid* view, int row, qsizetype columns = -1);
     QWidget* beginTypingIntoBox();
-    void type(KeyedGrid* view, int row, const QString& key, const QString& text);
     void editCell();
     void typeIntoBox();
     void goOnWhileTyping();
-    void chooseIn(KeyedGrid* view, int row, const QString& key);
+    void chooseEntry();
     void tickValue();
 
     std::mt19937 m_random;

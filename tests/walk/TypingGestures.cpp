@@ -37,8 +37,8 @@ QString RandomUser::anyCode() {
     return chance(40) ? code.toLower() : code;
 }
 
-/// The key of a column that text is typed into, more often than not; of the first ones alone when `first` says so.
-QString RandomUser::anyColumn(const KeyedGrid* view, qsizetype first) {
+/// One of the first columns that text can be typed into, or of all.
+QString RandomUser::anyColumn(const KeyedGrid* view, qsizetype columns) {
     QStringList keys{u"cont"_s};
     if (view == m_driver.bills())
         keys = {u"CodePreFix"_s, u"Name"_s, u"Name"_s, u"Unit"_s, u"Code"_s};
@@ -46,7 +46,7 @@ QString RandomUser::anyColumn(const KeyedGrid* view, qsizetype first) {
         keys = {u"Name"_s, u"unit"_s, u"defval"_s};
     else if (view == m_driver.values())
         keys = {u"eigenValue"_s};
-    return oneOf(keys.mid(0, first));
+    return oneOf(keys.mid(0, columns));
 }
 
 /// Gives up whatever is still being edited.
@@ -59,19 +59,16 @@ void RandomUser::escape() {
         }
 }
 
-/// Types over a cell and leaves it being edited; null when that may not be.
-QWidget* RandomUser::beginTyping(KeyedGrid* view, int row, const QString& key, const QString& text) {
-    const bool pasted = text.size() > 200 || chance(25);
+/// Types over a cell of a row and leaves it being edited; null when that may not be.
+QWidget* RandomUser::beginTyping(KeyedGrid* view, int row, qsizetype columns) {
+    const QString key = anyColumn(view, columns);
+    const QString text = view == m_driver.contents() && view->level(row) == 2 ? anyCode() : anyText();
     QWidget* editor = m_driver.openEditor(view, row, key);
     // The row is current now, and its details are shown.
-    begin({.kind = Deed::Kind::Edit,
-           .place = view->objectName(),
-           .row = row,
-           .key = key,
-           .text = text,
-           .possible = editor != nullptr});
+    begin(Deed::Kind::Edit, view->objectName(), row, key, text);
+    m_deed.possible = editor;
     if (editor)
-        (pasted ? EditorDriver::pasteOver : EditorDriver::typeOver)(editor, text);
+        (text.size() > 200 || chance(25) ? EditorDriver::pasteOver : EditorDriver::typeOver)(editor, text);
     return editor;
 }
 
@@ -79,15 +76,20 @@ QWidget* RandomUser::beginTypingIntoBox() {
     const QString text = anyText();
     QPlainTextEdit* box = chance(50) ? m_driver.rule() : m_driver.content();
     m_driver.showPage(box);
-    begin({.kind = Deed::Kind::Edit, .place = box->objectName(), .text = text, .possible = !box->isReadOnly()});
+    begin(Deed::Kind::Edit, box->objectName(), -1, {}, text);
+    m_deed.possible = !box->isReadOnly();
     box->setFocus();
     EditorDriver::typeOver(box, text);
     return box;
 }
 
-/// Edits a cell, and ends the edit or gives it up.
-void RandomUser::type(KeyedGrid* view, int row, const QString& key, const QString& text) {
-    QWidget* editor = beginTyping(view, row, key, text);
+/// Edits a cell, and ends the edit or gives it up. Among contents it is most often the code of a ration.
+void RandomUser::editCell() {
+    KeyedGrid* view = grid();
+    const int row = view == m_driver.contents() && chance(75) ? rationRow() : shownRow(view);
+    if (row < 0)
+        return;
+    QWidget* editor = beginTyping(view, row);
     const int end = oneOf<int>({Qt::Key_Return, Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape});
     m_deed.given = end != Qt::Key_Escape;
     const QModelIndex cell = view->currentIndex();
@@ -97,15 +99,6 @@ void RandomUser::type(KeyedGrid* view, int row, const QString& key, const QStrin
     m_deed.stayedOpen = view->isEditing() && view->currentIndex() == cell;
     done();
     escape();
-}
-
-void RandomUser::editCell() {
-    KeyedGrid* view = grid();
-    const int row = shownRow(view);
-    if (row < 0 || (view == m_driver.contents() && view->level(row) == 2))
-        return;
-    const QString text = anyText();
-    type(view, row, anyColumn(view), text);
 }
 
 void RandomUser::typeIntoBox() {
@@ -121,11 +114,8 @@ void RandomUser::goOnWhileTyping() {
     if (m_disturbed || (!inBox && row < 0))
         return;
     QWidget* box = inBox ? beginTypingIntoBox() : nullptr;
-    if (!inBox) {
-        const QString text = view == m_driver.contents() && view->level(row) == 2 ? anyCode() : anyText();
-        if (!beginTyping(view, row, anyColumn(view, 2), text))
-            return done();
-    }
+    if (!inBox && !beginTyping(view, row, 2))
+        return done();
     // Between two gestures the window comes to rest: buttons know by now what is current.
     EditorDriver::settle();
     const QModelIndex cell = view->currentIndex();
@@ -151,7 +141,7 @@ void RandomUser::goOnWhileTyping() {
     if (m_deed.closed) {
         m_driver.open();
         done();
-        begin({.kind = Deed::Kind::Reopened});
+        begin(Deed::Kind::Reopened);
         return done();
     }
     const bool refused = m_answers->seen().size() > said;
@@ -164,17 +154,23 @@ void RandomUser::goOnWhileTyping() {
     escape();
     if (command == 0)
         return;
-    begin({.kind = lost ? Deed::Kind::Look : Deed::Kind::Command, .command = command});
+    begin(lost ? Deed::Kind::Look : Deed::Kind::Command);
+    m_deed.command = command;
     m_deed.before = before;
     done();
 }
 
-void RandomUser::chooseIn(KeyedGrid* view, int row, const QString& key) {
+/// Chooses the type of a feature or the library of a ration.
+void RandomUser::chooseEntry() {
+    const bool ofRation = m_room == Room::Contents;
+    KeyedGrid* view = ofRation ? m_driver.contents() : m_driver.features();
+    const int row = ofRation ? rationRow() : shownRow(view);
+    const QString key = ofRation ? u"dekName"_s : u"type"_s;
     if (row < 0)
         return;
     // A real display takes the made-up double click for two clicks.
     const bool byMouse = chance(50) && m_driver.ownsWindow();
-    begin({.kind = Deed::Kind::Choice, .place = view->objectName(), .row = row, .key = key});
+    begin(Deed::Kind::Choice, view->objectName(), row, key);
     QComboBox* list = m_driver.openList(view, row, key, byMouse);
     m_deed.possible = list;
     if (list) {
@@ -191,7 +187,7 @@ void RandomUser::tickValue() {
     const int row = shownRow(values);
     if (row < 0)
         return;
-    begin({.kind = Deed::Kind::Tick, .place = values->objectName(), .row = row});
+    begin(Deed::Kind::Tick, values->objectName(), row);
     if (chance(60)) {
         m_driver.click(values, row, u"isUse"_s);
     } else {
