@@ -3,59 +3,48 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
-#include <QToolButton>
+#include <array>
 
 #include "ration_browser/frmDekBrowser.h"
 #include "tests/walk/RandomUser.h"
 
 using namespace Qt::StringLiterals;
 
-const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
-    using enum Room;
+void RandomUser::act() {
     using User = RandomUser;
-    static const std::vector<Gesture> all{
-        {Chapters, 22, &User::clickChapter},
-        {Chapters, 8, &User::pressInTree},
-        {Chapters, 36, &User::chapterCommand},
-        {Chapters, 1, &User::reopen},
-        {Bills, 12, &User::clickRow},
-        {Bills, 6, &User::pressInGrid},
-        {Bills, 10, &User::editCell},
-        {Bills, 24,
-         [](User& user) {
-             user.commandHere({2200, 2200, 2200, 2201, 2201, 2104, 2105, 2105});
-         }},
-        {Bills, 4, &User::query},
-        {Bills, 2, &User::listWhileLocked},
-        {Bills, 12, &User::goOnWhileTyping},
-        {Bills, 7, &User::typeIntoBox},
-        {Features, 8, &User::clickRow},
-        {Features, 18, &User::editCell},
-        {Features, 8, &User::chooseEntry},
-        {Features, 10,
-         [](User& user) {
-             user.commandHere({3300, 3300, 3300, 3301, 3301});
-         }},
-        {Features, 10, &User::tickValue},
-        {Features, 13,
-         [](User& user) {
-             user.commandHere({4300, 4300, 4301});
-         }},
-        {Features, 6, &User::goOnWhileTyping},
-        {Features, 2, &User::pressOnly},
-        {Contents, 8, &User::clickRow},
-        {Contents, 8, &User::pressInGrid},
-        {Contents, 26,
-         [](User& user) {
-             user.commandHere({2400, 2401, 2402, 2402, 2403, 2403});
-         }},
-        {Contents, 27, &User::editCell},
-        {Contents, 5, &User::chooseEntry},
-        {Contents, 2, &User::changeProfession},
-        {Contents, 9, &User::useBrowser},
-        {Contents, 6, &User::goOnWhileTyping},
+    struct Gesture {
+        void (User::*act)();
+        std::array<int, 4> often;  ///< in each room
     };
-    return all;
+    static const std::vector<Gesture> gestures{
+        {&User::clickChapter, {22, 0, 0, 0}},    {&User::pressInTree, {8, 0, 0, 0}},
+        {&User::chapterCommand, {36, 0, 0, 0}},  {&User::reopen, {1, 0, 0, 0}},
+        {&User::clickRow, {0, 12, 8, 8}},        {&User::pressInGrid, {0, 6, 0, 8}},
+        {&User::editCell, {0, 10, 18, 27}},      {&User::commandHere, {0, 24, 23, 26}},
+        {&User::goOnWhileTyping, {0, 12, 6, 6}}, {&User::query, {0, 4, 0, 0}},
+        {&User::listWhileLocked, {0, 2, 0, 0}},  {&User::typeIntoBox, {0, 7, 0, 0}},
+        {&User::chooseEntry, {0, 0, 8, 5}},      {&User::tickValue, {0, 0, 10, 0}},
+        {&User::pressOnly, {0, 0, 2, 0}},        {&User::changeProfession, {0, 0, 0, 2}},
+        {&User::useBrowser, {0, 0, 0, 9}},
+    };
+    using enum Room;
+    if (chance(4))
+        m_room = oneOf({Chapters, Bills, Features, Contents, Contents});
+    // An empty list is soon left.
+    if (!m_driver.bills()->hasRows() && chance(40))
+        return clickChapter();
+    // Now and then the hand goes elsewhere, and is at work there meanwhile.
+    const Room room = std::exchange(m_room, chance(36) ? oneOf({Chapters, Bills, Features, Contents}) : m_room);
+    const auto often = [this](const Gesture& gesture) { return gesture.often[static_cast<std::size_t>(m_room)]; };
+    int drawn = 0;
+    for (const Gesture& gesture : gestures)
+        drawn += often(gesture);
+    drawn = upTo(drawn);
+    auto gesture = gestures.begin();
+    while (drawn >= often(*gesture))
+        drawn -= often(*gesture++);
+    (this->*gesture->act)();
+    m_room = room;
 }
 
 /// The grid where the user is at work.
@@ -120,9 +109,11 @@ void RandomUser::command(int id, const QString& searched) {
     done();
 }
 
-/// Runs one of the commands where the user is, or on another row.
-void RandomUser::commandHere(std::initializer_list<int> ids) {
-    const int id = oneOf(ids);
+/// Runs a command where the user is, or on another row.
+void RandomUser::commandHere() {
+    const int id = m_room == Room::Bills      ? oneOf({2200, 2200, 2200, 2201, 2201, 2104, 2105, 2105})
+                   : m_room == Room::Contents ? oneOf({2400, 2401, 2402, 2402, 2403, 2403})
+                                              : oneOf({3300, 3300, 3301, 4300, 4300, 4301});
     if (chance(40))
         clickRow();
     command(id);

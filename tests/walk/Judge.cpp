@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-Judge::Judge(EditorDriver& driver, RandomUser& user) : m_driver(driver), m_comparison(driver, m_prescribed) {
+Judge::Judge(EditorDriver& driver, RandomUser& user) : m_driver(driver) {
     user.onDeed = [this](const Deed& deed) { see(deed); };
     user.onStep = [this](const QStringList& messages, bool disturbed) { endOfStep(messages, disturbed); };
     m_library.load(driver.path());
@@ -81,57 +81,6 @@ void Judge::endOfStep(const QStringList& messages, bool disturbed) {
     m_library.expectFile(m_driver.path());
     checkWindow();
     m_led = {};
-}
-
-void Judge::checkWindow() {
-    m_comparison.check(m_query);
-    const Snapshot& shown = m_comparison.last();
-    const QMap<int, bool> rules = enabled(shown);
-    for (auto rule = rules.begin(); rule != rules.end(); ++rule)
-        EXPECT_EQ(m_driver.isEnabled(rule.key() / 1000, rule.key() % 1000), *rule) << "command " << rule.key();
-    const std::pair<QString, int> rows[] = {{u"tvSYB"_s, shown.node},
-                                            {u"grdBillList"_s, shown.bill},
-                                            {u"grdSpec"_s, shown.feature},
-                                            {u"grdSpecEnum"_s, shown.value},
-                                            {u"grdConcent"_s, shown.contentRow}};
-    for (const auto& [name, row] : rows)
-        EXPECT_EQ(row, m_led.rows.value(name, row)) << "the current row of " << qPrintable(name);
-    if (m_led.blankRation) {
-        EXPECT_TRUE(shown.ofContent(ContentCell::Level) == u"2" && shown.ofContent(ContentCell::ContDeID).isEmpty());
-    }
-    if (m_led.nodes != Nodes::Any)
-        checkNodes(shown);
-}
-
-/// Which commands have something to do, by host and id.
-QMap<int, bool> Judge::enabled(const Snapshot& shown) const {
-    const bool listsChapter = !shown.listsQuery;
-    const bool bill = shown.bill >= 0;
-    const bool unlocked = !m_prescribed.detailsLocked;
-    const int level = shown.contentRow < 0 ? -1 : shown.ofContent(ContentCell::Level).toInt();
-    return {
-        {1100, listsChapter},
-        {1101, shown.node >= 0 && shown.chapter.size() < 6},
-        {1102, shown.node >= 0},
-        {1103, shown.node >= 0},
-        {1104, sibling(shown.tree, shown.node, -1) >= 0},
-        {1105, sibling(shown.tree, shown.node, 1) >= 0},
-        {1108, true},
-        {1109, true},
-        {2104, listsChapter && shown.bill > 0},
-        {2105, listsChapter && bill && shown.bill + 1 < shown.bills.size()},
-        {2200, listsChapter && shown.chapter.size() == 6},
-        {2201, bill},
-        {2202, true},
-        {2400, bill},
-        {2401, unlocked && (level == 0 || level == 1)},
-        {2402, unlocked && level > 0},
-        {2403, unlocked && level >= 0},
-        {3300, bill},
-        {3301, unlocked && shown.feature >= 0},
-        {4300, unlocked && shown.ofFeature(FeatureCell::Type) == u"2"},
-        {4301, unlocked && shown.value >= 0},
-    };
 }
 
 void Judge::command(const Deed& deed) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tests/support/Rations.h"
-#include "tests/walk/Comparison.h"
 #include "tests/walk/LibraryModel.h"
+#include "tests/walk/Prescribed.h"
 #include "tests/walk/RandomUser.h"
 
 /// Says after every step of a user what must hold, and fails the test when it does not: the file holds what an
@@ -16,12 +16,17 @@ private:
     void see(const Deed& deed);
     void look(const Deed& deed);
     void endOfStep(const QStringList& messages, bool disturbed);
-    void checkWindow();
     /// Whether what was asked to be written is: it is not when it breaks its statement, which is told, or when an error
     /// was recorded.
     bool isWritten(const Deed& deed, bool broken, const char* place = "ModDBOperator.ExecuteDDL");
-    QMap<int, bool> enabled(const Snapshot& shown) const;
     void command(const Deed& deed);
+
+    // JudgeOfWindow.cpp
+    void checkWindow();
+    QMap<int, bool> enabled(const Snapshot& shown) const;
+    void load(const Snapshot& shown);
+    void compareBills(const Snapshot& shown, const Snapshot& fresh);
+    void compareDetails(const Snapshot& shown, Snapshot expected);
 
     // JudgeOfChapters.cpp
     /// The row of the next or, with -1 as `step`, the previous chapter below the same parent, or -1.
@@ -55,7 +60,10 @@ private:
     const Rations m_rations;
     LibraryModel m_library;
     Prescribed m_prescribed;
-    Comparison m_comparison;
+    /// A fresh load of the same file, of which most of the time only the panes are loaded anew.
+    std::unique_ptr<frmEditor> m_fresh;
+    int m_checks = 0;
+    Snapshot m_last;  ///< what the window showed at the end of the last step
     QString m_query;
     QStringList m_expected;
 

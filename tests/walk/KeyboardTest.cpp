@@ -22,11 +22,6 @@ namespace {
 
 QString focusName() { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(); }
 
-void giveName(const QString& name) {
-    typeText(QApplication::focusWidget(), name);
-    QTest::keyClick(QApplication::focusWidget(), name.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
-}
-
 class Keyboard : public ::testing::Test {
 protected:
     Keyboard() {
@@ -35,23 +30,33 @@ protected:
         main.MDIForm_Load();
         main.resize(1366, 768);
         main.show();
-        EditorDriver::activate(&main);
-        ModalAnswers answers;
-        answers.then([](QWidget*) { giveName(u"键盘"_s); });
-        press(u"Ctrl+N"_s);
         activate();
-        EXPECT_EQ(focusName(), u"tvSYB"_s);
     }
 
-    /// Does one step after the other: a gesture, what it is done to, and after " = " what is typed or found.
+    /// Does one step after the other: a gesture, what it is done to, and after " = " the answer to what it asks or what
+    /// is found in the file.
     void does(const char* steps) {
         for (const QString& step :
              QString::fromUtf8(steps).replace(u'\n', u"; "_s).split(u"; "_s, Qt::SkipEmptyParts)) {
             SCOPED_TRACE(step.toStdString());
-            const QString rest = step.section(u' ', 1);
-            const auto found = gestures.find(step.section(u' ', 0, 0));
-            ASSERT_NE(found, gestures.end());
-            found->second(rest.section(u" = "_s, 0, 0), rest.section(u" = "_s, 1));
+            const QString gesture = step.section(u' ', 0, 0);
+            const QString what = step.section(u' ', 1).section(u" = "_s, 0, 0);
+            const QString text = step.section(u" = "_s, 1);
+            ModalAnswers answers;
+            answers.otherwise([&](QWidget* window) { answer(window, text); });
+            if (gesture == u"file")
+                EXPECT_EQ(rowsInFile(path, sql("SELECT ", what)).join(u", "_s), text);
+            else if (gesture == u"type")
+                type(what);
+            else if (gesture == u"tab")
+                tabTo(what);
+            else if (gesture == u"round")
+                goRound(what);
+            else if (gesture == u"choose")
+                choose(what);
+            else
+                press(what);
+            EXPECT_EQ(answers.seen().isEmpty(), text.isEmpty() || gesture == u"file");
             ASSERT_FALSE(HasFailure());
         }
     }
@@ -105,12 +110,8 @@ protected:
         }
     }
 
-    /// Opens the context menu of what has the focus by the menu key and chooses an entry by arrows and Enter; `answer`
-    /// is given to what it asks.
-    void choose(const QString& caption, const std::function<void(QWidget*)>& answer = {}) {
-        ModalAnswers answers;
-        if (answer)
-            answers.then(answer);
+    /// Opens the context menu of what has the focus by the menu key and chooses an entry by arrows and Enter.
+    void choose(const QString& caption) {
         QWidget* focus = QApplication::focusWidget();
         // The menu key, as every platform hands it over.
         const QPoint position = focus->rect().center();
@@ -125,10 +126,17 @@ protected:
         EXPECT_EQ(QApplication::focusWidget(), focus) << qPrintable(focusName());
     }
 
-    void confirm(QWidget* box) {
-        const auto* yes = qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes);
-        pressUntil(u"Tab"_s, [&] { return QApplication::focusWidget() == yes; });
-        press(u"Space"_s);
+    /// Says yes to a question, gives a dialog a name or leaves it by a key.
+    void answer(QWidget* window, const QString& text) {
+        if (const auto* box = qobject_cast<QMessageBox*>(window)) {
+            pressUntil(u"Tab"_s, [&] { return QApplication::focusWidget() == box->button(QMessageBox::Yes); });
+            press(u"Space"_s);
+        } else if (text == u"Esc") {
+            press(text);
+        } else {
+            type(text);
+            press(u"Return"_s);
+        }
     }
 
     /// The first character may open an editor, which takes the rest.
@@ -139,30 +147,17 @@ protected:
 
     const QString path = dataPath + u"键盘.bdb"_s;
     frmMain main;
-
-    using Gesture = std::function<void(const QString& what, const QString& text)>;
-    const std::map<QString, Gesture> gestures{
-        {u"key"_s, [this](auto& keys, auto&) { press(keys); }},
-        {u"type"_s, [](auto& text, auto&) { type(text); }},
-        {u"tab"_s, [this](auto& name, auto&) { tabTo(name); }},
-        {u"round"_s, [this](auto& names, auto&) { goRound(names); }},
-        {u"choose"_s, [this](auto& caption, auto&) { choose(caption); }},
-        {u"confirm"_s, [this](auto& caption, auto&) { choose(caption, [this](QWidget* box) { confirm(box); }); }},
-        {u"name"_s, [this](auto& caption, auto& name) { choose(caption, [&](QWidget*) { giveName(name); }); }},
-        {u"file"_s,
-         [this](auto& query, auto& rows) { EXPECT_EQ(rowsInFile(path, sql("SELECT ", query)).join(u", "_s), rows); }},
-    };
 };
 
 }  // namespace
 
 TEST_F(Keyboard, MakesAndChangesEverything) {
     does(R"(
-name 添加目录 = 土建; name 添加子目录 = 土石方; name 添加子目录 = 土方
-file Code,Name FROM tblSYB ORDER BY Code = 01|土建, 0101|土石方, 010101|土方; name 添加目录 = 石方
+key Ctrl+N = 键盘; tab tvSYB; choose 添加目录 = 土建; choose 添加子目录 = 土石方; choose 添加子目录 = 土方
+file Code,Name FROM tblSYB ORDER BY Code = 01|土建, 0101|土石方, 010101|土方; choose 添加目录 = 石方
 choose 上移目录; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 石方, 土方; choose 下移目录
-name 修改目录 = 岩石; name 修改目录; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方, 岩石
-confirm 删除目录; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方
+choose 修改目录 = 岩石; choose 修改目录 = Esc; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方, 岩石
+choose 删除目录 = yes; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方
 tab grdBillList; choose 添加清单; type 平整场地; key Return; key F2; type 2; key Tab; type m2
 key Esc; file Name,Unit FROM tblBill = 2|NULL; key F2; type m2; key Return; file Unit FROM tblBill = m2
 round cboProfession grdConcent; key Right; round grdSpec grdSpecEnum; key Right; round txtRule; key Right
@@ -170,7 +165,7 @@ round txtContent; tab grdBillList
 choose 添加清单; choose 上移清单; file ID FROM tblBill ORDER BY Code = 2, 1; choose 下移清单; key Up
 tab txtContent; type 平整; tab qt_tabwidget_tabbar; key Left; tab txtRule; type 按面积; key Tab
 file Rule,Cont FROM tblBill ORDER BY ID = 按面积|平整, NULL|NULL; tab CommandBars2.203; type 002; key Return
-tab grdBillList; confirm 删除清单; file ID FROM tblBill = 1; tab CommandBars2.203; key Esc; tab grdBillList
+tab grdBillList; choose 删除清单 = yes; file ID FROM tblBill = 1; tab CommandBars2.203; key Esc; tab grdBillList
 tab qt_tabwidget_tabbar; key Left; tab grdSpec; choose 添加项目特征; type 土壤类别; key Return; key Right
 key F4; key Down*2; key Return; file Name,Type FROM tblBillSpec = 土壤类别|2; tab grdSpecEnum
 choose 添加特征值; key Right; type 三类土; key Return; key Left; key Space
@@ -182,7 +177,7 @@ file cont,subCont FROM tblCont JOIN tblContDe ON tblCont.ID=ContID = 土方开�
 key Right*2; key F4; key Down; key Return; key Left*2; key F4
 tab tvRationContent; key Right; key Down; key Right; key Down; tab grdDEB; key Down; key Return; key Esc
 file Deh FROM tblContDe = D1-2; tab grdConcent; type d1-1; key Return; file Deh FROM tblContDe = D1-1
-confirm 删除; key Ctrl+Home; confirm 删除; file ID FROM tblCont UNION ALL SELECT ID FROM tblContDe = )");
+choose 删除 = yes; key Ctrl+Home; choose 删除 = yes; file ID FROM tblCont UNION ALL SELECT ID FROM tblContDe = )");
     press(u"Ctrl+E"_s);
     EXPECT_TRUE(main.editors().isEmpty());
 }

@@ -9,39 +9,14 @@
 using namespace Qt::StringLiterals;
 
 QString Deed::story() const {
-    static const char* const kinds[] = {"look at",   "command",           "edit",  "choose in", "tick",
-                                        "ration of", "list while locked", "reopen"};
-    QString told = u"%1 %2 %3 %4 %5"_s.arg(QLatin1String(kinds[static_cast<int>(kind)]), place)
-                       .arg(kind == Kind::Command ? command : row)
-                       .arg(key, dekID);
-    if (!text.isEmpty() || kind == Kind::Edit)
-        told += u" \"%1\""_s.arg(text.left(60));
-    if (!name.isEmpty())
-        told += u" named \"%1\""_s.arg(name);
-    return told + (given ? QString() : u" given up"_s) + (failed ? u" FAILED"_s : QString());
-}
-
-RandomUser::RandomUser(EditorDriver& driver, unsigned seed, Habits habits)
-    : m_random(seed), m_driver(driver), m_habits(std::move(habits)) {}
-
-const RandomUser::Gesture& RandomUser::choose() {
-    if (chance(4))
-        m_room = oneOf({Room::Chapters, Room::Bills, Room::Features, Room::Contents, Room::Contents});
-    // An empty list is soon left.
-    if (!m_driver.bills()->hasRows() && chance(40))
-        return gestures().front();
-    const auto weight = [this](const Gesture& gesture) {
-        constexpr int moreOften = 8;
-        return gesture.weight * (gesture.room == m_room ? moreOften : 1);
-    };
-    int total = 0;
-    for (const Gesture& gesture : gestures())
-        total += weight(gesture);
-    int drawn = upTo(total);
-    auto gesture = gestures().begin();
-    while (drawn >= weight(*gesture))
-        drawn -= weight(*gesture++);
-    return *gesture;
+    static const char* const kinds[] = {"look at", "command", "edit",   "choose in",
+                                        "tick",    "ration",  "locked", "reopen"};
+    return u"%1 %2%3 row %4 %5 %6 \"%7\" \"%8\""_s.arg(QLatin1String(kinds[static_cast<int>(kind)]))
+               .arg(command)
+               .arg(place)
+               .arg(row)
+               .arg(key, dekID, text.left(60), name) +
+           (given ? u""_s : u" given up"_s) + (failed ? u" FAILED"_s : u""_s);
 }
 
 void RandomUser::step() {
@@ -54,11 +29,7 @@ void RandomUser::step() {
     m_answers = &answers;
     m_halfDone = false;
     auto disturbance = disturb();
-    const Gesture& gesture = choose();
-    // Wherever the hand goes, it is at work there.
-    const Room room = std::exchange(m_room, gesture.room);
-    gesture.act(*this);
-    m_room = room;
+    act();
     EditorDriver::settle();
     disturbance.reset();
     EditorDriver::settle();

@@ -13,12 +13,12 @@
 class RandomUser {
 public:
     struct Habits {
-        bool disturbed = true;   ///< now and then other programs use the library, or the disk refuses a change
-        bool reopens = true;     ///< closes the library now and then, and opens it again
-        QStringList texts = {};  ///< types these too
+        bool disturbed = true;  ///< now and then other programs use the library, or the disk refuses a change
+        bool reopens = true;    ///< closes the library now and then, and opens it again
     };
 
-    RandomUser(EditorDriver& driver, unsigned seed, Habits habits);
+    RandomUser(EditorDriver& driver, unsigned seed, Habits habits)
+        : m_random(seed), m_driver(driver), m_habits(habits) {}
 
     void step();
 
@@ -30,14 +30,6 @@ public:
     QString story() const { return m_story.join(u"\n  "_s); }
 
 private:
-    enum class Room { Chapters, Bills, Features, Contents };
-    struct Gesture {
-        Room room;
-        int weight;
-        std::function<void(RandomUser&)> act;
-    };
-    static const std::vector<Gesture>& gestures();
-    const Gesture& choose();
     std::unique_ptr<Disturbance> disturb();
     void answer(QWidget* window);
     void begin(Deed::Kind kind, const QString& place = {}, int row = -1, const QString& key = {},
@@ -56,6 +48,7 @@ private:
     }
 
     // Gestures.cpp
+    void act();
     KeyedGrid* grid();
     int shownRow(const KeyedGrid* grid, int level = 0);
     int rationRow();
@@ -63,7 +56,7 @@ private:
     void look(QWidget* place, int row, const std::function<void()>& act);
     void press(QWidget* view, std::initializer_list<QKeyCombination> keys);
     void command(int id, const QString& searched = {});
-    void commandHere(std::initializer_list<int> ids);
+    void commandHere();
     void pressInTree();
     void pressInGrid();
     void run(int command, bool byMouse) const;
@@ -95,6 +88,7 @@ private:
     EditorDriver& m_driver;
     const Habits m_habits;
     /// Where the user is at work; most of what is done belongs there.
+    enum class Room { Chapters, Bills, Features, Contents };
     Room m_room = Room::Chapters;
     ModalAnswers* m_answers = nullptr;
     bool m_disturbed = false;

@@ -9,18 +9,12 @@ using namespace Qt::StringLiterals;
 
 /// Text as people type it, and some as they should not.
 QString RandomUser::anyText() {
-    static const QStringList odd{QString(),
-                                 u"it's"_s,
-                                 u"x'--"_s,
-                                 u"  两边空白  "_s,
-                                 u"　全角空白　"_s,
-                                 u"50%_\"q\";#1;a|b\\"_s,
-                                 QString(60, u'w'),
-                                 QString(49, u'n') + u"😀n"_s,
-                                 u"🏗️ 土方 👷"_s};
-    if (!m_habits.texts.isEmpty() && chance(30))
-        return oneOf(m_habits.texts);
-    if (chance(40))
+    static const QStringList odd =
+        u"¦it's¦x'--¦' OR 1=1 --¦x',(SELECT name FROM sqlite_schema),'¦; DELETE FROM tblBill;¦?1 :name @name¦0x1F¦"
+        "50%_\"q\";#1;a|b\\¦%1 %2 %n %s %%¦<b>bold</b>¦&File && &x¦title [*]¦&lt;&#39;¦NULL¦a\u0301\u0302z¦"
+        "  两边空白  ¦　全角空白　¦🏗️ 土方 👷"_s.split(u'¦')
+        << QString(60, u'w') << QString(49, u'n') + u"😀n"_s;
+    if (chance(55))
         return oneOf(odd);
     return (chance(10) ? u"两行\n名称%1"_s : u"名称%1"_s).arg(++m_names);
 }
