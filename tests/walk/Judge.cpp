@@ -20,31 +20,25 @@ Judge::Judge(EditorDriver& driver, RandomUser& user) : m_driver(driver) {
 void Judge::see(const Deed& deed) {
     using enum Deed::Kind;
     m_led = {};
-    switch (deed.kind) {
-        case Look:
-            look(deed);
-            break;
-        case Refused:
-            m_expected << (deed.text.isEmpty() ? u"frmEditor.LoadBill"_s : u"frmEditor.mnuQueryBill_Click"_s);
-            EXPECT_TRUE(deed.possible) << "what could not be listed is shown";
-            m_query = deed.text;
-            break;
-        case Reopened:
-            m_query.clear();
-            m_led.nodes = Nodes::AsLoaded;
-            m_prescribed.everythingLoaded();
-            m_prescribed.follow(m_driver.editor()->library());
-            if (!deed.text.isEmpty())
-                m_library.load(m_driver.path());
-            break;
-        case Command:
-            command(deed);
-            break;
-        case Ration:
-            rationFromBrowser(deed);
-            break;
-        default:
-            edit(deed);
+    if (deed.kind == Look) {
+        look(deed);
+    } else if (deed.kind == Command) {
+        command(deed);
+    } else if (deed.kind == Ration) {
+        rationFromBrowser(deed);
+    } else if (deed.kind == Refused) {
+        m_expected << (deed.text.isEmpty() ? u"frmEditor.LoadBill"_s : u"frmEditor.mnuQueryBill_Click"_s);
+        EXPECT_TRUE(deed.possible) << "what could not be listed is shown";
+        m_query = deed.text;
+    } else if (deed.kind == Reopened) {
+        m_query.clear();
+        m_led.nodes = Nodes::AsLoaded;
+        m_prescribed.everythingLoaded();
+        m_prescribed.follow(m_driver.editor()->library());
+        if (!deed.text.isEmpty())
+            m_library.load(m_driver.path());
+    } else {
+        edit(deed);
     }
 }
 
