@@ -15,8 +15,7 @@ struct Deed {
         Reopened,  ///< the library was closed and opened again
     };
     Kind kind = Kind::Look;
-    int host = 0;       ///< of the command
-    int id = 0;         ///< of the command
+    int command = 0;    ///< its host * 1000 + its id
     QString place;      ///< objectName of the grid, tree or box
     int row = -1;       ///< the row that was clicked or edited; of the tree too
     QString key;        ///< of the column
@@ -39,7 +38,7 @@ struct Deed {
     /// Whether its failure may leave a part of it done.
     bool mayBeHalfDone() const {
         return kind == Kind::Command &&
-               ((host == 1 && id == 103) || (host == 2 && (id == 400 || id == 401 || (id == 403 && key == u"2"))));
+               (command == 1103 || command == 2400 || command == 2401 || (command == 2403 && key == u"2"));
     }
     QString story() const;
 };

@@ -1,4 +1,4 @@
-// What edits, and the commands of contents, do to a library.
+// What edits do to a library, and rations taken from the browser.
 
 #include <gtest/gtest.h>
 
@@ -24,114 +24,33 @@ const QString unchecked = u"2"_s;
 
 }  // namespace
 
-LibraryModel::Ids Judge::rowsOfSubContent(const QString& contID, const QString& subNum) const {
-    LibraryModel::Ids ids = m_library.ids("tblContDe", "ContID", contID);
-    ids.removeIf([&](const QString& id) { return m_library.cell("tblContDe", id, "SubNum") != subNum; });
-    return ids;
-}
-
-void Judge::contentCommand(const Deed& deed) {
-    const Snapshot& shown = deed.before;
-    const Rows& rows = shown.contents;
-    const int row = shown.contentRow;
-    const QString contID = shown.ofContent(ContID);
-    const QString level = shown.ofContent(Level);
-    if (deed.failed && deed.id != 403)
-        return;
-    if (deed.id == 400) {
-        int number = 0;
-        for (int above = row; above >= 0 && number == 0; --above)
-            number = rows[above][ContNum].toInt();
-        const QString bill = shown.ofBill(BillCell::Id);
-        const QString name = m_library.copyName("tblCont", "Cont", u"新建工作内容"_s);
-        m_library.renumber("tblCont", "BillID", bill, "Num", number + 1, 1);
-        m_library.add("tblCont", {{u"Code"_s, shown.ofBill(BillCell::Code)},
-                                  {u"Num"_s, QString::number(number + 1)},
-                                  {u"Cont"_s, name},
-                                  {u"Prof"_s, shown.profession},
-                                  {u"BillID"_s, bill},
-                                  {u"IsDel"_s, u"0"_s}});
-    } else if (deed.id == 401) {
-        int number = shown.ofContent(SubNum).toInt() + 1;
-        for (int below = row + 1; level == u"0" && below < rows.size() && rows[below][Level] != u"0"; ++below)
-            number = rows[below][SubNum].toInt() + 1;
-        const QString name = m_library.copyName("tblContDe", "SubCont", u"新建二级工作内容"_s);
-        m_library.renumber("tblContDe", "ContID", contID, "SubNum", number, 1);
-        m_library.add("tblContDe", {{u"ContID"_s, contID},
-                                    {u"SubNum"_s, QString::number(number)},
-                                    {u"SubCont"_s, name},
-                                    {u"IsDel"_s, u"0"_s}});
-    } else if (deed.id == 402) {
-        m_blankRation = true;
-    } else {
-        m_expected << (level == u"2" ? u"清单库编辑器: 确认删除定额 "_s : u"清单库编辑器: 确认删工作内容指引 "_s) +
-                          shown.ofContent(Cont) + u" ？"_s;
-        if (!deed.yes || deed.failed)
-            return;
-        const QString subNum = shown.ofContent(SubNum);
-        if (level == u"0") {
-            m_library.deleteContent(contID);
-            m_library.renumber("tblCont", "BillID", m_prescribed.detailsOf, "Num", shown.ofContent(ContNum).toInt() + 1,
-                               -1);
-        } else if (level == u"1") {
-            const LibraryModel::Ids ids = rowsOfSubContent(contID, subNum);
-            if (ids.isEmpty())
-                --m_prescribed.emptied[contID];
-            for (const QString& id : ids)
-                m_library.remove("tblContDe", id);
-            m_library.renumber("tblContDe", "ContID", contID, "SubNum", subNum.toInt() + 1, -1);
-        } else {
-            deleteRation(shown);
-        }
-    }
-}
-
-/// The row goes, or keeps its place as that of its second-level content.
-void Judge::deleteRation(const Snapshot& shown) {
-    const int row = shown.contentRow;
-    const QString id = shown.ofContent(ContDeID);
-    const bool first = shown.contents[row - 1][Level] == u"1";
-    const bool beforeSubContent = row + 1 < shown.contents.size() && shown.contents[row + 1][Level] == u"1";
-    if (first && !beforeSubContent) {
-        for (const char* column : {"Deh", "Name", "Unit", "DekID"})
-            m_library.set("tblContDe", id, column, {});
-        return;
-    }
-    const QString contID = shown.ofContent(ContID);
-    const bool hadRows = !rowsOfSubContent(contID, shown.ofContent(SubNum)).isEmpty();
-    m_library.remove("tblContDe", id);
-    if (hadRows && rowsOfSubContent(contID, shown.ofContent(SubNum)).isEmpty())
-        ++m_prescribed.emptied[contID];
-}
-
 void Judge::edit(const Deed& deed) {
     const Snapshot& shown = deed.before;
-    const bool inDetails = deed.place.startsWith(u"grdSpec") || deed.place == u"grdConcent";
-    const bool mayEdit = inDetails                      ? !m_prescribed.detailsLocked
-                         : deed.place == u"grdBillList" ? deed.key != u"Code"
-                                                        : shown.bill >= 0;
-    bool refused = false;
+    const bool chosen = deed.kind == Deed::Kind::Choice;
+    const bool inBox = deed.place.startsWith(u"txt");
+    const bool inBills = deed.place == u"grdBillList";
+    const bool mayEdit = inBills ? deed.key != u"Code" : inBox ? shown.bill >= 0 : !m_prescribed.detailsLocked;
     EXPECT_EQ(deed.possible, mayEdit || deed.kind == Deed::Kind::Tick) << "may be edited";
+    bool refused = false;
     if (!mayEdit || !deed.given) {
         // Nothing.
-    } else if (deed.place.startsWith(u"txt")) {
-        const QString id = shown.ofBill(BillCell::Id);
-        const char* column = deed.place == u"txtRule" ? "Rule" : "Cont";
-        const QString stored = m_library.cell("tblBill", id, column);
+    } else if (inBox) {
+        const bool isRule = deed.place == u"txtRule";
+        const QString stored = shown.ofBill(isRule ? BillCell::Rule : BillCell::Cont);
         const bool onlyLineFeeds = stored.contains(u'\n') && !stored.contains(u"\r\n"_s);
-        if (isWritten(deed, isBroken(deed.text), "ModDBOperator.ExecuteDDL") &&
-            deed.text != QString(stored).remove(u'\r'))
-            m_library.set("tblBill", id, column,
-                          QString(deed.text).replace(u"\n"_s, onlyLineFeeds ? u"\n"_s : u"\r\n"_s));
-    } else if (deed.place == u"grdBillList") {
-        const bool isPrefix = deed.key == u"CodePreFix";
-        const QString text = trimmed(inCell(deed.text, isPrefix ? 8 : deed.key == u"Unit" ? 12 : 50));
-        if (isWritten(deed, isBroken(text), "ModDBOperator.ExecuteDDL"))
-            m_library.set("tblBill", shown.bills[deed.row][BillCell::Id], deed.key.toLatin1(), text);
+        QString text = deed.text;
+        if (text == QString(stored).remove(u'\r'))
+            text = stored;
+        else if (!onlyLineFeeds)
+            text.replace(u"\n"_s, u"\r\n"_s);
+        write(deed, isRule ? u"tblBill SET Rule"_s : u"tblBill SET Cont"_s, shown.ofBill(BillCell::Id), text);
+    } else if (inBills) {
+        const int limit = deed.key == u"CodePreFix" ? 8 : deed.key == u"Unit" ? 12 : 50;
+        write(deed, u"tblBill SET "_s + deed.key, shown.bills[deed.row][BillCell::Id],
+              trimmed(inCell(deed.text, limit)));
     } else if (deed.place == u"grdSpec") {
-        const QString text = deed.kind == Deed::Kind::Choice ? deed.text : trimmed(inCell(deed.text, 0));
-        if (isWritten(deed, isBroken(text), "ModDBOperator.ExecuteDDL"))
-            m_library.set("tblBillSpec", shown.features[deed.row][FeatureCell::Id], deed.key.toLatin1(), text);
+        write(deed, u"tblBillSpec SET "_s + deed.key, shown.features[deed.row][FeatureCell::Id],
+              chosen ? deed.text : trimmed(inCell(deed.text, 0)));
     } else if (deed.place == u"grdSpecEnum") {
         Rows values = shown.values;
         if (deed.kind == Deed::Kind::Edit) {
@@ -143,33 +62,36 @@ void Judge::edit(const Deed& deed) {
             values[deed.row][1] = ticks ? checked : unchecked;
         }
         writeValues(deed, values);
-    } else if (deed.kind == Deed::Kind::Choice) {
-        if (const QString id = shown.contents[deed.row][ContDeID]; !id.isEmpty())
-            m_prescribed.cells[{Prescribed::nodeKey(shown.contents[deed.row]), DekName}] = deed.text;
+    } else if (chosen) {
+        if (const QStringList& line = shown.contents[deed.row]; !line[ContDeID].isEmpty())
+            m_prescribed.cells[{Prescribed::nodeKey(line), DekName}] = deed.text;
     } else {
-        const bool ration = shown.contents[deed.row][Level] == u"2";
-        refused = editContent(deed, inCell(deed.text, ration ? 150 : 50));
+        refused = editContent(deed, inCell(deed.text, shown.contents[deed.row][Level] == u"2" ? 150 : 50));
     }
     // What was refused can be put right.
-    EXPECT_EQ(deed.stayedOpen && !deed.place.startsWith(u"txt"), refused && !deed.closed);
+    EXPECT_EQ(deed.stayedOpen && !inBox, refused && !deed.closed);
+}
+
+/// Writes a text as it is into a column, told as "table SET column".
+void Judge::write(const Deed& deed, const QString& column, const QString& id, const QString& text) {
+    if (isWritten(deed, isBroken(text)))
+        m_library.rows(u"UPDATE %1=? WHERE ID=?"_s.arg(column), {text, id});
 }
 
 /// All values of the feature are written at once; one that cannot be written keeps all from it.
-void Judge::writeValues(const Deed& deed, Rows values) {
+void Judge::writeValues(const Deed& deed, const Rows& values) {
     QString inUse;
-    bool broken = false;
+    QString all;
     for (const QStringList& value : values) {
-        broken = broken || isBroken(value[2]);
+        all += value[2];
         if (value[1] == checked)
             inUse = value[2];
     }
-    if (!isWritten(deed, broken, "frmEditor.grdSpecEnum_AfterEdit"))
+    if (!isWritten(deed, isBroken(all), "frmEditor.grdSpecEnum_AfterEdit"))
         return;
-    for (const QStringList& value : values) {
-        m_library.set("tblSpecEnum", value[0], "IsUse", value[1]);
-        m_library.set("tblSpecEnum", value[0], "EigenValue", value[2]);
-    }
-    m_library.set("tblBillSpec", deed.before.ofFeature(FeatureCell::Id), "DefVal", inUse);
+    for (const QStringList& value : values)
+        m_library.run("UPDATE tblSpecEnum SET IsUse=?2,EigenValue=?3 WHERE ID=?1", value);
+    m_library.run("UPDATE tblBillSpec SET DefVal=? WHERE ID=?", {inUse, deed.before.ofFeature(FeatureCell::Id)});
 }
 
 /// Whether the edit is refused.
@@ -192,14 +114,13 @@ bool Judge::editContent(const Deed& deed, const QString& typed) {
             m_prescribed.cells[{node, Cont}] = text;
         return set == Setting::Refused;
     }
-    if (!isWritten(deed, isBroken(text), "ModDBOperator.ExecuteDDL"))
+    if (!isWritten(deed, isBroken(text)))
         return true;
     m_prescribed.cells.remove({node, Cont});
     if (line[Level] == u"0")
-        m_library.set("tblCont", line[ContID], "Cont", text);
+        m_library.run("UPDATE tblCont SET Cont=? WHERE ID=?", {text, line[ContID]});
     else
-        for (const QString& id : rowsOfSubContent(line[ContID], line[SubNum]))
-            m_library.set("tblContDe", id, "SubCont", text);
+        m_library.run("UPDATE tblContDe SET SubCont=? WHERE ContID=? AND SubNum=?", {text, line[ContID], line[SubNum]});
     return false;
 }
 
@@ -216,31 +137,22 @@ Judge::Setting Judge::setRation(const Deed& deed, const Rows& rows, int row, con
     int above = row - 1;
     if (id.isEmpty() && rows[above][Level] == u"1") {
         // The first row of a second-level content holds only its text until the first ration is stored in it.
-        id = rowsOfSubContent(line[ContID], line[SubNum]).value(0);
+        id = rowsOfSubContent(line).value(0);
         if (id.isEmpty())
             return Setting::NotWritten;
     }
     while (rows[above][Level] != u"1")
         --above;
-    const QString name = m_rations.library(library).names[code.toUpper()];
-    const QMap<QString, QString> cells{{u"Deh"_s, code},
-                                       {u"Name"_s, name},
-                                       {u"Unit"_s, m_rations.library(library).units[code.toUpper()]},
-                                       {u"DekID"_s, library}};
-    const bool broken = isBroken(name) || (id.isEmpty() && isBroken(rows[above][Cont]));
-    if (!isWritten(deed, broken, "ModDBOperator.ExecuteDDL"))
+    const Rations::Library from = m_rations.library(library);
+    const QStringList ration{code, from.names[code.toUpper()], from.units[code.toUpper()], library};
+    if (!isWritten(deed, isBroken(ration[1]) || (id.isEmpty() && isBroken(rows[above][Cont]))))
         return Setting::NotWritten;
     if (id.isEmpty()) {
-        QMap<QString, QString> added = cells;
-        added.insert({{u"ContID"_s, line[ContID]},
-                      {u"SubNum"_s, line[SubNum]},
-                      {u"SubCont"_s, rows[above][Cont]},
-                      {u"IsDel"_s, u"0"_s}});
-        m_library.add("tblContDe", added);
+        m_library.run("INSERT INTO tblContDe(Deh,Name,Unit,DekID,ContID,SubNum,SubCont,IsDel) VALUES(?,?,?,?,?,?,?,0)",
+                      ration + QStringList{line[ContID], line[SubNum], rows[above][Cont]});
         return Setting::Written;
     }
-    for (auto cell = cells.begin(); cell != cells.end(); ++cell)
-        m_library.set("tblContDe", id, cell.key().toLatin1(), *cell);
+    m_library.run("UPDATE tblContDe SET Deh=?,Name=?,Unit=?,DekID=? WHERE ID=?", ration + QStringList{id});
     for (const int column : {Cont, DekName})
         m_prescribed.cells.remove({u"2/"_s + id, column});
     return Setting::Written;
@@ -254,19 +166,14 @@ void Judge::rationFromBrowser(const Deed& deed) {
     if (!deed.possible || m_prescribed.detailsLocked || level < (inserts ? 1 : 2))
         return;
     if (inserts) {
-        // A blank row behind the last ration takes the place of an older one.
+        // A blank row behind the last ration, in the place of an older one.
         QStringList blank = rows[row];
         blank[Level] = u"2"_s;
         blank[ContDeID].clear();
-        do
+        while (row + 1 < rows.size() && rows[row + 1][Level] == u"2")
             ++row;
-        while (row < rows.size() && rows[row][Level] == u"2");
-        blank[Cont] = u"new"_s;
-        rows.insert(row, blank);
-        rows.removeIf([](const QStringList& each) {
-            return each[Level] == u"2" && each[ContDeID].isEmpty() && each[Cont] != u"new";
-        });
-        row = static_cast<int>(rows.indexOf(blank));
+        if (rows[row][Level] != u"2" || !rows[row][ContDeID].isEmpty())
+            rows.insert(++row, blank);
     }
     if (setRation(deed, rows, row, deed.text, deed.dekID) != Setting::Written || deed.text == deed.text.toUpper())
         return;

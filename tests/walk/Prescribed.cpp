@@ -8,6 +8,13 @@
 
 using namespace ContentCell;
 
+QStringList columnOf(const Rows& rows, int cell) {
+    QStringList cells;
+    for (const QStringList& row : rows)
+        cells << row[cell];
+    return cells;
+}
+
 QString Prescribed::nodeKey(const QStringList& row) {
     return row[Level] + u'/' + (row[Level] == u"2" ? row[ContDeID] : row[ContID] + u'/' + row[SubNum]);
 }

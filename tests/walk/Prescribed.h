@@ -7,6 +7,9 @@
 
 class LibraryDocument;
 
+/// One cell of each row.
+QStringList columnOf(const Rows& rows, int cell);
+
 /// The differences between the window and a fresh load of its file that are meant to be, by name. Each says what the
 /// window must show instead, and ends when the part of the window that it concerns is loaded anew. Everything else must
 /// be the same.

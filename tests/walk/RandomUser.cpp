@@ -9,76 +9,14 @@
 using namespace Qt::StringLiterals;
 
 QString Deed::story() const {
-    static const char* const kinds[] = {"look at",   "command",           "edit",  "choose in", "tick",
-                                        "ration of", "list while locked", "reopen"};
-    QString told = u"%1 %2 %3 %4 %5"_s.arg(QLatin1String(kinds[static_cast<int>(kind)]), place)
-                       .arg(kind == Kind::Command ? host * 1000 + id : row)
-                       .arg(key, dekID);
-    if (!text.isEmpty() || kind == Kind::Edit)
-        told += u" \"%1\""_s.arg(text.left(60));
-    if (!name.isEmpty())
-        told += u" named \"%1\""_s.arg(name);
-    return told + (given ? QString() : u" given up"_s) + (failed ? u" FAILED"_s : QString());
-}
-
-RandomUser::RandomUser(EditorDriver& driver, unsigned seed, Habits habits)
-    : m_random(seed), m_driver(driver), m_habits(std::move(habits)) {}
-
-const std::vector<RandomUser::Gesture>& RandomUser::gestures() {
-    using enum Room;
-    static const std::vector<Gesture> all{
-        {Chapters, 22, &RandomUser::clickChapter},
-        {Chapters, 8, &RandomUser::pressInTree},
-        {Chapters, 36, &RandomUser::chapterCommand},
-        {Chapters, 1, &RandomUser::reopen},
-        {Bills, 12, &RandomUser::clickRow},
-        {Bills, 6, &RandomUser::pressInGrid},
-        {Bills, 10, &RandomUser::editCell},
-        {Bills, 24, &RandomUser::billCommand},
-        {Bills, 4, &RandomUser::query},
-        {Bills, 2, &RandomUser::listWhileLocked},
-        {Bills, 12, &RandomUser::goOnWhileTyping},
-        {Bills, 7, &RandomUser::typeIntoBox},
-        {Bills, 2, &RandomUser::pressOnly},
-        {Features, 8, &RandomUser::clickRow},
-        {Features, 18, &RandomUser::editCell},
-        {Features, 8, &RandomUser::chooseType},
-        {Features, 10, &RandomUser::featureCommand},
-        {Features, 10, &RandomUser::tickValue},
-        {Features, 13, &RandomUser::valueCommand},
-        {Features, 6, &RandomUser::goOnWhileTyping},
-        {Features, 2, &RandomUser::pressOnly},
-        {Contents, 8, &RandomUser::clickRow},
-        {Contents, 8, &RandomUser::pressInGrid},
-        {Contents, 26, &RandomUser::contentCommand},
-        {Contents, 7, &RandomUser::editCell},
-        {Contents, 20, &RandomUser::typeCode},
-        {Contents, 5, &RandomUser::chooseLibrary},
-        {Contents, 2, &RandomUser::changeProfession},
-        {Contents, 9, &RandomUser::useBrowser},
-        {Contents, 6, &RandomUser::goOnWhileTyping},
-    };
-    return all;
-}
-
-const RandomUser::Gesture& RandomUser::choose() {
-    if (chance(4))
-        m_room = oneOf({Room::Chapters, Room::Bills, Room::Features, Room::Contents, Room::Contents});
-    // An empty list is soon left.
-    if (!m_driver.bills()->hasRows() && chance(40))
-        return gestures().front();
-    const auto weight = [this](const Gesture& gesture) {
-        constexpr int moreOften = 8;
-        return gesture.weight * (gesture.room == m_room ? moreOften : 1);
-    };
-    int total = 0;
-    for (const Gesture& gesture : gestures())
-        total += weight(gesture);
-    int drawn = upTo(total);
-    auto gesture = gestures().begin();
-    while (drawn >= weight(*gesture))
-        drawn -= weight(*gesture++);
-    return *gesture;
+    static const char* const kinds[] = {"look at", "command", "edit",   "choose in",
+                                        "tick",    "ration",  "locked", "reopen"};
+    return u"%1 %2%3 row %4 %5 %6 \"%7\" \"%8\""_s.arg(QLatin1String(kinds[static_cast<int>(kind)]))
+               .arg(command)
+               .arg(place)
+               .arg(row)
+               .arg(key, dekID, text.left(60), name) +
+           (given ? u""_s : u" given up"_s) + (failed ? u" FAILED"_s : u""_s);
 }
 
 void RandomUser::step() {
@@ -91,11 +29,7 @@ void RandomUser::step() {
     m_answers = &answers;
     m_halfDone = false;
     auto disturbance = disturb();
-    const Gesture& gesture = choose();
-    // Wherever the hand goes, it is at work there.
-    const Room room = std::exchange(m_room, gesture.room);
-    (this->*gesture.act)();
-    m_room = room;
+    act();
     EditorDriver::settle();
     disturbance.reset();
     EditorDriver::settle();
@@ -119,9 +53,7 @@ std::unique_ptr<Disturbance> RandomUser::disturb() {
     const QString change = oneOf({u"INSERT ON "_s, u"UPDATE ON "_s, u"DELETE ON "_s}) +
                            oneOf({u"tblSYB"_s, u"tblBill"_s, u"tblCont"_s, u"tblContDe"_s, u"tblBillSpec"_s,
                                   u"tblSpecEnum"_s, u"tblParm"_s});
-    m_story << (kind == Kind::Written ? u"(another program writes)"_s
-                : kind == Kind::Read  ? u"(another program reads)"_s
-                                      : u"(refused is %1)"_s.arg(change));
+    m_story << u"(disturbed in way %1: %2)"_s.arg(static_cast<int>(kind)).arg(change);
     return std::make_unique<Disturbance>(m_driver.path(), kind, change, m_driver.editor());
 }
 
@@ -130,27 +62,25 @@ void RandomUser::answer(QWidget* window) {
     auto* name = window->findChild<QLineEdit*>(u"txtContent"_s);
     if (const auto* box = qobject_cast<QMessageBox*>(window)) {
         m_deed.yes = chance(80);
-        auto* button = box->button(m_deed.yes ? QMessageBox::Yes : QMessageBox::No);
-        if (button)
+        if (auto* button = box->button(m_deed.yes ? QMessageBox::Yes : QMessageBox::No))
             QTest::mouseClick(button, Qt::LeftButton);
         else
             window->close();
     } else if (name) {
-        enum Way { Enter, Button, Cancel, Escape, CloseBox };
-        const Way way = oneOf({Enter, Enter, Enter, Enter, Button, Button, Cancel, Escape, CloseBox});
+        enum Way { Enter, OK, Cancel, Escape, CloseBox };
+        const Way way = oneOf({Enter, Enter, Enter, Enter, OK, OK, Cancel, Escape, CloseBox});
         m_deed.preset = name->selectedText() == name->text() ? name->text() : u"not selected"_s;
         m_deed.name = chance(10) ? u"   "_s : anyText().replace(u'\n', u' ');
-        m_deed.answer = way == CloseBox                 ? Deed::Answer::BoxClosed
-                        : way == Enter || way == Button ? Deed::Answer::Entered
-                                                        : Deed::Answer::Cancelled;
+        m_deed.answer = way == CloseBox ? Deed::Answer::BoxClosed
+                        : way <= OK     ? Deed::Answer::Entered
+                                        : Deed::Answer::Cancelled;
         EditorDriver::typeOver(name, m_deed.name);
         if (way == CloseBox)
             window->close();
-        else if (way == Button || way == Cancel)
-            QTest::mouseClick(window->findChild<QPushButton*>(way == Button ? u"cmdOK"_s : u"cmdCancel"_s),
-                              Qt::LeftButton);
-        else
+        else if (way == Enter || way == Escape)
             QTest::keyClick(name, way == Enter ? Qt::Key_Return : Qt::Key_Escape);
+        else
+            QTest::mouseClick(window->findChild<QPushButton*>(way == OK ? u"cmdOK"_s : u"cmdCancel"_s), Qt::LeftButton);
         // A name that is refused leaves the dialog open.
         if (window->isVisible())
             QTest::keyClick(name, Qt::Key_Escape);
@@ -159,13 +89,16 @@ void RandomUser::answer(QWidget* window) {
     }
 }
 
-Deed& RandomUser::begin(Deed::Kind kind) {
+void RandomUser::begin(Deed::Kind kind, const QString& place, int row, const QString& key, const QString& text) {
     m_deed = Deed();
     m_deed.kind = kind;
+    m_deed.place = place;
+    m_deed.row = row;
+    m_deed.key = key;
+    m_deed.text = text;
     m_seen = m_answers->seen().size();
     if (onDeed)
         m_deed.before = snapshotOf(*m_driver.editor());
-    return m_deed;
 }
 
 void RandomUser::done() {
@@ -179,22 +112,4 @@ void RandomUser::done() {
         m_story.removeFirst();
     if (onDeed)
         onDeed(m_deed);
-}
-
-/// Text as people type it, and some as they should not.
-QString RandomUser::anyText() {
-    static const QStringList odd{QString(),
-                                 u"it's"_s,
-                                 u"x'--"_s,
-                                 u"  两边空白  "_s,
-                                 u"　全角空白　"_s,
-                                 u"50%_\"q\";#1;a|b\\"_s,
-                                 QString(60, u'w'),
-                                 QString(49, u'n') + u"😀n"_s,
-                                 u"🏗️ 土方 👷"_s};
-    if (!m_habits.texts.isEmpty() && chance(30))
-        return oneOf(m_habits.texts);
-    if (chance(40))
-        return oneOf(odd);
-    return (chance(10) ? u"两行\n名称%1"_s : u"名称%1"_s).arg(++m_names);
 }

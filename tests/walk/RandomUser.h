@@ -13,12 +13,12 @@
 class RandomUser {
 public:
     struct Habits {
-        bool disturbed = true;   ///< now and then other programs use the library, or the disk refuses a change
-        bool reopens = true;     ///< closes the library now and then, and opens it again
-        QStringList texts = {};  ///< types these too
+        bool disturbed = true;  ///< now and then other programs use the library, or the disk refuses a change
+        bool reopens = true;    ///< closes the library now and then, and opens it again
     };
 
-    RandomUser(EditorDriver& driver, unsigned seed, Habits habits);
+    RandomUser(EditorDriver& driver, unsigned seed, Habits habits)
+        : m_random(seed), m_driver(driver), m_habits(habits) {}
 
     void step();
 
@@ -30,73 +30,65 @@ public:
     QString story() const { return m_story.join(u"\n  "_s); }
 
 private:
-    enum class Room { Chapters, Bills, Features, Contents };
-    struct Gesture {
-        Room room;
-        int weight;
-        void (RandomUser::*act)();
-    };
-    static const std::vector<Gesture>& gestures();
-    const Gesture& choose();
+    std::unique_ptr<Disturbance> disturb();
+    void answer(QWidget* window);
+    void begin(Deed::Kind kind, const QString& place = {}, int row = -1, const QString& key = {},
+               const QString& text = {});
+    void done();
 
-    int upTo(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(qMax(count, 1))); }
+    int upTo(qsizetype count) { return static_cast<int>(m_random() % static_cast<unsigned>(qMax(count, 1))); }
     bool chance(int percent) { return upTo(100) < percent; }
     template <typename List>
     auto oneOf(const List& things) {
-        return *(std::begin(things) + upTo(static_cast<int>(std::size(things))));
+        return *(std::begin(things) + upTo(std::ssize(things)));
     }
     template <typename T>
     T oneOf(std::initializer_list<T> things) {
-        return *(things.begin() + upTo(static_cast<int>(things.size())));
+        return *(things.begin() + upTo(std::ssize(things)));
     }
-    QString anyText();
-    std::unique_ptr<Disturbance> disturb();
-    void answer(QWidget* window);
-    Deed& begin(Deed::Kind kind);
-    void done();
-    void look(QWidget* place, int row, const std::function<void()>& act);
-    void command(int host, int id, const QString& searched = {});
-    void commandHere(int host, int id);
-    void press(QWidget* view, std::initializer_list<QKeyCombination> keys);
-    void escape();
-    int shownRow(const KeyedGrid* grid, int level = 0);
-    KeyedGrid* grid();
-    int rationRow();
-    QString anyCode();
-    QWidget* beginTyping(KeyedGrid* view, int row, const QString& key, const QString& text);
-    class QPlainTextEdit* beginTypingIntoBox(const QString& text);
-    void type(KeyedGrid* view, int row, const QString& key, const QString& text);
-    void chooseIn(KeyedGrid* view, int row, const QString& key);
-    void takeRation(class frmDekBrowser& browser, const QString& library);
 
     // Gestures.cpp
-    void clickChapter();
+    void act();
+    KeyedGrid* grid();
+    int shownRow(const KeyedGrid* grid, int level = 0);
+    int rationRow();
+    EditorDriver::Closing closing();
+    void look(QWidget* place, int row, const std::function<void()>& act);
+    void press(QWidget* view, std::initializer_list<QKeyCombination> keys);
+    void command(int id, const QString& searched = {});
+    void commandHere();
     void pressInTree();
+    void pressInGrid();
+    void run(int command, bool byMouse) const;
+    void clickChapter();
     void chapterCommand();
     void reopen();
     void clickRow();
-    void pressInGrid();
     void pressOnly();
-    void editCell();
-    void billCommand();
     void query();
     void listWhileLocked();
-    void typeIntoBox();
-    void goOnWhileTyping();
-    void chooseType();
-    void tickValue();
-    void featureCommand();
-    void valueCommand();
-    void contentCommand();
-    void typeCode();
-    void chooseLibrary();
     void changeProfession();
     void useBrowser();
+    void takeRation(class frmDekBrowser& browser);
+
+    // TypingGestures.cpp
+    QString anyText();
+    QString anyCode();
+    QString anyColumn(const KeyedGrid* view, qsizetype columns = -1);
+    void escape();
+    QWidget* beginTyping(KeyedGrid* view, int row, qsizetype columns = -1);
+    QWidget* beginTypingIntoBox();
+    void editCell();
+    void typeIntoBox();
+    void goOnWhileTyping();
+    void chooseEntry();
+    void tickValue();
 
     std::mt19937 m_random;
     EditorDriver& m_driver;
     const Habits m_habits;
     /// Where the user is at work; most of what is done belongs there.
+    enum class Room { Chapters, Bills, Features, Contents };
     Room m_room = Room::Chapters;
     ModalAnswers* m_answers = nullptr;
     bool m_disturbed = false;
