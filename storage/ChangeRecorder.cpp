@@ -16,11 +16,14 @@ constexpr char ownTables[] = "sqlite_";
 
 int isRecorded(void*, const char* table) { return sqlite3_strnicmp(table, ownTables, sizeof ownTables - 1) != 0; }
 
-/// Any row that is not as it was recorded ends the whole.
-int stop(void* conflict, int, sqlite3_changeset_iter*) {
-    *static_cast<bool*>(conflict) = true;
+/// Any row that is not as it was recorded ends the whole; so does one that the file does not take, which is an error.
+int stop(void* conflict, int kind, sqlite3_changeset_iter*) {
+    *static_cast<bool*>(conflict) = kind != SQLITE_CHANGESET_CONSTRAINT;
     return SQLITE_CHANGESET_ABORT;
 }
+
+/// A missing text looks like an empty one.
+bool isEmpty(sqlite3_value* value) { return sqlite3_value_bytes(value) == 0; }
 
 }  // namespace
 
@@ -62,19 +65,40 @@ QByteArray ChangeRecorder::take() {
     return QByteArray(static_cast<const char*>(bytes), size);
 }
 
-bool ChangeRecorder::isUpdateOfOneRow(const QByteArray& changes) {
-    sqlite3_changeset_iter* rows = nullptr;
+/// Number of the column that says when a row was last changed.
+int ChangeRecorder::timeStampOf(const char* table) const {
+    Recordset columns = m_connection.OpenRecordset(sql("PRAGMA main.table_info(", QString::fromUtf8(table), ");"));
+    for (; !columns.EndOfFile(); columns.MoveNext())
+        if (columns.text("name").compare(QLatin1String("LastUpdate"), Qt::CaseInsensitive) == 0)
+            return static_cast<int>(columns.number("cid"));
+    return -1;
+}
+
+ChangeRecorder::Extent ChangeRecorder::extentOf(const QByteArray& changes) const {
     QByteArray bytes = changes;
+    sqlite3_changeset_iter* rows = nullptr;
     if (sqlite3changeset_start(&rows, static_cast<int>(bytes.size()), bytes.data()) != SQLITE_OK)
-        return false;
-    const char* table = nullptr;
-    int columns = 0, operation = 0, indirect = 0;
-    const bool isUpdate = sqlite3changeset_next(rows) == SQLITE_ROW &&
-                          sqlite3changeset_op(rows, &table, &columns, &operation, &indirect) == SQLITE_OK &&
-                          operation == SQLITE_UPDATE;
-    const bool isOne = isUpdate && sqlite3changeset_next(rows) == SQLITE_DONE;
-    sqlite3changeset_finalize(rows);
-    return isOne;
+        return Extent::ManyRows;
+    const std::unique_ptr<sqlite3_changeset_iter, int (*)(sqlite3_changeset_iter*)> closing(rows,
+                                                                                            sqlite3changeset_finalize);
+    int count = 0;
+    bool nothingSeen = true;
+    while (sqlite3changeset_next(rows) == SQLITE_ROW) {
+        const char* table = nullptr;
+        int columns = 0, operation = 0, indirect = 0;
+        sqlite3changeset_op(rows, &table, &columns, &operation, &indirect);
+        if (operation != SQLITE_UPDATE || (++count > 1 && !nothingSeen))
+            return Extent::ManyRows;
+        const int timeStamp = timeStampOf(table);
+        for (int column = 0; column < columns; ++column) {
+            sqlite3_value *before = nullptr, *after = nullptr;
+            sqlite3changeset_old(rows, column, &before);
+            sqlite3changeset_new(rows, column, &after);
+            const bool isSeen = after && column != timeStamp && !(isEmpty(before) && isEmpty(after));
+            nothingSeen = nothingSeen && !isSeen;
+        }
+    }
+    return nothingSeen ? Extent::NothingSeen : count == 1 ? Extent::OneRow : Extent::ManyRows;
 }
 
 bool ChangeRecorder::apply(const QByteArray& changes, Direction direction) {

@@ -23,8 +23,13 @@ public:
     /// What has changed since the last call, empty for nothing; recording begins anew. Throws Error.
     QByteArray take();
 
-    /// Whether the changes of a record are those of one row, which was there before and after.
-    static bool isUpdateOfOneRow(const QByteArray& changes);
+    /// What kind of changes a record holds.
+    enum class Extent {
+        NothingSeen,  ///< the time of the last change, or a missing text that is empty now
+        OneRow,       ///< texts of one row, which was there before and after
+        ManyRows,     ///< anything else
+    };
+    Extent extentOf(const QByteArray& changes) const;
 
     enum class Direction { Backward, Forward };
     /// Takes what `changes` says back, or does it once more, within the open transaction, unrecorded. False when a row
@@ -34,6 +39,7 @@ public:
 private:
     void begin();
     qint64 schemaVersion() const;
+    int timeStampOf(const char* table) const;
 
     Connection& m_connection;
     sqlite3_session* m_session = nullptr;

@@ -20,9 +20,8 @@ const BillColumn* editableColumn(const QString& key) {
     return nullptr;
 }
 
-/// What the user did who changed a text of a bill; nothing to speak of when the text stays as it is.
-QString changeOf(const Bill& bill, const BillColumn& column, bool isChanged) {
-    return isChanged ? u"修改清单 "_s + bill.code + u" 的"_s + QString::fromUtf16(column.caption) : QString();
+QString changeOf(const Bill& bill, const BillColumn& column) {
+    return u"修改清单 "_s + bill.code + u" 的"_s + QString::fromUtf16(column.caption);
 }
 
 }  // namespace
@@ -48,7 +47,7 @@ EditVerdict BillPane::grdBillList_ValidateEdit(int row, const QString& key, QStr
             const QString typed = trimBlanks(text);
             if (!column || !ModifyBill(m_library.connection(), bill(row).id, QString::fromLatin1(column->field), typed))
                 return EditVerdict::Restore;
-            m_library.did(changeOf(bill(row), *column, typed != cell(row, *column)));
+            m_library.did(changeOf(bill(row), *column));
             text = typed;
             return EditVerdict::Accept;
         },
@@ -75,7 +74,7 @@ void BillPane::writeBox(BillTextBox& box, const BillColumn& column) {
         if (bill(row).id == box.billId())
             setCell(row, column, text);
     }
-    m_library.did(changeOf(m_library.shownBill(), column, isChanged));
+    m_library.did(changeOf(m_library.shownBill(), column));
     if (isChanged && !billExists(m_library.connection(), box.billId()))
         showMessage(u"这条清单已被另一个程序删除，刚才输入的内容没有写入：\r\n"_s + text, u"提示"_s,
                     MessageIcon::Exclamation);

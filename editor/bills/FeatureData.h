@@ -16,8 +16,6 @@ struct FeatureValue {
     qint64 id;
     QString isUse;
     QString eigenValue;
-
-    bool operator==(const FeatureValue&) const = default;
 };
 
 /// The features of a bill. Throws Error.

@@ -41,8 +41,7 @@ EditVerdict FeaturePane::grdSpec_ValidateEdit(int row, const QString& key, QStri
             const QString value = isType ? QString::number(numericValue(text)) : trimBlanks(text);
             if (!ModifyBillSpec(m_library.connection(), m_grdSpec->value(row, u"id"_s), key, value))
                 return EditVerdict::Restore;
-            m_library.did(value == m_grdSpec->text(row, key) ? QString()
-                                                             : u"修改项目特征 "_s + m_grdSpec->text(row, u"Name"_s));
+            m_library.did(u"修改项目特征 "_s + m_grdSpec->text(row, u"Name"_s));
             text = value;
             return EditVerdict::Accept;
         },
@@ -66,8 +65,7 @@ void FeaturePane::grdSpecEnum_AfterEdit(int row, const QString& key) {
         if (!writeFeatureValues(m_library.connection(), m_shownFeature, written, defVal))
             return showValues(m_valuesBeforeEdit);
         m_grdSpec->setText(rowOfFeature(m_shownFeature), u"defval"_s, defVal);
-        m_library.did(written == m_valuesBeforeEdit ? QString()
-                                                    : u"修改特征值 "_s + m_grdSpecEnum->text(row, eigenValue));
+        m_library.did(u"修改特征值 "_s + m_grdSpecEnum->text(row, eigenValue));
     });
 }
 

@@ -32,21 +32,24 @@ void LibraryHistory::aboutToWrite() {
         m_before = m_view.place();
 }
 
-void LibraryHistory::takeChanges() {
-    if (const QByteArray changes = m_changes.take(); !changes.isEmpty())
-        m_unnamed.push_back(changes);
+/// Whether anything was written since the last step that the user can see.
+bool LibraryHistory::takeChanges() {
+    const QByteArray changes = m_changes.take();
     m_isStepBegun = false;
     m_shown.acceptOwnWrites();
+    if (changes.isEmpty())
+        return false;
+    m_unnamed.push_back(changes);
+    return m_changes.extentOf(changes) != ChangeRecorder::Extent::NothingSeen;
 }
 
 void LibraryHistory::did(const QString& what) {
     guarded({"LibraryHistory", "did"}, [&] {
-        const ViewPlace before = m_before;
-        takeChanges();
-        if (what.isEmpty() || m_unnamed.isEmpty())
+        if (!takeChanges())
             return;
-        const bool isOneRow = m_unnamed.size() == 1 && ChangeRecorder::isUpdateOfOneRow(m_unnamed.front());
-        m_done.push_back({what, std::exchange(m_unnamed, {}), before, m_view.place(), m_othersWrites, isOneRow});
+        const bool isOneRow =
+            m_unnamed.size() == 1 && m_changes.extentOf(m_unnamed.front()) == ChangeRecorder::Extent::OneRow;
+        m_done.push_back({what, std::exchange(m_unnamed, {}), m_before, m_view.place(), m_othersWrites, isOneRow});
         m_undone.clear();
         dropOldest();
         Q_EMIT said(u"已"_s + what, Offer::Undo);

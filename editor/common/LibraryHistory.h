@@ -23,9 +23,8 @@ public:
     LibraryHistory(Connection& connection, LibraryView& view);
     ~LibraryHistory() override;
 
-    /// What has been written since the last step is one more: `what` says in words what was done. Empty when nobody
-    /// would say that anything was done, though a time stamp was written: that goes with the next step, and with
-    /// whatever is taken back first.
+    /// What has been written since the last step is one more: `what` says in words what was done. What nobody sees, a
+    /// time stamp, is no step: it goes with the next one, and is taken back with whatever is taken back first.
     void did(const QString& what);
 
     /// Takes the last step back, or does the last one that was taken back once more, and shows where it happened. What
@@ -62,7 +61,7 @@ private:
     bool apply(const Step& step, ChangeRecorder::Direction direction);
     void aboutToWrite();
     void eventIsOver();
-    void takeChanges();
+    bool takeChanges();
     void dropOldest();
 
     Connection& m_connection;

@@ -13,6 +13,8 @@ struct Deed {
         Ration,    ///< a ration was taken from the browser
         Refused,   ///< the bills were to be listed while the file was locked
         Reopened,  ///< the library was closed and opened again
+        Undone,    ///< the last step was to be taken back
+        Redone,    ///< the step taken back last was to be done once more
     };
     Kind kind = Kind::Look;
     int command = 0;    ///< its host * 1000 + its id

@@ -1,8 +1,10 @@
 // What the user does, and how often: clicks, keys and commands, in all parts of the window.
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <array>
 
 #include "ration_browser/frmDekBrowser.h"
@@ -25,7 +27,7 @@ void RandomUser::act() {
         {&User::listWhileLocked, {0, 2, 0, 0}},  {&User::typeIntoBox, {0, 7, 0, 0}},
         {&User::chooseEntry, {0, 0, 8, 5}},      {&User::tickValue, {0, 0, 10, 0}},
         {&User::pressOnly, {0, 0, 2, 0}},        {&User::changeProfession, {0, 0, 0, 2}},
-        {&User::useBrowser, {0, 0, 0, 9}},
+        {&User::useBrowser, {0, 0, 0, 9}},       {&User::goBackOrForth, {6, 6, 6, 6}},
     };
     using enum Room;
     if (chance(4))
@@ -45,6 +47,32 @@ void RandomUser::act() {
         drawn -= often(*gesture++);
     (this->*gesture->act)();
     m_room = room;
+}
+
+/// Takes steps back or does them again, by keys or by the link in the status bar.
+void RandomUser::goBackOrForth() {
+    auto* status = m_driver.window()->findChild<QLabel*>(u"statusLine"_s);
+    bool back = chance(60);
+    for (int steps = 1 + upTo(4); steps > 0; --steps) {
+        const qsizetype link = status->text().indexOf(u"<a "_s);
+        const bool byMouse = link >= 0 && chance(30);
+        if (byMouse)
+            back = status->text().contains(u"撤消 ("_s);
+        begin(back ? Deed::Kind::Undone : Deed::Kind::Redone);
+        if (byMouse) {
+            const QString before = QTextDocumentFragment::fromHtml(status->text().left(link)).toPlainText();
+            const QPoint onLink(status->fontMetrics().horizontalAdvance(before) + 8, status->height() / 2);
+            QTest::mouseMove(status, onLink);
+            QTest::mouseClick(status, Qt::LeftButton, {}, onLink);
+        } else if (back || chance(50)) {
+            m_driver.key(m_driver.tree(), back ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
+        } else {
+            m_driver.key(m_driver.bills(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        }
+        m_deed.text = status->text();
+        done();
+        EditorDriver::settle();
+    }
 }
 
 /// The grid where the user is at work.

@@ -37,9 +37,20 @@ void Judge::see(const Deed& deed) {
         m_prescribed.follow(m_driver.editor()->library());
         if (!deed.text.isEmpty())
             m_library.load(m_driver.path());
+        m_library.forgetStates();
+    } else if (deed.kind == Undone || deed.kind == Redone) {
+        return goBackOrForth(deed);
     } else {
         edit(deed);
     }
+    m_library.remember();
+}
+
+void Judge::goBackOrForth(const Deed& deed) {
+    if (deed.failed || !m_library.go(deed.kind == Deed::Kind::Undone ? -1 : 1))
+        return;
+    m_prescribed.tree.reset();
+    m_query = m_driver.editor()->library().listing().text;
 }
 
 void Judge::look(const Deed& deed) {

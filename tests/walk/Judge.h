@@ -20,6 +20,7 @@ private:
     /// was recorded.
     bool isWritten(const Deed& deed, bool broken, const char* place = "ModDBOperator.ExecuteDDL");
     void command(const Deed& deed);
+    void goBackOrForth(const Deed& deed);
 
     // JudgeOfWindow.cpp
     void checkWindow();

@@ -22,6 +22,7 @@ void LibraryModel::load(const QString& path) {
         rows(u"CREATE TABLE main.%1 AS SELECT %2 FROM file.%1"_s.arg(table, columns));
     }
     run("DETACH file");
+    forgetStates();
     constexpr const char* ownership[][3] = {
         {"tblSYB", "tblBill", "substr(Code,1,length(Code)-3)=substr(old.Code,1,6)"},
         {"tblBill", "tblParm", "BillID=old.ID"},
@@ -49,7 +50,49 @@ void LibraryModel::expectFile(const QString& path) {
                                                                                                                 cells)))
             ADD_FAILURE() << qPrintable(table) << ' ' << qPrintable(row.join(u'|'));
     }
+    // Rows that were added have their ids now.
+    keep(m_state);
     run("DETACH file");
+}
+
+bool LibraryModel::isState(int state) {
+    for (const auto& [table, columns] : m_columns)
+        if (!rows(u"SELECT 1 FROM (SELECT * FROM %1 EXCEPT SELECT * FROM [%1.%2]) UNION ALL "
+                  "SELECT 1 FROM (SELECT * FROM [%1.%2] EXCEPT SELECT * FROM %1)"_s.arg(table)
+                      .arg(state))
+                 .isEmpty())
+            return false;
+    return true;
+}
+
+void LibraryModel::keep(int state) {
+    for (const auto& [table, columns] : m_columns) {
+        rows(u"DROP TABLE IF EXISTS [%1.%2]"_s.arg(table).arg(state));
+        rows(u"CREATE TABLE [%1.%2] AS SELECT * FROM %1"_s.arg(table).arg(state));
+    }
+}
+
+void LibraryModel::remember() {
+    if (isState(m_state))
+        return;
+    m_states = ++m_state;
+    keep(m_state);
+}
+
+bool LibraryModel::go(int by) {
+    if (m_state + by < 0 || m_state + by > m_states)
+        return false;
+    m_state += by;
+    for (const auto& [table, columns] : m_columns)
+        rows(u"DELETE FROM %1"_s.arg(table));
+    for (const auto& [table, columns] : m_columns)
+        rows(u"INSERT INTO %1 SELECT * FROM [%1.%2]"_s.arg(table).arg(m_state));
+    return true;
+}
+
+void LibraryModel::forgetStates() {
+    m_state = m_states = 0;
+    keep(0);
 }
 
 QString LibraryModel::text(const char* query, const QStringList& values) {

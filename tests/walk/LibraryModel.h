@@ -23,11 +23,23 @@ public:
     /// Fails the test when the file holds anything else. A row that was added gets the id that the file chose for it.
     void expectFile(const QString& path);
 
+    /// What the rows are now is one more state when they differ from the last one; those that lay ahead are forgotten.
+    void remember();
+    /// Goes to the state before (-1) or after (1) this one. False when there is none.
+    bool go(int by);
+    /// The rows as they are now are the only state.
+    void forgetStates();
+
     /// The first value that `query` gives; empty when it gives none.
     QString text(const char* query, const QStringList& values);
     /// `name`, or the first of "name(1)", "name(2)" … for which `taken` gives no row.
     QString copyName(const char* taken, const QString& name);
 
 private:
+    bool isState(int state);
+    void keep(int state);
+
     std::map<QString, QString> m_columns;
+    int m_state = 0;
+    int m_states = 0;
 };

@@ -9,13 +9,13 @@
 using namespace Qt::StringLiterals;
 
 QString Deed::story() const {
-    static const char* const kinds[] = {"look at", "command", "edit",   "choose in",
-                                        "tick",    "ration",  "locked", "reopen"};
+    static const char* const kinds[] = {"look at", "command", "edit",   "choose in", "tick",
+                                        "ration",  "locked",  "reopen", "undo",      "redo"};
     return u"%1 %2%3 row %4 %5 %6 \"%7\" \"%8\""_s.arg(QLatin1String(kinds[static_cast<int>(kind)]))
                .arg(command)
                .arg(place)
                .arg(row)
-               .arg(key, dekID, text.left(60), name) +
+               .arg(key, dekID, text.left(80), name) +
            (given ? u""_s : u" given up"_s) + (failed ? u" FAILED"_s : u""_s);
 }
 

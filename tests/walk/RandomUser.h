@@ -63,6 +63,7 @@ private:
     void clickChapter();
     void chapterCommand();
     void reopen();
+    void goBackOrForth();
     void clickRow();
     void pressOnly();
     void query();
