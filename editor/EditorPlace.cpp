@@ -103,6 +103,7 @@ void frmEditor::showAfresh(const ViewPlace& place) {
     const int listedFrom = listPosition->value();
 
     setUpdatesEnabled(false);
+    m_bills->setBoxesLeftByProgram(true);
     tabBillDetail->setCurrentIndex(place.tab);
     m_contents->cboProfession()->setCurrentIndex(place.profession);
     const QString chapter = m_chapters->showAfresh(place.chapter);
@@ -124,6 +125,7 @@ void frmEditor::showAfresh(const ViewPlace& place) {
     if (QWidget* control = place.focus.isEmpty() ? nullptr : findChild<QWidget*>(place.focus);
         control && control->isVisible())
         control->setFocus();
+    m_bills->setBoxesLeftByProgram(false);
     if (typedInto && !(typedRowIsThere && typedInto->typeAgain(typed)))
         showMessage(u"正在修改的内容已被另一个程序删除，刚才输入的“"_s + typed + u"”没有写入"_s, u"提示"_s,
                     MessageIcon::Exclamation);

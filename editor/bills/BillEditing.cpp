@@ -86,6 +86,11 @@ bool BillPane::commitPending() {
     return closed;
 }
 
+void BillPane::setBoxesLeftByProgram(bool on) {
+    m_txtRule->setLeftByProgram(on);
+    m_txtContent->setLeftByProgram(on);
+}
+
 void BillPane::commitTexts() {
     m_txtRule->commitChange();
     m_txtContent->commitChange();

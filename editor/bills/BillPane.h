@@ -47,6 +47,8 @@ public:
 
     /// Writes changed text boxes.
     void commitTexts();
+    /// See BillTextBox::setLeftByProgram().
+    void setBoxesLeftByProgram(bool on);
 
     void mnuAddBill_Click();
     void mnuDeleteBill_Click();

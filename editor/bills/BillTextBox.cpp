@@ -114,7 +114,7 @@ void BillTextBox::focusOutEvent(QFocusEvent* event) {
         reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
     // When a mouse press moves the focus, PressGuard has had the change written already.
     const bool written = std::exchange(m_writtenByPress, false) && !isChanged();
-    if (borrowed)
+    if (borrowed || m_leftByProgram)
         commitChange();
     else if (!written)
         write();

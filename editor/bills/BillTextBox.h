@@ -32,6 +32,9 @@ public:
     /// Writes the text when the user has changed it.
     void commitChange();
 
+    /// The window, not the user, moves the focus: leaving the box writes only what has been changed.
+    void setLeftByProgram(bool on) { m_leftByProgram = on; }
+
     /// Writes text() for billId(), then calls setStored() or restore().
     std::function<void()> validate;
 
@@ -53,4 +56,5 @@ private:
     QString m_shown;
     bool m_writing = false;
     bool m_writtenByPress = false;
+    bool m_leftByProgram = false;
 };
