@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QPlainTextEdit>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTabWidget>
 
@@ -70,6 +71,7 @@ ViewPlace frmEditor::place() const {
             tabBillDetail->currentIndex(),
             m_contents->cboProfession()->currentIndex(),
             placeIn(*m_contents->grdConcent(), byContent),
+            m_contents->blankRation(),
             placeIn(*m_features->grdSpec(), byId),
             placeIn(*m_features->grdSpecEnum(), byId),
             focus && focus != this ? focus->objectName() : QString()};
@@ -104,6 +106,10 @@ void frmEditor::showAfresh(const ViewPlace& place) {
 
     setUpdatesEnabled(false);
     m_bills->setBoxesLeftByProgram(true);
+    std::optional showing = qScopeGuard([this] {
+        m_bills->setBoxesLeftByProgram(false);
+        setUpdatesEnabled(true);
+    });
     tabBillDetail->setCurrentIndex(place.tab);
     m_contents->cboProfession()->setCurrentIndex(place.profession);
     const QString chapter = m_chapters->showAfresh(place.chapter);
@@ -113,6 +119,8 @@ void frmEditor::showAfresh(const ViewPlace& place) {
     bool typedRowIsThere = false;
     for (std::size_t i = 0; i < std::size(grids); ++i) {
         const auto& [grid, keys] = grids[i];
+        if (grid == m_contents->grdConcent())
+            m_contents->addBlankRation(place.blankRation);
         const bool isThere = goTo(*grid, places[i], keys);
         typedRowIsThere = typedRowIsThere || (isThere && grid == typedInto);
         if (i == 0 && sameList) {
@@ -120,12 +128,10 @@ void frmEditor::showAfresh(const ViewPlace& place) {
             grid->scrollTo(grid->currentIndex());
         }
     }
-    setUpdatesEnabled(true);
-
     if (QWidget* control = place.focus.isEmpty() ? nullptr : findChild<QWidget*>(place.focus);
         control && control->isVisible())
         control->setFocus();
-    m_bills->setBoxesLeftByProgram(false);
+    showing.reset();
     if (typedInto && !(typedRowIsThere && typedInto->typeAgain(typed)))
         showMessage(u"正在修改的内容已被另一个程序删除，刚才输入的“"_s + typed + u"”没有写入"_s, u"提示"_s,
                     MessageIcon::Exclamation);

@@ -1,5 +1,6 @@
 #include "editor/frmEditor.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QTabWidget>
 #include <QTimer>
@@ -40,6 +41,7 @@ frmEditor::frmEditor(QWidget* mainWindow)
     for (KeyedGrid* grid :
          {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
         grid->beforeEdit = [this] { return readAfresh(); };
+    m_bills->setBeforeBoxesWrite([this] { return readAfresh(); });
 }
 
 frmEditor::~frmEditor() { Form_Unload(); }
@@ -118,7 +120,11 @@ void frmEditor::Form_Unload() {
     m_library->close();
 }
 
-bool frmEditor::readAfresh() { return m_library->history() && m_library->history()->showChangesOfOthers(); }
+/// Not under a dialog: the command that asks goes on with what it had when that is answered. It is kept from writing
+/// then, and the window is shown afresh when it is over.
+bool frmEditor::readAfresh() {
+    return m_library->history() && !QApplication::activeModalWidget() && m_library->history()->showChangesOfOthers();
+}
 
 /// A command acts on what is current: not when that has become something else because another program has written.
 bool frmEditor::mayRunCommand() {
@@ -136,10 +142,7 @@ void frmEditor::redo() {
         m_library->history()->redo();
 }
 
-void frmEditor::showChangesOfOthers() {
-    if (m_library->history())
-        m_library->history()->showReplacedFile();
-}
+void frmEditor::showChangesOfOthers() { readAfresh(); }
 
 bool frmEditor::commitPending() {
     readAfresh();

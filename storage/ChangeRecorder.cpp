@@ -27,41 +27,47 @@ bool isEmpty(sqlite3_value* value) { return sqlite3_value_bytes(value) == 0; }
 
 }  // namespace
 
-ChangeRecorder::ChangeRecorder(Connection& connection) : m_connection(connection), m_schema(schemaVersion()) {
-    begin();
-}
+ChangeRecorder::ChangeRecorder(Connection& connection) : m_connection(connection) { begin(); }
 
-ChangeRecorder::~ChangeRecorder() { sqlite3session_delete(m_session); }
+ChangeRecorder::~ChangeRecorder() = default;
+
+void ChangeRecorder::End::operator()(sqlite3_session* session) const { sqlite3session_delete(session); }
 
 qint64 ChangeRecorder::schemaVersion() const {
     return m_connection.OpenRecordset("PRAGMA main.schema_version;").number("schema_version");
 }
 
 void ChangeRecorder::begin() {
-    int code = sqlite3session_create(m_connection.m_database, "main", &m_session);
+    m_schema = schemaVersion();
+    // Two at a time would both record.
+    m_session.reset();
+    sqlite3_session* session = nullptr;
+    int code = sqlite3session_create(m_connection.m_database, "main", &session);
+    m_session.reset(session);
     int withoutKey = 1;
     if (code == SQLITE_OK)
-        code = sqlite3session_object_config(m_session, SQLITE_SESSION_OBJCONFIG_ROWID, &withoutKey);
+        code = sqlite3session_object_config(session, SQLITE_SESSION_OBJCONFIG_ROWID, &withoutKey);
     if (code == SQLITE_OK)
-        code = sqlite3session_attach(m_session, nullptr);
-    if (code != SQLITE_OK)
+        code = sqlite3session_attach(session, nullptr);
+    if (code != SQLITE_OK) {
+        m_session.reset();
         throw sqliteError(nullptr, code);
-    sqlite3session_table_filter(m_session, isRecorded, nullptr);
+    }
+    sqlite3session_table_filter(session, isRecorded, nullptr);
 }
 
-bool ChangeRecorder::hasChanges() const { return m_session && sqlite3session_isempty(m_session) == 0; }
+bool ChangeRecorder::hasChanges() const { return m_session && sqlite3session_isempty(m_session.get()) == 0; }
 
 QByteArray ChangeRecorder::take() {
     if (!hasChanges())
         return {};
     int size = 0;
     void* bytes = nullptr;
-    const int code = sqlite3session_changeset(m_session, &size, &bytes);
+    const int code = sqlite3session_changeset(m_session.get(), &size, &bytes);
     const Buffer changes(bytes, sqlite3_free);
-    sqlite3session_delete(std::exchange(m_session, nullptr));
     begin();
     if (code != SQLITE_OK)
-        throw sqliteError(m_connection.m_database, code);
+        throw sqliteError(nullptr, code);
     return QByteArray(static_cast<const char*>(bytes), size);
 }
 
@@ -102,7 +108,7 @@ ChangeRecorder::Extent ChangeRecorder::extentOf(const QByteArray& changes) const
 }
 
 bool ChangeRecorder::apply(const QByteArray& changes, Direction direction) {
-    if (schemaVersion() != m_schema)
+    if (hasOtherTables() || !m_session)
         return false;
     QByteArray forward = changes;
     Buffer inverse(nullptr, sqlite3_free);
@@ -115,9 +121,9 @@ bool ChangeRecorder::apply(const QByteArray& changes, Direction direction) {
     }
     bool conflict = false;
     if (code == SQLITE_OK) {
-        sqlite3session_enable(m_session, 0);
+        sqlite3session_enable(m_session.get(), 0);
         code = sqlite3changeset_apply(m_connection.m_database, size, bytes, nullptr, stop, &conflict);
-        sqlite3session_enable(m_session, 1);
+        sqlite3session_enable(m_session.get(), 1);
     }
     if (code != SQLITE_OK && !conflict)
         throw sqliteError(m_connection.m_database, code);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <memory>
 
 class Connection;
 struct sqlite3_session;
@@ -17,6 +18,11 @@ public:
     ~ChangeRecorder();
     ChangeRecorder(const ChangeRecorder&) = delete;
     ChangeRecorder& operator=(const ChangeRecorder&) = delete;
+
+    /// Records anew from now on, what was not taken is forgotten. Throws Error.
+    void begin();
+    /// Whether the tables are others than when recording began.
+    bool hasOtherTables() const { return schemaVersion() != m_schema; }
 
     /// Whether anything may have changed since take().
     bool hasChanges() const;
@@ -37,12 +43,14 @@ public:
     [[nodiscard]] bool apply(const QByteArray& changes, Direction direction);
 
 private:
-    void begin();
     qint64 schemaVersion() const;
     int timeStampOf(const char* table) const;
 
     Connection& m_connection;
-    sqlite3_session* m_session = nullptr;
+    struct End {
+        void operator()(sqlite3_session* session) const;
+    };
+    std::unique_ptr<sqlite3_session, End> m_session;
     /// A table that looks different now would be passed over in silence.
-    qint64 m_schema;
+    qint64 m_schema = 0;
 };

@@ -187,9 +187,9 @@ void Connection::Write(const SqlText& statement) {
     }
     // A statement that cannot be prepared fails as it would by itself: before anything else is done.
     prepareOne(m_database, statement);
-    run(m_database, "BEGIN IMMEDIATE");
+    run(m_database, "BEGIN");
     try {
-        beforeWriting();
+        prepareToWrite();
         Execute(statement);
         run(m_database, "COMMIT");
     } catch (...) {

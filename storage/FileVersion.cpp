@@ -8,15 +8,18 @@
 #include "storage/Connection.h"
 #include "storage/Lookups.h"
 
-FileVersion::FileVersion(Connection& connection) : m_connection(connection) { accept(); }
+FileVersion::FileVersion(Connection& connection) : m_connection(connection) { (void)accept(); }
 
-qint64 FileVersion::dataVersion() const {
-    return m_connection.OpenRecordset("PRAGMA main.data_version;").number("data_version");
+/// False when the file is locked.
+bool FileVersion::read(qint64& version) const {
+    const Connection::WithoutWaiting quiet(m_connection);
+    return succeedsUnless(
+        SQLITE_BUSY, [&] { version = m_connection.OpenRecordset("PRAGMA main.data_version;").number("data_version"); });
 }
 
-void FileVersion::accept() {
-    m_version = dataVersion();
+bool FileVersion::accept() {
     acceptOwnWrites();
+    return read(m_version);
 }
 
 void FileVersion::acceptOwnWrites() {
@@ -26,10 +29,8 @@ void FileVersion::acceptOwnWrites() {
 }
 
 bool FileVersion::isChanged() const {
-    const Connection::WithoutWaiting quiet(m_connection);
     qint64 version = m_version;
-    succeedsUnless(SQLITE_BUSY, [&] { version = dataVersion(); });
-    return version != m_version;
+    return read(version) && version != m_version;
 }
 
 bool FileVersion::isTouched() {

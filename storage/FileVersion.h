@@ -8,11 +8,11 @@ class Connection;
 /// Which state of its file a connection has shown, so that what another program writes later is noticed.
 class FileVersion {
 public:
-    /// The state of the file now. Throws Error when it cannot be read.
+    /// The state of the file now. Throws Error.
     explicit FileVersion(Connection& connection);
 
-    /// What the file holds now is what is shown. Throws Error.
-    void accept();
+    /// What the file holds now is what is shown. False when the file is locked and cannot be read. Throws other Errors.
+    [[nodiscard]] bool accept();
     /// The own writes are done: what the file looks like from outside is theirs.
     void acceptOwnWrites();
 
@@ -24,7 +24,7 @@ public:
     bool isTouched();
 
 private:
-    qint64 dataVersion() const;
+    bool read(qint64& version) const;
 
     Connection& m_connection;
     qint64 m_version = 0;

@@ -56,7 +56,7 @@ void CellEditing::showList() {
 
 QString CellEditing::typedText() const {
     const auto* edit = qobject_cast<const QLineEdit*>(m_editor.data());
-    return isOpen() && edit ? edit->text() : QString();
+    return isOpen() && edit && edit->isModified() ? edit->text() : QString();
 }
 
 void CellEditing::setTypedText(const QString& typed) {
@@ -124,11 +124,11 @@ bool CellEditing::commit() {
     // A message box of the decision takes the focus: that must not ask again.
     if (!isOpen() || m_deciding)
         return !isOpen();
-    if (m_grid->beforeEdit && m_grid->beforeEdit() && !isOpen())
-        return true;
     // What an input method is still composing counts as typed.
     if (m_editor->hasFocus() || m_grid->hasFocus())
         PressGuard::finishComposing();
+    if (!qobject_cast<CellChoice*>(m_editor.data()) && m_grid->beforeEdit && m_grid->beforeEdit() && !isOpen())
+        return true;
     const auto* choice = qobject_cast<CellChoice*>(m_editor.data());
     if (choice && !choice->isChosen()) {
         cancel();

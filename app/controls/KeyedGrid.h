@@ -140,7 +140,7 @@ public:
     /// Ends an open editor as Esc would.
     void cancelEdit();
     bool isEditing() const;
-    /// What is typed in an open editor; null when none is open or it is a list.
+    /// What is typed in an open editor; null when none is open, nothing was typed or it is a list.
     QString typedText() const;
     /// Opens the current cell with `typed` in its editor, as if it had been typed there. False when it may not be
     /// edited.

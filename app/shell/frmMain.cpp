@@ -36,18 +36,26 @@ bool isRedoKey(const QKeySequence& key) {
     return std::find(std::begin(redoKeys), std::end(redoKeys), key) != std::end(redoKeys);
 }
 
-/// Whether `widget` is a control with typing of its own to take back.
-bool isTypingToUndo(const QWidget* widget) {
-    const auto* line = qobject_cast<const QLineEdit*>(widget);
-    const auto* box = qobject_cast<const QPlainTextEdit*>(widget);
-    return (line && line->isUndoAvailable()) || (box && box->document()->isUndoAvailable());
+/// Takes typing back in `control`, or does it again; false when it has none to which `key` applies.
+template <typename Control>
+bool goInTyping(Control* control, const QKeySequence& key, bool mayUndo, bool mayRedo, bool act) {
+    const bool undoes = key == undoKey && mayUndo;
+    const bool redoes = isRedoKey(key) && mayRedo;
+    if (act && undoes)
+        control->undo();
+    else if (act && redoes)
+        control->redo();
+    return undoes || redoes;
 }
 
-bool isTypingToRedo(const QWidget* widget) {
-    const auto* line = qobject_cast<const QLineEdit*>(widget);
-    const auto* box = qobject_cast<const QPlainTextEdit*>(widget);
-    return (line && line->isRedoAvailable()) || (box && box->document()->isRedoAvailable());
+bool goInTyping(QWidget* widget, const QKeySequence& key, bool act) {
+    if (auto* line = qobject_cast<QLineEdit*>(widget))
+        return goInTyping(line, key, line->isUndoAvailable(), line->isRedoAvailable(), act);
+    if (auto* box = qobject_cast<QPlainTextEdit*>(widget))
+        return goInTyping(box, key, box->document()->isUndoAvailable(), box->document()->isRedoAvailable(), act);
+    return false;
 }
+
 }  // namespace
 
 frmMain::frmMain()
@@ -106,13 +114,16 @@ void frmMain::MDIForm_Load() {
 }
 
 void frmMain::createUndoKeys() {
-    // In every window of the program, the ration browser for one: what is chosen there is written here.
+    // In every window of the program, the ration browser for one: what is chosen there is written here. Not under an
+    // open menu, which was opened for what is current.
     const auto add = [this](const QKeySequence& key, void (frmEditor::*act)()) {
-        connect(new QShortcut(key, this, nullptr, nullptr, Qt::ApplicationShortcut), &QShortcut::activated, this,
-                [this, act] {
-                    if (frmEditor* editor = activeEditor())
-                        (editor->*act)();
-                });
+        auto* shortcut = new QShortcut(key, this, nullptr, nullptr, Qt::ApplicationShortcut);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, &QShortcut::activated, this, [this, act] {
+            frmEditor* editor = activeEditor();
+            if (editor && !QApplication::activePopupWidget())
+                (editor->*act)();
+        });
     };
     add(undoKey, &frmEditor::undo);
     for (const QKeySequence& key : redoKeys)
@@ -166,17 +177,20 @@ void frmMain::changeEvent(QEvent* event) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-    const auto* widget = event->type() == QEvent::ShortcutOverride ? qobject_cast<QWidget*>(watched) : nullptr;
-    if (widget && widget->window() == this) {
-        // A text box may claim a key before shortcuts are looked at, Ctrl+E for one; it must not claim this window's.
-        const QKeySequence typed(static_cast<QKeyEvent*>(event)->keyCombination());
-        for (const int id : {256, 257, 260, 262}) {
-            if (m_commandBars->action(id) && m_commandBars->action(id)->shortcuts().contains(typed)) {
-                event->ignore();
-                return true;
-            }
-        }
-        if ((typed == undoKey && !isTypingToUndo(widget)) || (isRedoKey(typed) && !isTypingToRedo(widget))) {
+    const bool asks = event->type() == QEvent::ShortcutOverride;
+    auto* widget = asks || event->type() == QEvent::KeyPress ? qobject_cast<QWidget*>(watched) : nullptr;
+    if (!widget || widget->window() != this)
+        return QMainWindow::eventFilter(watched, event);
+    const QKeySequence typed(static_cast<QKeyEvent*>(event)->keyCombination());
+    if (typed == undoKey || isRedoKey(typed)) {
+        // Which keys a text box knows for this differs between systems: its typing goes first everywhere.
+        const bool inTyping = goInTyping(widget, typed, !asks);
+        event->setAccepted(inTyping);
+        return inTyping || asks;
+    }
+    // A text box may claim a key before shortcuts are looked at, Ctrl+E for one; it must not claim this window's.
+    for (const int id : {256, 257, 260, 262}) {
+        if (asks && m_commandBars->action(id) && m_commandBars->action(id)->shortcuts().contains(typed)) {
             event->ignore();
             return true;
         }

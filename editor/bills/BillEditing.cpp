@@ -91,6 +91,11 @@ void BillPane::setBoxesLeftByProgram(bool on) {
     m_txtContent->setLeftByProgram(on);
 }
 
+void BillPane::setBeforeBoxesWrite(const std::function<bool()>& act) {
+    m_txtRule->beforeWrite = act;
+    m_txtContent->beforeWrite = act;
+}
+
 void BillPane::commitTexts() {
     m_txtRule->commitChange();
     m_txtContent->commitChange();

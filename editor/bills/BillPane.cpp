@@ -51,8 +51,10 @@ BillPane::BillPane(LibraryDocument& library, QWidget* parent)
 BillPane::~BillPane() {
     // The boxes may have got another parent and outlive this pane: losing the focus later, they must not call into it.
     for (BillTextBox* box : {m_txtRule.data(), m_txtContent.data()}) {
-        if (box)
+        if (box) {
             box->validate = nullptr;
+            box->beforeWrite = nullptr;
+        }
     }
 }
 

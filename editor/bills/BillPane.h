@@ -47,8 +47,9 @@ public:
 
     /// Writes changed text boxes.
     void commitTexts();
-    /// See BillTextBox::setLeftByProgram().
+    /// See BillTextBox.
     void setBoxesLeftByProgram(bool on);
+    void setBeforeBoxesWrite(const std::function<bool()>& act);
 
     void mnuAddBill_Click();
     void mnuDeleteBill_Click();

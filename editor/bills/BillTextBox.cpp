@@ -46,6 +46,9 @@ BillTextBox::BillTextBox(QWidget* parent)
 }
 
 void BillTextBox::showText(qint64 billId, const QString& stored) {
+    // Nothing new: the cursor stays where it is.
+    if (billId != 0 && billId == m_billId && stored == m_stored && !isChanged())
+        return;
     m_billId = billId;
     const qsizetype shown = billId == 0 ? 0 : shownLength(stored);
     setReadOnly(billId == 0 || shown < stored.size());
@@ -76,7 +79,7 @@ void BillTextBox::commitChange() {
 
 void BillTextBox::write() {
     // validate() may show a message box; the box takes the focus, which would lead here again.
-    if (m_writing || m_billId == 0 || !validate)
+    if (m_writing || m_billId == 0 || !validate || (beforeWrite && beforeWrite() && !isChanged()))
         return;
     const QScopedValueRollback writing(m_writing, true);
     if (const QString shown = shownText(); !shown.isValidUtf16())

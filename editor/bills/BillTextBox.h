@@ -35,6 +35,8 @@ public:
     /// The window, not the user, moves the focus: leaving the box writes only what has been changed.
     void setLeftByProgram(bool on) { m_leftByProgram = on; }
 
+    /// Called before the text is written. True when everything was read anew: what had been changed is written then.
+    std::function<bool()> beforeWrite;
     /// Writes text() for billId(), then calls setStored() or restore().
     std::function<void()> validate;
 

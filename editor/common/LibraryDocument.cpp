@@ -28,6 +28,9 @@ bool LibraryDocument::open(const QString& path) {
             m_history = std::make_unique<LibraryHistory>(*m_connection, *m_view);
             connect(m_history.get(), &LibraryHistory::said, this, &LibraryDocument::said);
         });
+        // Without it nobody would notice what others write.
+        if (!m_history)
+            m_connection.reset();
     }
     return m_connection != nullptr;
 }

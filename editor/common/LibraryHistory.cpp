@@ -27,14 +27,25 @@ LibraryHistory::~LibraryHistory() { m_connection.beforeWriting = nullptr; }
 
 void LibraryHistory::aboutToWrite() {
     if (m_shown.isChanged())
-        throw Error(isBusy, u"另一个程序刚刚修改了这个清单库，操作没有执行；窗口已按文件重新显示，请再操作一次"_s);
+        throw Error(isBusy, u"另一个程序刚刚修改了这个清单库，操作没有执行。窗口将按文件重新显示，请再操作一次"_s);
     if (!std::exchange(m_isStepBegun, true))
         m_before = m_view.place();
 }
 
+void LibraryHistory::forget() {
+    m_unnamed.clear();
+    m_done.clear();
+    m_undone.clear();
+}
+
 /// Whether anything was written since the last step that the user can see.
 bool LibraryHistory::takeChanges() {
-    const QByteArray changes = m_changes.take();
+    QByteArray changes;
+    // The record is made after the commit: another program's write in between would stand in it as the user's own.
+    if (!succeeds([&] { changes = m_changes.take(); }) || m_shown.isChanged()) {
+        forget();
+        changes.clear();
+    }
     m_isStepBegun = false;
     m_shown.acceptOwnWrites();
     if (changes.isEmpty())
@@ -52,7 +63,7 @@ void LibraryHistory::did(const QString& what) {
         m_done.push_back({what, std::exchange(m_unnamed, {}), m_before, m_view.place(), m_othersWrites, isOneRow});
         m_undone.clear();
         dropOldest();
-        Q_EMIT said(u"已"_s + what, Offer::Undo);
+        Q_EMIT said(u"已"_s + what, m_done.empty() ? Offer::Nothing : Offer::Undo);
     });
 }
 
@@ -73,9 +84,9 @@ bool LibraryHistory::apply(const Step& step, ChangeRecorder::Direction direction
         return false;
     m_connection.commitLeftovers();
     takeChanges();
-    m_connection.Execute("BEGIN IMMEDIATE;");
+    m_connection.Execute("BEGIN;");
     try {
-        aboutToWrite();
+        m_connection.prepareToWrite();
         QList<QByteArray> unnamed = m_unnamed;
         bool applies = true;
         while (applies && !unnamed.isEmpty())
@@ -85,8 +96,7 @@ bool LibraryHistory::apply(const Step& step, ChangeRecorder::Direction direction
             applies = m_changes.apply(
                 direction == ChangeRecorder::Direction::Backward ? changes.takeLast() : changes.takeFirst(), direction);
         m_connection.Execute(applies ? SqlText("COMMIT;") : SqlText("ROLLBACK;"));
-        if (applies)
-            m_unnamed.clear();
+        m_unnamed.clear();
         takeChanges();
         return applies;
     } catch (...) {
@@ -102,6 +112,13 @@ void LibraryHistory::go(ChangeRecorder::Direction direction) {
     guarded({"LibraryHistory", back ? "undo" : "redo"}, [&] {
         if (!m_view.commitPending())
             return;
+        // What stands in the window alone goes first.
+        if (ViewPlace place = m_view.place(); back && !place.blankRation.contID.isEmpty()) {
+            place.blankRation = {};
+            m_view.showAfresh(place);
+            Q_EMIT said(u"已撤消：添加定额"_s, Offer::Nothing);
+            return;
+        }
         Steps& from = back ? m_done : m_undone;
         Steps& to = back ? m_undone : m_done;
         if (from.empty()) {
@@ -117,8 +134,11 @@ void LibraryHistory::go(ChangeRecorder::Direction direction) {
             return;
         }
         to.push_back(step);
-        from.pop_back();
-        m_view.showAfresh(back ? step.before : step.after);
+        if (!from.empty())
+            from.pop_back();
+        ViewPlace place = back ? step.before : step.after;
+        place.blankRation = {};
+        m_view.showAfresh(place);
         Q_EMIT said((back ? u"已撤消："_s : u"已重做："_s) + step.what, back ? Offer::Redo : Offer::Undo);
     });
 }
@@ -126,28 +146,35 @@ void LibraryHistory::go(ChangeRecorder::Direction direction) {
 bool LibraryHistory::showChangesOfOthers() {
     return guarded({"LibraryHistory", "showChangesOfOthers"}, [this] {
         // What is not committed yet is known to nobody else, and nobody else can write.
-        if (m_isShowing || m_connection.isInTransaction() || !m_shown.isChanged())
+        if (m_isShowing || m_connection.isInTransaction())
+            return false;
+        const bool isChanged = m_shown.isChanged();
+        // What is being written just now touches the file, too.
+        if (!isChanged && (m_isStepBegun || !m_shown.isTouched()))
             return false;
         const QScopedValueRollback showing(m_isShowing, true);
-        m_shown.accept();
-        ++m_othersWrites;
+        // A file that is locked cannot be shown: later.
+        if (!m_shown.accept())
+            return false;
+        if (isChanged) {
+            ++m_othersWrites;
+            m_unnamed.clear();
+            if (m_changes.hasChanges() || m_changes.hasOtherTables())
+                forget();
+            m_changes.begin();
+        }
         m_view.showAfresh(m_view.place());
-        Q_EMIT said(u"另一个程序修改了这个清单库，已重新显示"_s, Offer::Nothing);
+        if (isChanged)
+            Q_EMIT said(u"另一个程序修改了这个清单库，已重新显示"_s, Offer::Nothing);
         return true;
-    });
-}
-
-void LibraryHistory::showReplacedFile() {
-    guarded({"LibraryHistory", "showReplacedFile"}, [this] {
-        if (!showChangesOfOthers() && !m_connection.isInTransaction() && m_shown.isTouched())
-            m_view.showAfresh(m_view.place());
     });
 }
 
 void LibraryHistory::eventIsOver() {
     // A command that failed half-way leaves what it has done, and says nothing of it.
-    if (m_isStepBegun && m_changes.hasChanges())
+    if (m_isStepBegun)
         did(u"执行了一部分没有完成的操作"_s);
-    m_isStepBegun = false;
+    if (std::exchange(m_hasLeftovers, m_connection.isInTransaction()))
+        m_shown.acceptOwnWrites();
     showChangesOfOthers();
 }

@@ -32,10 +32,9 @@ public:
     void undo() { go(ChangeRecorder::Direction::Backward); }
     void redo() { go(ChangeRecorder::Direction::Forward); }
 
-    /// Shows the window afresh, at the same place, when another program has written. True when it did.
+    /// Shows the window afresh, at the same place, when another program has written or laid another file over this
+    /// one. True when it did.
     bool showChangesOfOthers();
-    /// The same for a file that was replaced without its count of changes telling so.
-    void showReplacedFile();
 
     /// What the user can do about what was said.
     enum class Offer { Nothing, Undo, Redo };
@@ -62,6 +61,7 @@ private:
     void aboutToWrite();
     void eventIsOver();
     bool takeChanges();
+    void forget();
     void dropOldest();
 
     Connection& m_connection;
@@ -74,6 +74,8 @@ private:
     QList<QByteArray> m_unnamed;
     ViewPlace m_before;
     bool m_isStepBegun = false;
+    /// Something could not be committed when the last event was over; it may be by now.
+    bool m_hasLeftovers = false;
     int m_othersWrites = 0;
     bool m_isShowing = false;
 };

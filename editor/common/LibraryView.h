@@ -12,6 +12,13 @@ struct CellPlace {
     QString column;
 };
 
+/// A row for a ration that is in the window alone until it gets a code; without content there is none.
+struct BlankRation {
+    QString contID;
+    QString subNum;
+    QString dekName;
+};
+
 /// Where the user is in a library: what its window shows, and what is current in each of its panes.
 struct ViewPlace {
     QString chapter;
@@ -23,6 +30,7 @@ struct ViewPlace {
     int tab = 0;
     int profession = 0;
     CellPlace content;
+    BlankRation blankRation;
     CellPlace feature;
     CellPlace value;
     /// The control that has the focus, by name; empty when it is none of the window's.

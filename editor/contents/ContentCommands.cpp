@@ -130,6 +130,27 @@ void ContentPane::munAddBillContDe_Click() {
     });
 }
 
+BlankRation ContentPane::blankRation() const {
+    for (int row = 0; row < m_grdConcent->rowCount(); ++row)
+        if (isBlankRation(*m_grdConcent, row))
+            return {m_grdConcent->text(row, contID), m_grdConcent->text(row, subNum), m_grdConcent->text(row, dekName)};
+    return {};
+}
+
+void ContentPane::addBlankRation(const BlankRation& ration) {
+    for (int row = 0; row < m_grdConcent->rowCount() && !ration.contID.isEmpty(); ++row) {
+        if (m_grdConcent->level(row) != subContentLevel || m_grdConcent->text(row, contID) != ration.contID ||
+            m_grdConcent->text(row, subNum) != ration.subNum)
+            continue;
+        const int at = rowBelowRations(row);
+        m_grdConcent->insertRow(at, {{"contID", ration.contID}, {"subNum", ration.subNum}, {"dekName", ration.dekName}},
+                                rationLevel);
+        m_grdConcent->setText(at, contType, QString::number(rationLevel));
+        m_grdConcent->setPending(at, dekName, true);
+        return;
+    }
+}
+
 void ContentPane::mnuDelBillCont_Click() {
     guarded({"frmEditor", "mnuDelBillCont_Click"}, [this] {
         const int row = m_grdConcent->row();

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "app/controls/KeyedGrid.h"
+#include "editor/common/LibraryView.h"
 
 class LibraryDocument;
 class QComboBox;
@@ -47,6 +48,11 @@ public:
     void insertRation(const QString& deh, const QString& dekID);
     /// Sets the ration onto the current row when that is a ration's.
     void replaceRation(const QString& deh, const QString& dekID);
+
+    /// The row that was added for a ration and has no code yet; addBlankRation() adds it, if its second-level content is
+    /// there.
+    BlankRation blankRation() const;
+    void addBlankRation(const BlankRation& ration);
 
     /// The ration libraries to choose from, in drop-down form.
     void setDekComboList(const QString& list);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "editor/common/LibraryDocument.h"
 
@@ -47,7 +48,12 @@ void Judge::see(const Deed& deed) {
 }
 
 void Judge::goBackOrForth(const Deed& deed) {
-    if (deed.failed || !m_library.go(deed.kind == Deed::Kind::Undone ? -1 : 1))
+    const bool back = deed.kind == Deed::Kind::Undone;
+    // The ration row that the window alone has goes first.
+    const bool hasBlankRation = std::any_of(
+        deed.before.contents.begin(), deed.before.contents.end(),
+        [](const auto& row) { return row[ContentCell::Level] == u"2" && row[ContentCell::ContDeID].isEmpty(); });
+    if (deed.failed || !((back && hasBlankRation) || m_library.go(back ? -1 : 1)))
         return;
     m_prescribed.tree.reset();
     m_query = m_driver.editor()->library().listing().text;
