@@ -78,7 +78,17 @@ std::vector<MeasuredAction> changeActions() {
     constexpr CostLimit throughout{2, 10};
     constexpr CostLimit renumbering{2, 8, 100, 1.5};
     constexpr CostLimit few{2, 5, 100, 1.5};
+    // With the record of every row that goes, so that it can be taken back.
+    constexpr CostLimit recorded{3, 10, 150};
+    constexpr CostLimit takenBack{0, 250, 250};
     const QString ration = u"A500-40"_s;
+    const Gesture rename = [](EditorWindow& window) { window.edit(window.bills(), 0, u"Name"_s, u"NEW"_s); };
+    const Gesture deleteChapter = [](EditorWindow& window) {
+        window.timed([&] { window.command(chapterCommands, 103); });
+    };
+    const Gesture undo = [](EditorWindow& window) { window.undo(); };
+    const QString deletedAndNot =
+        u"BEGIN;"_s + deletedBills(u"Code BETWEEN '010101' AND '010101999'"_s) + u"ROLLBACK"_s;
     return {
         {"Swap two level-1 chapters", LibrarySize::Every, 15, throughout,
          changing({.before = [](EditorWindow& window) { window.clickChapter(u"01"_s); },
@@ -91,16 +101,29 @@ std::vector<MeasuredAction> changeActions() {
               .plain = u"SELECT ID FROM tblSYB WHERE Code='010111';"
                        "INSERT INTO tblSYB (Code,Name,LastUpdate,IsDel) VALUES ('010111','NEW','2024-01-01',0)"_s,
               .shown = u"SELECT * FROM tblBill WHERE Code LIKE '010111___' ORDER BY Code;"_s + detailsOf(u"0"_s)})},
-        {"Delete a chapter of 999 bills", LibrarySize::Every, 15, throughout,
+        {"Delete a chapter of 999 bills", LibrarySize::Every, 15, recorded,
          changing({.act = command(chapterCommands, 103),
                    .plain = u"BEGIN;"_s + deletedBills(u"Code BETWEEN '010101' AND '010101999'"_s) +
                             u"DELETE FROM tblSYB WHERE Code='010101';COMMIT"_s,
                    .shown = u"SELECT * FROM tblBill WHERE Code LIKE '010102___' ORDER BY Code;"_s + detailsOf(u"0"_s)}),
          true},
         {"Edit a bill's name", LibrarySize::Every, 45, noticeable,
-         changing({.act = [](EditorWindow& window) { window.edit(window.bills(), 0, u"Name"_s, u"NEW"_s); },
-                   .plain = u"UPDATE tblBill SET Name='NEW',LastUpdate='2024-01-01' WHERE ID=1"_s}),
+         changing({.act = rename, .plain = u"UPDATE tblBill SET Name='NEW',LastUpdate='2024-01-01' WHERE ID=1"_s}),
          true},
+        {"Undo the name", LibrarySize::Every, 45, noticeable,
+         changing(
+             {.before = rename, .act = undo, .plain = u"BEGIN;UPDATE tblBill SET Name='NEW' WHERE ID=1;ROLLBACK"_s})},
+        {"Undo deleting the chapter", LibrarySize::Every, 15, takenBack,
+         changing({.before = deleteChapter, .act = undo, .plain = deletedAndNot}), true},
+        {"Delete it again", LibrarySize::Every, 15, takenBack,
+         changing({.before =
+                       [=](EditorWindow& window) {
+                           deleteChapter(window);
+                           window.undo();
+                       },
+                   .act = [](EditorWindow& window) { window.redo(); },
+                   .plain = u"BEGIN;"_s + deletedBills(u"Code BETWEEN '010101' AND '010101999'"_s) +
+                            u"DELETE FROM tblSYB WHERE Code='010101';COMMIT"_s})},
         // Below the first bill of the full chapter, which has room for one more.
         {"Add a bill at the top", LibrarySize::Every, 15, renumbering,
          changing({.prepare = u"DELETE FROM tblBill WHERE Code='010101999'"_s,

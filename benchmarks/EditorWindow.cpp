@@ -122,6 +122,10 @@ void EditorWindow::search(const QString& text) {
 
 void EditorWindow::command(int host, int id) { m_editor->commandBars(host)->execute(id); }
 
+void EditorWindow::undo() { m_editor->undo(); }
+
+void EditorWindow::redo() { m_editor->redo(); }
+
 KeyedGrid* EditorWindow::grid(const char* name) const { return m_editor->findChild<KeyedGrid*>(QLatin1String(name)); }
 
 double EditorWindow::timed(const std::function<void()>& act) {

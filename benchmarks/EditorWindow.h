@@ -37,6 +37,8 @@ public:
     void search(const QString& text);
     /// Runs a command of the command-bar host `host`.
     void command(int host, int id);
+    void undo();
+    void redo();
 
     /// Milliseconds from `act` until the window has painted what came of it. What passes until a question is answered,
     /// with Yes or with `givenName`, does not count.
