@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "app/base/Paths.h"
-#include "tests/support/SampleProgram.h"
+#include "tests/support/Libraries.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,11 +22,10 @@ QProcessEnvironment with(const ShippedProgram::Variables& variables) {
 }  // namespace
 
 ShippedProgram::ShippedProgram(const QStringList& arguments, const Variables& variables, const char* shell) {
-    QProcessEnvironment environment = with({{u"XDG_CONFIG_HOME"_s, joinPath(programFolder(), u"config"_s)}});
     // The message bus that the toolkit uses keeps a buffer to the end.
-    environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
-    environment.insert(with(variables));
-    m_process.setProcessEnvironment(environment);
+    m_process.setProcessEnvironment(with(Variables{{u"XDG_CONFIG_HOME"_s, joinPath(programFolder(), u"config"_s)},
+                                                   {u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s}} +
+                                         variables));
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.start(
         u"sh"_s, QStringList{u"-c"_s, QString::fromUtf8(shell), u"sh"_s, joinPath(builtProgramFolder(), u"tessel"_s)} +
@@ -35,34 +34,27 @@ ShippedProgram::ShippedProgram(const QStringList& arguments, const Variables& va
 }
 
 bool ShippedProgram::waitUntil(const std::function<bool()>& there) {
-    constexpr int pause = 5;
-    while (isRunning()) {
-        if (there())
-            return true;
-        m_process.waitForFinished(pause);
-    }
-    return false;
+    while (isRunning() && !there())
+        m_process.waitForFinished(5);
+    return isRunning();
 }
 
 bool ShippedProgram::waitUntilItHolds(const QString& path) {
     const QDir open(u"/proc/%1/fd"_s.arg(m_process.processId()));
     return waitUntil([&] {
-        const QFileInfoList files = open.entryInfoList(QDir::Files | QDir::System);
-        return std::any_of(files.begin(), files.end(),
-                           [&](const QFileInfo& file) { return file.symLinkTarget() == path; });
+        return std::ranges::any_of(open.entryInfoList(QDir::Files | QDir::System),
+                                   [&](const QFileInfo& file) { return file.symLinkTarget() == path; });
     });
 }
 
 bool ShippedProgram::waitForEnd() {
-    if (isRunning())
-        m_process.waitForFinished(-1);
+    m_process.waitForFinished(-1);
     return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
 }
 
 void ShippedProgram::kill() {
     m_process.kill();
-    if (isRunning())
-        m_process.waitForFinished(-1);
+    m_process.waitForFinished(-1);
 }
 
 QString ShippedProgram::lastWords() {
