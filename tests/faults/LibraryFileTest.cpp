@@ -63,11 +63,6 @@ protected:
         EXPECT_FALSE(QFile::exists(path + u"-journal"_s));
     }
 
-    void expectThatReopenedItIsWorkedIn() {
-        reopen();
-        expectThatWorkGoesOn();
-    }
-
     std::vector<Act> writing;
 };
 
@@ -117,7 +112,8 @@ TEST_F(LibraryFile, ChangedUnderTheWindowIsNotWrittenTo) {
         // Closing has nothing left to write.
         EXPECT_EQ(messagesOf([this] { user.close(); }), QStringList());
         awkwardLibrary();
-        expectThatReopenedItIsWorkedIn();
+        reopen();
+        expectThatWorkGoesOn();
     }
     // Moved away and back it is the same library.
     {
@@ -149,7 +145,8 @@ TEST_F(LibraryFile, WriteProtectedOrInAWriteProtectedFolderIsShownAndKeptAsItIs)
             expectWindowIsFile();
             EXPECT_EQ(messagesOf([this] { user.close(); }), QStringList());
         }
-        expectThatReopenedItIsWorkedIn();
+        reopen();
+        expectThatWorkGoesOn();
     }
 }
 

@@ -28,18 +28,3 @@ public:
 private:
     QProcess m_process;
 };
-
-/// A display of its own with a window manager, gone with this object.
-class VirtualDisplay {
-public:
-    VirtualDisplay();
-    ~VirtualDisplay();
-
-    /// What lets a program use it.
-    ShippedProgram::Variables variables() const;
-
-private:
-    QProcess m_server;
-    QProcess m_windowManager;
-    QString m_name;
-};
