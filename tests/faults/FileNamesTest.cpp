@@ -34,19 +34,14 @@ protected:
         });
     }
 
-    /// Works in the active window, whose library must be the one at `library`.
+    /// Works in the active window, whose library must be the one at `library`, and closes it.
     void workIn(const QString& library) {
         ASSERT_TRUE(user.editor());
         EXPECT_EQ(user.editor()->DBFilePath(), library);
         EXPECT_EQ(user.editor()->windowTitle(), library.section(QDir::separator(), -1));
         const QStringList before = rowsInFile(library, "SELECT Name FROM tblSYB");
-        EXPECT_EQ(messagesOf([this] { user.run(1, 100); }), QStringList());
+        EXPECT_EQ(messagesOf([this] { user.run(1, 100), user.close(); }), QStringList());
         EXPECT_EQ(rowsInFile(library, "SELECT Name FROM tblSYB"), before + QStringList{u"新"_s});
-    }
-
-    void workInAndClose(const QString& library) {
-        workIn(library);
-        EXPECT_EQ(messagesOf([this] { user.close(); }), QStringList());
     }
 };
 
@@ -73,19 +68,19 @@ TEST_F(FileNames, AreTakenAsTheyAre) {
         const bool oneLine = !name.contains(u'\n');
         if (byNew.contains(name)) {
             EXPECT_EQ(makeNew(name), atOpening);
-            workInAndClose(library);
+            workIn(library);
         } else {
             EXPECT_TRUE(!oneLine || makeNew(name).size() == 1);
             EXPECT_TRUE(QFile::copy(path, library));
         }
         if (oneLine && !name.contains(u'"')) {
             EXPECT_EQ(openByDialog(library), atOpening);
-            workInAndClose(library);
+            workIn(library);
         }
         EXPECT_EQ(startWith(library), atOpening);
     }
     counted(u"oddly named libraries"_s, libraries.size());
-    // All at once: each can be worked in, the window list names them all, one command closes them all.
+    // All at once: the window list names them all, and each can be worked in.
     messagesOf([&] {
         for (const QString& library : libraries)
             main.LoadBillDB(library);
@@ -98,15 +93,13 @@ TEST_F(FileNames, AreTakenAsTheyAre) {
         if (entry->isCheckable() && entry->isVisible())
             listed << dataPath + entry->text().section(u' ', 1).replace(u"&&"_s, u"&"_s);
     EXPECT_EQ(listed, libraries);
-    auto* area = main.findChild<QMdiArea*>();
-    for (int number = 0; number < libraries.size(); ++number) {
-        area->setActiveSubWindow(area->subWindowList()[number]);
-        workIn(libraries[number]);
-    }
-    main.commandBars()->execute(261);
-    EXPECT_TRUE(main.editors().isEmpty());
-    for (const QString& library : libraries)
+    for (const QString& library : libraries) {
+        auto* area = main.findChild<QMdiArea*>();
+        area->setActiveSubWindow(area->subWindowList().constFirst());
+        workIn(library);
         EXPECT_TRUE(QFile::remove(library));
+    }
+    EXPECT_TRUE(main.editors().isEmpty());
 }
 
 TEST_F(FileNames, DecideByTheirExtensionInAnyCaseAndStandAtAnyDepth) {
@@ -127,5 +120,5 @@ TEST_F(FileNames, DecideByTheirExtensionInAnyCaseAndStandAtAnyDepth) {
     ASSERT_TRUE(QDir().mkpath(folder) && QFile::copy(path, deep));
     EXPECT_EQ(startWith(deep), QStringList());
     EXPECT_EQ(openByDialog(deep), QStringList());
-    workInAndClose(deep);
+    workIn(deep);
 }

@@ -3,7 +3,6 @@
 
 #include <QInputMethodEvent>
 #include <QPlainTextEdit>
-#include <QTest>
 
 #include "tests/faults/Workplace.h"
 #include "tests/support/Extent.h"
@@ -28,11 +27,9 @@ const QStringList hostileTexts{
 
 QString hex(const QString& text) { return QString::fromLatin1(text.toUtf8().toHex().toUpper()); }
 
-/// Replaces what a box holds by `text`, at once, as an input method or the clipboard gives it.
+/// Replaces what a box holds by `text`, at once, as an input method gives it.
 void enterAtOnce(QWidget* box, const QString& text) {
-    ASSERT_TRUE(box);
-    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(box, Qt::Key_Delete);
+    EditorDriver::typeOver(box, {});
     QInputMethodEvent event;
     event.setCommitString(text);
     QCoreApplication::sendEvent(box, &event);

@@ -3,10 +3,10 @@
 // nothing of the next one, or all of it.
 
 #include <QFile>
-#include <QSet>
 #include <QTemporaryDir>
 #include <optional>
 #include <random>
+#include <set>
 
 #include "app/base/Paths.h"
 #include "storage/LibraryConnection.h"
@@ -96,7 +96,7 @@ TEST_F(PowerLoss, LosesNoStepThatWasShown) {
     const QTemporaryDir folder;
     const QString left = joinPath(folder.path(), u"left.bdb"_s);
     std::size_t done = 0;
-    QSet<std::pair<std::size_t, QByteArray>> seen;
+    std::set<std::pair<std::size_t, QByteArray>> seen;
     for (std::size_t at = 0; at <= changes.size(); ++at) {
         if (at > 0)
             files[changes[at - 1].file].take(changes[at - 1]);
@@ -114,9 +114,8 @@ TEST_F(PowerLoss, LosesNoStepThatWasShown) {
                     overwrite(part, *bytes);
                 all += bytes.value_or("none");
             }
-            if (seen.contains({done, all}))
+            if (!seen.insert({done, all}).second)
                 continue;
-            seen.insert({done, all});
             ASSERT_TRUE(GetOrmConn(left));
             const QStringList content = contentOf(left);
             ASSERT_EQ(integrityOf(left), u"ok"_s);

@@ -7,13 +7,12 @@
 #include "tests/support/Libraries.h"
 #include "tests/support/OtherProgram.h"
 #include "tests/support/ShippedProgram.h"
-#include "tests/support/TestMain.h"
 
 TEST(Start, OpensItsLibraryWhereverAndHoweverItIsStarted) {
     const QString path = dataPath + u"清单 🏗️ 'x' %1 & #2;.bdb"_s;
     ASSERT_TRUE(QFile::rename(awkwardLibrary(), path));
     const auto expectThatItOpens = [&](const char* shell) {
-        const ShippedProgram::Variables variables{{u"TESSEL_HOME"_s, testProgramFolder()},
+        const ShippedProgram::Variables variables{{u"TESSEL_HOME"_s, programFolder()},
                                                   {u"QT_QPA_PLATFORM"_s, u"offscreen"_s}};
         ShippedProgram program({path}, variables, shell);
         EXPECT_TRUE(program.waitUntilItHolds(path)) << shell << ": " << qPrintable(program.lastWords());
@@ -31,7 +30,7 @@ TEST(Start, OpensItsLibraryWhereverAndHoweverItIsStarted) {
          })
         expectThatItOpens(shell);
     // The mark of a running copy, cut short when a crash ended it.
-    const QDir config(joinPath(testProgramFolder(), u"config"_s));
+    const QDir config(joinPath(programFolder(), u"config"_s));
     const QStringList marks = config.entryList({u"tessel-*.lock"_s}, QDir::Files);
     ASSERT_EQ(marks.size(), 1);
     for (const QByteArray& left : {QByteArray(), QByteArray("\0\0\0\0", 4), QByteArray("12")}) {

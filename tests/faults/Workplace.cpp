@@ -12,7 +12,6 @@
 #include "editor/chapters/ChapterPane.h"
 #include "tests/support/Libraries.h"
 #include "tests/support/Snapshot.h"
-#include "tests/support/Typing.h"
 
 // Opened anew it syncs as the program does.
 Workplace::Workplace() : user(awkwardLibrary()) { reopen(); }
@@ -34,19 +33,21 @@ void Workplace::reopen(const char* chapter) {
     click(chapter);
 }
 
-QStringList Workplace::messagesOf(const std::function<void(ModalAnswers&)>& act) {
+QStringList Workplace::messagesOf(const Act& act, const std::function<void(QWidget*)>& first) {
     ModalAnswers answers;
-    answers.otherwise(answer);
-    act(answers);
+    longestWait = 0;
+    answers.otherwise([&, before = disk.waited()](QWidget* window) mutable {
+        longestWait = qMax(longestWait, disk.waited() - std::exchange(before, disk.waited()));
+        answer(window);
+    });
+    if (first)
+        answers.then(first);
+    act();
     EditorDriver::settle();
-    static const QRegularExpression told(u"^(?!.*(确认|确实)).*(: |^\\w+\\.\\w* -?\\d+$)"_s,
-                                         QRegularExpression::DotMatchesEverythingOption);
     user.activate();
+    EXPECT_LE(longestWait, 2000);
+    static const QRegularExpression told(u"(?s)^(?!.*(确认|确实)).*(: |^\\w+\\.\\w* -?\\d+$)"_s);
     return answers.takeRecords().filter(told);
-}
-
-QStringList Workplace::messagesOf(const std::function<void()>& act) {
-    return messagesOf([&](ModalAnswers&) { act(); });
 }
 
 void Workplace::answer(QWidget* window) {
@@ -79,19 +80,16 @@ QStringList Workplace::typeCode(const QString& code) {
 }
 
 QStringList Workplace::enter(int command, const char* name, const QString& text) {
-    return messagesOf([&](ModalAnswers& answers) {
-        answers.then([&](QWidget* dialog) {
-            auto* box = dialog->findChild<QLineEdit*>(QLatin1String(name));
-            ASSERT_TRUE(box);
-            box->setFocus();
-            box->selectAll();
-            typeText(box, text);
-            QTest::keyClick(box, Qt::Key_Return);
-            if (dialog->isVisible())
-                QTest::keyClick(box, Qt::Key_Escape);
-        });
-        main.commandBars()->execute(command);
-    });
+    return messagesOf([&] { main.commandBars()->execute(command); },
+                      [&](QWidget* dialog) {
+                          auto* box = dialog->findChild<QLineEdit*>(QLatin1String(name));
+                          ASSERT_TRUE(box);
+                          box->setFocus();
+                          EditorDriver::typeOver(box, text);
+                          QTest::keyClick(box, Qt::Key_Return);
+                          if (dialog->isVisible())
+                              QTest::keyClick(box, Qt::Key_Escape);
+                      });
 }
 
 std::vector<Command> Workplace::commands() {

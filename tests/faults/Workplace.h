@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <functional>
 
 #include "tests/support/EditorDriver.h"
@@ -21,6 +22,22 @@ struct Command {
     const char* chapter = "010101";
 };
 
+/// Takes a file away and brings it back, in place of whatever stands there by then, when this goes.
+class KeptFile {
+public:
+    explicit KeptFile(const QString& path) : m_path(path) { EXPECT_TRUE(QFile::rename(m_path, kept())); }
+    ~KeptFile() {
+        QFile::remove(m_path);
+        EXPECT_TRUE(QFile::rename(kept(), m_path));
+    }
+    Q_DISABLE_COPY(KeptFile)
+
+private:
+    QString kept() const { return m_path + u".kept"_s; }
+
+    const QString m_path;
+};
+
 /// The awkward library open in the real window, on a disk that can fail, and what is asked of both after something has
 /// gone wrong. It shows the bills of the chapter 010101.
 class Workplace : public ::testing::Test {
@@ -31,11 +48,11 @@ protected:
     /// Closes the library, if it is open, opens it again and shows the bills of `chapter`.
     void reopen(const char* chapter = "010101");
 
+    using Act = std::function<void()>;
     /// Does `act` and gives what was said: of error records the place, "module.procedure" and the number, of other
-    /// messages title and text. What `act` does not answer itself is left to answer(); questions and other dialogs are
-    /// not told.
-    QStringList messagesOf(const std::function<void(ModalAnswers&)>& act);
-    QStringList messagesOf(const std::function<void()>& act);
+    /// messages title and text; questions and other dialogs are not told. What comes first is answered by `first`, if
+    /// that is given, the rest by answer(). Fails the test when a lock is waited for longer than two seconds.
+    QStringList messagesOf(const Act& act, const std::function<void(QWidget*)>& first = {});
     /// Yes to a question, 新 to a name dialog. Fails the test when a message could be taken for rich text.
     static void answer(QWidget* window);
     /// Whether an error with one of `numbers` ("8|14") was told.
@@ -59,6 +76,8 @@ protected:
     std::vector<Command> commands();
 
     FaultyDisk disk;
+    /// For a lock, before something was said, in the last messagesOf().
+    qint64 longestWait = 0;
     EditorDriver user;
     frmMain& main = *user.window();
     const QString path = user.path();

@@ -20,6 +20,41 @@
 
 namespace {
 
+/// A display of its own with a window manager, gone with this object.
+class VirtualDisplay {
+public:
+    VirtualDisplay() {
+        // The server chooses a free number and writes it when it is ready; the manager says so by a command.
+        m_server.start(u"Xvfb"_s, u"-displayfd 1 -screen 0 1600x1000x24 -nolisten tcp"_s.split(u' '));
+        m_name = u':' + lastLine(m_server, "\n");
+        m_windowManager.start(u"env"_s, {u"DISPLAY="_s + m_name, u"openbox"_s, u"--startup"_s, u"echo ready"_s});
+        lastLine(m_windowManager, "ready\n");
+    }
+    ~VirtualDisplay() {
+        for (QProcess* process : {&m_windowManager, &m_server}) {
+            process->terminate();
+            process->waitForFinished(-1);
+        }
+    }
+
+    /// What lets a program use it.
+    ShippedProgram::Variables variables() const { return {{u"DISPLAY"_s, m_name}, {u"QT_QPA_PLATFORM"_s, u"xcb"_s}}; }
+
+private:
+    /// Waits until the process has written `end`.
+    static QString lastLine(QProcess& process, const QByteArray& end) {
+        QByteArray said;
+        while (!said.endsWith(end) && process.waitForReadyRead(-1))
+            said += process.readAllStandardOutput();
+        EXPECT_TRUE(said.endsWith(end)) << qPrintable(process.errorString());
+        return QString::fromLatin1(said.trimmed().split('\n').constLast());
+    }
+
+    QProcess m_server;
+    QProcess m_windowManager;
+    QString m_name;
+};
+
 class Killed : public ::testing::Test {
 protected:
     void begin(unsigned seed) {

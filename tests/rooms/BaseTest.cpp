@@ -11,12 +11,11 @@
 #include "app/base/Paths.h"
 #include "app/base/Text.h"
 #include "tests/support/ModalAnswers.h"
-#include "tests/support/TestMain.h"
 
 using namespace Qt::StringLiterals;
 
 TEST(ErrorLog, AppendsRecordsShowsEachAndThenRollsBack) {
-    QFile log(joinPath(testProgramFolder(), u"Error.log"_s));
+    QFile log(joinPath(programFolder(), u"Error.log"_s));
     log.remove();
     ModalAnswers answers;
     answers.closeAnything();

@@ -6,7 +6,7 @@
 
 #include "app/base/Paths.h"
 #include "app/controls/CommandBars.h"
-#include "tests/support/SampleProgram.h"
+#include "tests/support/Libraries.h"
 
 using namespace Qt::StringLiterals;
 

@@ -22,7 +22,7 @@
 #include "storage/LibraryConnection.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
-#include "tests/support/SampleProgram.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;

@@ -19,8 +19,6 @@ public:
     /// `change` says what is refused on the connection of `editor`, for instance "UPDATE ON tblBill".
     Disturbance(const QString& path, Kind kind, const QString& change = QString(), frmEditor* editor = nullptr);
     ~Disturbance();
-    Disturbance(const Disturbance&) = delete;
-    Disturbance& operator=(const Disturbance&) = delete;
 
 private:
     OtherProgram m_other;

@@ -27,6 +27,16 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Without an item it goes to the middle.
+void clickItem(QAbstractItemView* view, const QModelIndex& item, Qt::MouseButton button) {
+    view->scrollTo(item);
+    QTest::mouseClick(view->viewport(), button, {}, view->visualRect(item).center());
+}
+
+}  // namespace
+
 EditorDriver::EditorDriver(const QString& path) : m_path(path) {
     makeWindow();
     open();
@@ -67,9 +77,8 @@ bool EditorDriver::close(Closing way) {
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     settle();
-    const QList<frmEditor*> left = m_main->editors();
-    const bool closed =
-        std::none_of(left.begin(), left.end(), [this](const frmEditor* each) { return each->DBFilePath() == m_path; });
+    const bool closed = std::ranges::none_of(
+        m_main->editors(), [this](const QString& left) { return left == m_path; }, &frmEditor::DBFilePath);
     if (way == Closing::Main)
         makeWindow();
     return closed;
@@ -90,23 +99,18 @@ QString EditorDriver::chapter() const { return KeyedTree::tag(tree()->selectedNo
 
 void EditorDriver::showPage(QWidget* pane) const {
     auto* tabs = editor()->findChild<QTabWidget*>(u"tabBillDetail"_s);
-    int page = 0;
-    while (page < tabs->count() && tabs->widget(page) != pane && !tabs->widget(page)->isAncestorOf(pane))
-        ++page;
-    if (page < tabs->count() && page != tabs->currentIndex())
-        QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(page).center());
+    for (int page = 0; page < tabs->count(); ++page)
+        if (page != tabs->currentIndex() && (tabs->widget(page) == pane || tabs->widget(page)->isAncestorOf(pane)))
+            QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(page).center());
 }
 
 void EditorDriver::click(KeyedTree* in, KeyedTree::Node* node, Qt::MouseButton button) {
-    in->scrollToItem(node);
-    QTest::mouseClick(in->viewport(), button, {}, in->visualItemRect(node).center());
+    clickItem(in, in->indexFromItem(node), button);
 }
 
 void EditorDriver::click(KeyedGrid* grid, int row, const QString& key, Qt::MouseButton button) const {
     showPage(grid);
-    const QModelIndex cell = grid->model()->index(row, grid->column(key));
-    grid->scrollTo(cell);
-    QTest::mouseClick(grid->viewport(), button, {}, grid->visualRect(cell).center());
+    clickItem(grid, grid->model()->index(row, grid->column(key)), button);
 }
 
 void EditorDriver::key(QWidget* widget, int key, Qt::KeyboardModifiers modifiers) const {
@@ -125,16 +129,13 @@ QWidget* EditorDriver::openEditor(KeyedGrid* grid, int row, const QString& key) 
 void EditorDriver::typeOver(QWidget* editor, const QString& text) {
     if (text.contains(u'\n'))
         return pasteOver(editor, text);
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keySequence(editor, u"Ctrl+A, Del"_s);
     typeText(editor, text);
 }
 
 void EditorDriver::pasteOver(QWidget* editor, const QString& text) {
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(editor, Qt::Key_Delete);
     QApplication::clipboard()->setText(text);
-    QTest::keyClick(editor, Qt::Key_V, Qt::ControlModifier);
+    QTest::keySequence(editor, u"Ctrl+A, Del, Ctrl+V"_s);
 }
 
 bool EditorDriver::edit(KeyedGrid* grid, int row, const QString& key, const QString& text, int end) const {
@@ -161,8 +162,7 @@ void EditorDriver::choose(QComboBox* choice, int entry, bool byMouse) {
     const QModelIndex wanted = choice->model()->index(entry, 0);
     EXPECT_TRUE(list->isVisible());
     if (byMouse) {
-        list->scrollTo(wanted);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(wanted).center());
+        clickItem(list, wanted, Qt::LeftButton);
     } else {
         list->setCurrentIndex(wanted);
         QTest::keyClick(list, Qt::Key_Return);
@@ -177,9 +177,7 @@ void EditorDriver::runByMouse(int host, int id) const {
     QAbstractItemView* const panes[] = {tree(), id < 400 ? bills() : contents(), features(), values()};
     QAbstractItemView* pane = panes[host - 1];
     showPage(pane);
-    pane->scrollTo(pane->currentIndex());
-    const QRect row = pane->visualRect(pane->currentIndex());
-    QTest::mouseClick(pane->viewport(), Qt::RightButton, {}, row.isValid() ? row.center() : QPoint(5, 5));
+    clickItem(pane, pane->currentIndex(), Qt::RightButton);
     QCoreApplication::processEvents();
     auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     for (QAction* entry : menu ? menu->actions() : QList<QAction*>())

@@ -95,12 +95,7 @@ int unlockFile(sqlite3_file* file, int level) {
     return code;
 }
 
-int closeFile(sqlite3_file* file) {
-    const auto opened = files.find(file);
-    const int code = opened->second.methods->xClose(file);
-    files.erase(opened);
-    return code;
-}
+int closeFile(sqlite3_file* file) { return files.extract(file).mapped().methods->xClose(file); }
 
 sqlite3_vfs layer;
 sqlite3_vfs* below = nullptr;

@@ -19,8 +19,7 @@ public:
 
     FaultyDisk();
     ~FaultyDisk();
-    FaultyDisk(const FaultyDisk&) = delete;
-    FaultyDisk& operator=(const FaultyDisk&) = delete;
+    Q_DISABLE_COPY(FaultyDisk)
 
     /// Operations that changed a file, or tried to, since the disk was made or last set to a fault: those on libraries,
     /// journals and temporary files alike.

@@ -1,18 +1,21 @@
 #include "tests/support/Libraries.h"
 
-#include <gtest/gtest.h>
-
-#include <QFile>
+#include <QDir>
+#include <QDirIterator>
 
 #include "app/base/Definitions.h"
+#include "app/base/Paths.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"
 #include "tests/support/OtherProgram.h"
-#include "tests/support/SampleProgram.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
+
+/// The sample library that the build made.
+QString sampleLibrary() {
+    const QDir data(joinPath(builtProgramFolder(), u"Data"_s));
+    return data.filePath(data.entryList({u"*.bdb"_s}, QDir::Files, QDir::Name).value(0));
+}
 
 /// Creates the tables and begins to fill them.
 std::unique_ptr<OtherProgram> newLibrary(const QString& path) {
@@ -31,7 +34,7 @@ void addChapters(OtherProgram& library, const char* codes) {
 
 void addBill(OtherProgram& library, const QString& code) {
     library.run("INSERT INTO tblBill(Code,Name,Unit,IsDel) VALUES(?,'清单','m',0)", {code});
-    const QStringList bill{code, QString::number(library.lastId())};
+    const QStringList bill{code, library.run("SELECT last_insert_rowid()").constFirst()};
     library.run("INSERT INTO tblParm(Num,Code,BillID) VALUES(1,?1,?2),(2,?1,?2)", bill);
     library.run(
         "INSERT INTO tblCont(Code,Num,Cont,Prof,BillID) VALUES(?1,1,'First','01',?2),(?1,2,'Both','0102',?2),"
@@ -55,6 +58,30 @@ void addBill(OtherProgram& library, const QString& code) {
 }
 
 }  // namespace
+
+QString builtProgramFolder() { return qEnvironmentVariable("TESSEL_BUILT"); }
+
+void installSamples() {
+    const QDir from(builtProgramFolder()), to(programFolder());
+    // Not the program itself.
+    QDirIterator files(from.path(), {u"*.*"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString name = from.relativeFilePath(files.next());
+        to.mkpath(QFileInfo(name).path());
+        EXPECT_TRUE(to.exists(name) || QFile::copy(from.filePath(name), to.filePath(name))) << qPrintable(name);
+    }
+}
+
+QString copyOfSampleLibrary(const QString& name) {
+    installSamples();
+    const QString path = dataPath + name;
+    QFile::remove(path);
+    EXPECT_TRUE(QFile::copy(sampleLibrary(), path)) << "the samples are not built";
+    QFile(path).setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    return path;
+}
+
+QString sampleCopy() { return copyOfSampleLibrary(QFileInfo(sampleLibrary()).fileName()); }
 
 QString awkwardLibrary() {
     const QString path = dataPath + u"awkward.bdb"_s;

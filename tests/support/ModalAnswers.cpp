@@ -15,7 +15,13 @@
 
 using namespace Qt::StringLiterals;
 
-ModalAnswers::ModalAnswers() { qApp->installEventFilter(this); }
+ModalAnswers::ModalAnswers() {
+    otherwise([this](QWidget* window) {
+        ADD_FAILURE() << "unforeseen: " << qPrintable(m_seen.last());
+        window->close();
+    });
+    qApp->installEventFilter(this);
+}
 
 ModalAnswers::~ModalAnswers() {
     qApp->removeEventFilter(this);
@@ -26,12 +32,8 @@ ModalAnswers& ModalAnswers::press(int button) {
     return then([button](QWidget* window) {
         auto* box = qobject_cast<QMessageBox*>(window);
         QAbstractButton* wanted = box ? box->button(static_cast<QMessageBox::StandardButton>(button)) : nullptr;
-        if (wanted) {
-            QTest::mouseClick(wanted, Qt::LeftButton);
-        } else {
-            ADD_FAILURE() << "no such button";
-            QTest::keyClick(window, Qt::Key_Escape);
-        }
+        EXPECT_TRUE(wanted) << "no such button";
+        wanted ? QTest::mouseClick(wanted, Qt::LeftButton) : QTest::keyClick(window, Qt::Key_Escape);
     });
 }
 
@@ -46,13 +48,11 @@ ModalAnswers& ModalAnswers::otherwise(std::function<void(QWidget*)> act) {
 }
 
 QStringList ModalAnswers::takePlaces() {
-    static const QRegularExpression number(u"^(\\w+\\.\\w*) -?\\d+$"_s);
-    return takeRecords().replaceInStrings(number, u"\\1"_s);
+    return takeRecords().replaceInStrings(QRegularExpression(u"^(\\w+\\.\\w*) -?\\d+$"_s), u"\\1"_s);
 }
 
 QStringList ModalAnswers::takeRecords() {
-    static const QRegularExpression record(u"^.*错误位置: (\\S+)\\s+错误号码: (-?\\d+).*$"_s,
-                                           QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression record(u"(?s)^.*错误位置: (\\S+)\\s+错误号码: (-?\\d+).*$"_s);
     return takeSeen().replaceInStrings(record, u"\\1 \\2"_s);
 }
 
@@ -71,14 +71,7 @@ void ModalAnswers::answer(QWidget* window) {
     const QPointer<QWidget> owner = window->parentWidget() ? window->parentWidget()->window() : nullptr;
     const auto* box = qobject_cast<QMessageBox*>(window);
     m_seen << (box ? box->windowTitle() + u": "_s + box->text() : window->windowTitle());
-    if (m_next < m_answers.size()) {
-        m_answers[m_next++](window);
-    } else if (m_otherwise) {
-        m_otherwise(window);
-    } else {
-        ADD_FAILURE() << "unforeseen: " << qPrintable(m_seen.last());
-        window->close();
-    }
+    (m_next < m_answers.size() ? m_answers[m_next++] : m_otherwise)(window);
     // Without a window manager nobody else gives the focus back.
     if (owner && owner->isVisible())
         owner->activateWindow();

@@ -2,11 +2,7 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
-
-namespace {
-QString named(const QString& value) { return value.isNull() ? u"NULL"_s : value; }
-}  // namespace
+#include <QFile>
 
 OtherProgram::OtherProgram(const QString& path, const char* key) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_database), SQLITE_OK);
@@ -41,17 +37,12 @@ Rows OtherProgram::rows(const QString& statement, const QStringList& values) {
     return all;
 }
 
-QStringList OtherProgram::run(const char* statement, const QStringList& values) {
-    QStringList firsts;
-    for (const QStringList& row : rows(QString::fromUtf8(statement), values))
-        firsts << named(row.constFirst());
-    return firsts;
-}
-
-QStringList OtherProgram::lines(const QString& query) {
+QStringList OtherProgram::run(const SqlText& statement, const QStringList& values) {
     QStringList lines;
-    for (QStringList row : rows(query)) {
-        std::transform(row.begin(), row.end(), row.begin(), named);
+    for (QStringList row : rows(statement.text(), values)) {
+        for (QString& value : row)
+            if (value.isNull())
+                value = u"NULL"_s;
         lines << row.join(u'|');
     }
     return lines;
@@ -66,16 +57,14 @@ void OtherProgram::keepReading() {
     run("SELECT name FROM sqlite_schema");
 }
 
-qint64 OtherProgram::lastId() const { return sqlite3_last_insert_rowid(m_database); }
-
-QStringList rowsInFile(const QString& path, const SqlText& query) { return OtherProgram(path).lines(query.text()); }
+QStringList rowsInFile(const QString& path, const SqlText& query) { return OtherProgram(path).run(query); }
 
 QStringList contentOf(const QString& path) {
     OtherProgram reader(path);
     QStringList all;
     for (const QString& table :
          reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_stat%' ORDER BY name"))
-        all << table << reader.lines(u"SELECT * FROM "_s + table);
+        all << table << reader.run(sql("SELECT * FROM ", table));
     return all;
 }
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QStringList>
 
 #include "storage/Sql.h"
@@ -20,21 +19,16 @@ public:
     /// Opens the file at `path`, created when missing; `key` as for the system database, empty for a plain file.
     explicit OtherProgram(const QString& path, const char* key = "");
     ~OtherProgram();
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
+    Q_DISABLE_COPY(OtherProgram)
 
     /// Runs `statement` with `values` for its question marks; gives all values of its rows as text, NULL as a null one.
     Rows rows(const QString& statement, const QStringList& values = {});
-    /// The same, of each row only the first value, NULL as "NULL".
-    QStringList run(const char* statement, const QStringList& values = {});
-    /// The same, one text a row: fields joined by "|", NULL as "NULL".
-    QStringList lines(const QString& query);
+    /// The same, one text a row: values joined by "|", NULL as "NULL".
+    QStringList run(const SqlText& statement, const QStringList& values = {});
     /// Runs a whole script; false when it fails.
     bool tryScript(const QByteArray& script);
     /// Begins to read the file and keeps at it for as long as this lives.
     void keepReading();
-
-    qint64 lastId() const;
 
 private:
     sqlite3* m_database = nullptr;
@@ -45,23 +39,6 @@ QStringList rowsInFile(const QString& path, const SqlText& query);
 
 /// The same, of every row of every table.
 QStringList contentOf(const QString& path);
-
-/// Takes a file away and brings it back, in place of whatever stands there by then, when this goes.
-class KeptFile {
-public:
-    explicit KeptFile(const QString& path) : m_path(path) { EXPECT_TRUE(QFile::rename(m_path, kept())); }
-    ~KeptFile() {
-        QFile::remove(m_path);
-        EXPECT_TRUE(QFile::rename(kept(), m_path));
-    }
-    KeptFile(const KeptFile&) = delete;
-    KeptFile& operator=(const KeptFile&) = delete;
-
-private:
-    QString kept() const { return m_path + u".kept"_s; }
-
-    const QString m_path;
-};
 
 /// Makes `bytes` all that the file holds, in its place.
 void overwrite(const QString& path, const QByteArray& bytes);

@@ -6,8 +6,8 @@
 #include "app/base/Paths.h"
 #include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/OtherProgram.h"
-#include "tests/support/SampleProgram.h"
 
 using namespace Qt::StringLiterals;
 
@@ -45,13 +45,11 @@ Rations::Rations() {
         library.browserPath = joinPath(dataPath + u"广东省"_s, listed[1]);
         if (!QFile::exists(library.path))
             continue;
-        for (const QStringList& ration : OtherProgram(library.path).rows(u"SELECT DEH,MC,IFNULL(DW,'') FROM DEB"_s)) {
-            library.codes << ration[0];
-            const QString capital = ration[0].toUpper();
-            if (!library.names.contains(capital)) {
-                library.names[capital] = ration[1];
-                library.units[capital] = ration[2];
-            }
+        // The first of two with the same code counts.
+        const QString rations = u"SELECT upper(DEH),MC,IFNULL(DW,'') FROM DEB ORDER BY rowid DESC"_s;
+        for (const QStringList& ration : OtherProgram(library.path).rows(rations)) {
+            library.names[ration[0]] = ration[1];
+            library.units[ration[0]] = ration[2];
         }
     }
 }

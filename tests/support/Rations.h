@@ -13,7 +13,6 @@ public:
         QString browserPath;           ///< by the browser's rule
         QMap<QString, QString> names;  ///< name by capital code
         QMap<QString, QString> units;  ///< unit by capital code
-        QStringList codes;             ///< as they are stored
     };
 
     /// An id that is not listed gives a library without a file.

@@ -6,26 +6,15 @@
 #include <algorithm>
 
 #include "app/base/Paths.h"
-#include "tests/support/SampleProgram.h"
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-QProcessEnvironment with(const ShippedProgram::Variables& variables) {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const auto& [name, value] : variables)
-        environment.insert(name, value);
-    return environment;
-}
-
-}  // namespace
+#include "tests/support/Libraries.h"
 
 ShippedProgram::ShippedProgram(const QStringList& arguments, const Variables& variables, const char* shell) {
-    QProcessEnvironment environment = with({{u"XDG_CONFIG_HOME"_s, joinPath(programFolder(), u"config"_s)}});
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     // The message bus that the toolkit uses keeps a buffer to the end.
-    environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
-    environment.insert(with(variables));
+    const Variables always{{u"XDG_CONFIG_HOME"_s, joinPath(programFolder(), u"config"_s)},
+                           {u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s}};
+    for (const auto& [name, value] : always + variables)
+        environment.insert(name, value);
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.start(
@@ -35,64 +24,29 @@ ShippedProgram::ShippedProgram(const QStringList& arguments, const Variables& va
 }
 
 bool ShippedProgram::waitUntil(const std::function<bool()>& there) {
-    constexpr int pause = 5;
-    while (isRunning()) {
-        if (there())
-            return true;
-        m_process.waitForFinished(pause);
-    }
-    return false;
+    while (isRunning() && !there())
+        m_process.waitForFinished(5);
+    return isRunning();
 }
 
 bool ShippedProgram::waitUntilItHolds(const QString& path) {
     const QDir open(u"/proc/%1/fd"_s.arg(m_process.processId()));
     return waitUntil([&] {
-        const QFileInfoList files = open.entryInfoList(QDir::Files | QDir::System);
-        return std::any_of(files.begin(), files.end(),
-                           [&](const QFileInfo& file) { return file.symLinkTarget() == path; });
+        return std::ranges::any_of(open.entryInfoList(QDir::Files | QDir::System),
+                                   [&](const QFileInfo& file) { return file.symLinkTarget() == path; });
     });
 }
 
 bool ShippedProgram::waitForEnd() {
-    if (isRunning())
-        m_process.waitForFinished(-1);
+    m_process.waitForFinished(-1);
     return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
 }
 
 void ShippedProgram::kill() {
     m_process.kill();
-    if (isRunning())
-        m_process.waitForFinished(-1);
+    m_process.waitForFinished(-1);
 }
 
 QString ShippedProgram::lastWords() {
     return QString::fromUtf8(m_process.readAll() + "exit " + QByteArray::number(m_process.exitCode()));
-}
-
-VirtualDisplay::VirtualDisplay() {
-    // The server chooses a free number and writes it when it is ready; the manager says so by a command.
-    const auto lastLine = [](QProcess& process, const QByteArray& end) {
-        QByteArray said;
-        while (!said.endsWith(end) && process.waitForReadyRead(-1))
-            said += process.readAllStandardOutput();
-        EXPECT_TRUE(said.endsWith(end)) << qPrintable(process.errorString());
-        return QString::fromLatin1(said.trimmed().split('\n').constLast());
-    };
-    m_server.start(u"Xvfb"_s,
-                   {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1000x24"_s, u"-nolisten"_s, u"tcp"_s});
-    m_name = u':' + lastLine(m_server, "\n");
-    m_windowManager.setProcessEnvironment(with(variables()));
-    m_windowManager.start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s});
-    lastLine(m_windowManager, "ready\n");
-}
-
-VirtualDisplay::~VirtualDisplay() {
-    for (QProcess* process : {&m_windowManager, &m_server}) {
-        process->terminate();
-        process->waitForFinished(-1);
-    }
-}
-
-ShippedProgram::Variables VirtualDisplay::variables() const {
-    return {{u"DISPLAY"_s, m_name}, {u"QT_QPA_PLATFORM"_s, u"xcb"_s}};
 }

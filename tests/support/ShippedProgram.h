@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QProcess>
-#include <QStringList>
 #include <functional>
-#include <memory>
 
 /// The program as it is shipped, in a process that ends with this object. No wait has a limit of its own: a program
 /// that hangs is ended with its test by CTest.
@@ -14,8 +12,6 @@ public:
     explicit ShippedProgram(const QStringList& arguments, const Variables& variables = {},
                             const char* shell = "exec \"$@\"");
     ~ShippedProgram() { kill(); }
-    ShippedProgram(const ShippedProgram&) = delete;
-    ShippedProgram& operator=(const ShippedProgram&) = delete;
 
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     /// Waits until `there`; false when the program has ended before.
@@ -31,21 +27,4 @@ public:
 
 private:
     QProcess m_process;
-};
-
-/// A display of its own with a window manager, gone with this object.
-class VirtualDisplay {
-public:
-    VirtualDisplay();
-    ~VirtualDisplay();
-    VirtualDisplay(const VirtualDisplay&) = delete;
-    VirtualDisplay& operator=(const VirtualDisplay&) = delete;
-
-    /// What lets a program use it.
-    ShippedProgram::Variables variables() const;
-
-private:
-    QProcess m_server;
-    QProcess m_windowManager;
-    QString m_name;
 };

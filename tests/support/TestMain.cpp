@@ -1,5 +1,3 @@
-#include "tests/support/TestMain.h"
-
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -7,19 +5,14 @@
 #include <QSettings>
 #include <QStyleFactory>
 #include <QTemporaryDir>
-#include <memory>
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-std::unique_ptr<QTemporaryDir> folder;
-}
-
-QString testProgramFolder() { return folder->path(); }
-
+/// Runs the tests in a fresh program folder, which goes when they end. It holds no tessel.dat unless a test puts one
+/// there; appPath and dataPath point into it.
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     // The list of cases is asked for during the build, where no display may be needed.
@@ -27,17 +20,15 @@ int main(int argc, char** argv) {
         return RUN_ALL_TESTS();
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    folder = std::make_unique<QTemporaryDir>();
-    qputenv("TESSEL_HOME", folder->path().toUtf8());
+    const QTemporaryDir folder;
+    qputenv("TESSEL_HOME", folder.path().toUtf8());
     // The user's own settings are out of reach.
     QSettings::setDefaultFormat(QSettings::IniFormat);
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder->path());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
     QApplication application(argc, argv);
     QApplication::setStyle(u"Fusion"_s);
-    QDir(folder->path()).mkdir(u"Data"_s);
+    QDir(folder.path()).mkdir(u"Data"_s);
     appPath = withSeparator(programFolder());
     dataPath = withSeparator(joinPath(programFolder(), u"Data"_s));
-    const int result = RUN_ALL_TESTS();
-    folder.reset();
-    return result;
+    return RUN_ALL_TESTS();
 }

@@ -106,7 +106,7 @@ bool Judge::editContent(const Deed& deed, const QString& typed) {
     const QString text = trimmed(typed);
     if (line[Level] == u"2") {
         const QString code = text.toUpper();
-        if (isBroken(code) && !m_rations.library(line[DekName]).codes.isEmpty())
+        if (isBroken(code) && !m_rations.library(line[DekName]).names.isEmpty())
             m_expected << u"frmEditor.GetDeData"_s;
         const Setting set = setRation(deed, deed.before.contents, deed.row, code, line[DekName]);
         // A code that could not be written is accepted in the grid all the same.

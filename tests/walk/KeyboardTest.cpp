@@ -15,7 +15,7 @@
 #include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
-#include "tests/support/SampleProgram.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/Typing.h"
 
 namespace {

@@ -101,7 +101,7 @@ QString LibraryModel::text(const char* query, const QStringList& values) {
 
 QString LibraryModel::copyName(const char* taken, const QString& name) {
     QString copy = name;
-    for (int number = 1; !run(taken, {copy}).isEmpty(); ++number)
+    for (int number = 1; !rows(QLatin1String(taken), {copy}).isEmpty(); ++number)
         copy = u"%1(%2)"_s.arg(name).arg(number);
     return copy;
 }
