@@ -75,11 +75,11 @@ QString checkedName(const QString& table, const QString& column, const QString& 
 
 std::vector<MeasuredAction> changeActions() {
     constexpr CostLimit noticeable{0, 100};
-    constexpr CostLimit throughout{2, 10};
-    constexpr CostLimit renumbering{2, 8, 100, 1.5};
+    // Half of it for the record by which it can be taken back.
+    constexpr CostLimit throughout{4, 20};
+    constexpr CostLimit renumbering{4, 16, 100, 1.5};
     constexpr CostLimit few{2, 5, 100, 1.5};
-    // With the record of every row that goes, so that it can be taken back.
-    constexpr CostLimit recorded{3, 10, 150};
+    constexpr CostLimit rowsAndRecord{4, 20, 150};
     constexpr CostLimit takenBack{0, 250, 250};
     const QString ration = u"A500-40"_s;
     const Gesture rename = [](EditorWindow& window) { window.edit(window.bills(), 0, u"Name"_s, u"NEW"_s); };
@@ -101,7 +101,7 @@ std::vector<MeasuredAction> changeActions() {
               .plain = u"SELECT ID FROM tblSYB WHERE Code='010111';"
                        "INSERT INTO tblSYB (Code,Name,LastUpdate,IsDel) VALUES ('010111','NEW','2024-01-01',0)"_s,
               .shown = u"SELECT * FROM tblBill WHERE Code LIKE '010111___' ORDER BY Code;"_s + detailsOf(u"0"_s)})},
-        {"Delete a chapter of 999 bills", LibrarySize::Every, 15, recorded,
+        {"Delete a chapter of 999 bills", LibrarySize::Every, 15, rowsAndRecord,
          changing({.act = command(chapterCommands, 103),
                    .plain = u"BEGIN;"_s + deletedBills(u"Code BETWEEN '010101' AND '010101999'"_s) +
                             u"DELETE FROM tblSYB WHERE Code='010101';COMMIT"_s,

@@ -41,8 +41,13 @@ void LibraryHistory::forget() {
 /// Whether anything was written since the last step that the user can see.
 bool LibraryHistory::takeChanges() {
     QByteArray changes;
+    bool isOurs = false;
+    const bool isTaken = succeeds([&] {
+        changes = m_changes.take();
+        isOurs = !m_shown.isChanged();
+    });
     // The record is made after the commit: another program's write in between would stand in it as the user's own.
-    if (!succeeds([&] { changes = m_changes.take(); }) || m_shown.isChanged()) {
+    if (!isTaken || !isOurs) {
         forget();
         changes.clear();
     }
@@ -148,12 +153,15 @@ bool LibraryHistory::showChangesOfOthers() {
         // What is not committed yet is known to nobody else, and nobody else can write.
         if (m_isShowing || m_connection.isInTransaction())
             return false;
-        const bool isChanged = m_shown.isChanged();
+        // A file that cannot be read is told of when it is to be read or written for the user: asked again and again,
+        // it would tell it without end.
+        bool isChanged = false;
+        if (!succeeds([&] { isChanged = m_shown.isChanged(); }))
+            return false;
         // What is being written just now touches the file, too.
         if (!isChanged && (m_isStepBegun || !m_shown.isTouched()))
             return false;
         const QScopedValueRollback showing(m_isShowing, true);
-        // A file that is locked cannot be shown: later.
         if (!m_shown.accept())
             return false;
         if (isChanged) {
