@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDir>
+#include <QKeySequenceEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -17,6 +18,7 @@
 #include <QToolBar>
 
 #include "app/base/Definitions.h"
+#include "app/base/Guarded.h"
 #include "app/shell/frmMain.h"
 #include "editor/frmEditor.h"
 #include "storage/LibraryConnection.h"
@@ -29,17 +31,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Claims every key for itself, as text boxes do with some, and on some systems with Ctrl+E.
-class GreedyBox : public QLineEdit {
-public:
-    using QLineEdit::QLineEdit;
-    bool event(QEvent* event) override {
-        if (event->type() == QEvent::ShortcutOverride)
-            event->accept();
-        return event->type() == QEvent::ShortcutOverride || QLineEdit::event(event);
-    }
-};
-
 /// The main window as a user has it after the start.
 class MainWindow : public ::testing::Test {
 protected:
@@ -51,7 +42,7 @@ protected:
     }
 
     void run(int id) {
-        window.commandBars()->execute(id);
+        guarded({"frmMain", "CommandBars_Execute"}, [&] { window.commandBars()->execute(id); });
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
     }
@@ -69,10 +60,12 @@ protected:
         return all.join(u' ');
     }
 
-    /// Lets the dialog that comes next have each of the names typed into its box `box`, in place of what is there, and
-    /// closes it when it is still there.
-    static std::function<void(QWidget*)> entering(const QString& box, const QStringList& names) {
-        return [=](QWidget* dialog) {
+    /// Runs a command whose dialog has the box `box`, and has each of the names typed into that, in place of what is
+    /// there; a dialog that is still there then is left. Message boxes are answered with `presses`. Gives what they
+    /// said.
+    QString enter(int command, const QString& box, const QStringList& names, std::initializer_list<int> presses = {}) {
+        ModalAnswers answers;
+        answers.then([&](QWidget* dialog) {
             auto* line = dialog->findChild<QLineEdit*>(box);
             for (const QString& name : names) {
                 EXPECT_TRUE(makeActive(dialog));
@@ -82,24 +75,19 @@ protected:
             }
             if (dialog->isVisible())
                 QTest::keyClick(dialog, Qt::Key_Escape);
-        };
-    }
-
-    /// Runs New with these names and answers the boxes that come; gives what was said.
-    QString make(const QStringList& names, std::initializer_list<int> presses = {}) {
-        ModalAnswers answers;
-        answers.then(entering(u"txtFileName"_s, names));
+        });
         for (const int button : presses)
             answers.press(button);
-        run(256);
+        run(command);
         return answers.seen().mid(1).join(u' ');
+    }
+    QString make(const QStringList& names, std::initializer_list<int> presses = {}) {
+        return enter(256, u"txtFileName"_s, names, presses);
     }
 
     /// Opens `name`; gives the library in front and how many are open.
     QString open(const QString& name) {
-        ModalAnswers answers;
-        answers.then(entering(u"fileNameEdit"_s, {name}));
-        run(257);
+        enter(257, u"fileNameEdit"_s, {name});
         return window.activeEditor()->DBFilePath() + QString::number(window.editors().size());
     }
 
@@ -132,9 +120,10 @@ TEST_F(MainWindow, HasOneSetOfMenusWithoutAndOneWithLibraries) {
     load(u"a&b.bdb"_s);
     load(u"c.bdb"_s);
     QCoreApplication::processEvents();
-    EXPECT_EQ(shownMenus(),
-              QStringList({u"文件(&F): 新建(&N) 打开(&O) 关闭(&C) 关闭全部(&L) 退出(&E)"_s,
-                           u"窗口(&W): 层叠窗口 横排窗口 竖排窗口 &1 a&&b.bdb &2 c.bdb"_s, u"帮助(&H): 帮助 关于"_s}));
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(shownMenus(), QStringList({u"文件(&F): 新建(&N) 打开(&O) 关闭(&C) 关闭全部(&L) 退出(&E)"_s,
+                                             u"窗口(&W): 层叠窗口 横排窗口 竖排窗口 &1 a&&b.bdb &2 c.bdb"_s,
+                                             u"帮助(&H): 帮助 关于"_s}));
     // The pane shows what the active library says.
     const auto* pane = window.statusBar()->findChild<QLabel*>();
     Q_EMIT window.activeEditor()->statusText(u"<b>查找"_s);
@@ -165,7 +154,8 @@ TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
     EXPECT_TRUE(makeActive(&window));
     for (const Qt::Key close : {Qt::Key_E, Qt::Key_F4}) {
         load(u"c.bdb"_s);
-        auto* box = new GreedyBox(window.activeEditor());
+        // Claims every key for itself, as text boxes do with some, and on some systems with Ctrl+E.
+        auto* box = new QKeySequenceEdit(window.activeEditor());
         box->show();
         box->setFocus();
         QTest::keyClick(box, close, Qt::ControlModifier);
@@ -188,9 +178,8 @@ TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
 
 TEST_F(MainWindow, NewRefusesBadNamesAsksBeforeItReplacesALibraryAndNeverTouchesAnOpenOne) {
     using enum QMessageBox::StandardButton;
-    const QString forbidden = u"输入错误: 文件不能包含下列任何字符之一：\\/:*?\"<>|"_s;
-    EXPECT_EQ(make({u"   "_s, u"a:b"_s, u"x|"_s, u" 新库.v2 "_s}, {Ok, Ok, Ok}),
-              u"输入错误: 输入文件名不能为空！ "_s + forbidden + u' ' + forbidden);
+    EXPECT_EQ(make({u"   "_s, u"x|"_s, u" 新库.v2 "_s}, {Ok, Ok}),
+              u"输入错误: 输入文件名不能为空！ 输入错误: 文件不能包含下列任何字符之一：\\/:*?\"<>|"_s);
     ASSERT_TRUE(window.activeEditor());
     EXPECT_EQ(window.activeEditor()->DBFilePath(), dataPath + u"新库.v2.bdb"_s);
 
@@ -206,8 +195,6 @@ TEST_F(MainWindow, NewRefusesBadNamesAsksBeforeItReplacesALibraryAndNeverTouches
     OtherProgram(path).run("INSERT INTO tblBill(Code) VALUES('010101001')");
     EXPECT_EQ(make({u"old"_s}, {Yes, Ok}), question + u" 提示: 创建文件失败！"_s);
     EXPECT_EQ(bills(), 1);
-    EXPECT_EQ(window.editors().size(), 2);
-
     // Where letter case counts this is another file.
     if (!QFile::exists(dataPath + u"OLD.bdb"_s)) {
         EXPECT_EQ(make({u"OLD"_s}), QString());
@@ -224,7 +211,7 @@ TEST_F(MainWindow, OpenShowsALibraryOnceAndBringsItToTheFrontAfterwards) {
     EXPECT_EQ(open(u"  first "_s), first + u'2');
     EXPECT_FALSE(window.activeEditor()->parentWidget()->isMinimized());
     EXPECT_EQ(open(dataPath + u"no such.bdb"_s), first + u'2');
-    open(second);
+    EXPECT_EQ(open(u" second "_s), second + u'2');
     // A file of its own where letter case counts; the comparison does not look at the file system.
     QFile::copy(first, dataPath + u"FIRST.BDB"_s);
     EXPECT_EQ(open(dataPath + u"FIRST.BDB"_s), first + u'2');
@@ -240,16 +227,26 @@ TEST_F(MainWindow, OpenShowsALibraryOnceAndBringsItToTheFrontAfterwards) {
     EXPECT_EQ(captions(), u"first.bdb second.bdb"_s);
 }
 
+// A companion that came later is not attached. What is uncommitted when the library is closed comes into the file with
+// a later event.
 TEST_F(MainWindow, ALibraryWhoseCompanionCannotBeDetachedKeepsItsConnection) {
     const QString path = load(u"first.bdb"_s);
-    // A companion that came later is not attached.
-    const Connection* connection = window.activeEditor()->ormConn();
+    Connection* connection = window.activeEditor()->ormConn();
     overwrite(companionPath(path), {});
+    connection->OpenRecordset("PRAGMA busy_timeout=0");
+    connection->Execute("SAVEPOINT s");
+    connection->Execute("INSERT INTO tblSYB(Code,Name) VALUES('77','x')");
     ModalAnswers answers;
     answers.closeAnything();
-    run(260);
+    {
+        OtherProgram reader(path);
+        reader.keepReading();
+        run(260);
+    }
     EXPECT_TRUE(window.editors().isEmpty());
-    EXPECT_EQ(answers.takePlaces(), QStringList{u"frmEditor.Form_Unload"_s});
+    EXPECT_EQ(answers.takePlaces(), QStringList({u"frmEditor.Form_Unload"_s, u"Connection.Commit"_s}));
+    run(0);
+    EXPECT_EQ(rowsInFile(path, "SELECT Name FROM tblSYB WHERE Code='77'"), QStringList{u"x"_s});
     EXPECT_EQ(connection->State(), 1);
     QFile::remove(companionPath(path));
 }
@@ -274,10 +271,8 @@ TEST_F(MainWindow, ArrangesItsWindowsAsTheCommandSaysAndLeavesRoomToWorkIn) {
             const QRect whole = area->viewport()->rect();
             QRegion covered;
             int lanes = 0;
-            for (const QMdiSubWindow* one : area->subWindowList()) {
+            for (const QMdiSubWindow* one : area->subWindowList().mid(1)) {
                 const QRect place = one->geometry();
-                if (one == minimised)
-                    continue;
                 EXPECT_TRUE(whole.contains(place) && place.width() >= 200 && place.height() >= 220);
                 EXPECT_TRUE(id == 512 || !covered.intersects(place));
                 covered += place;
