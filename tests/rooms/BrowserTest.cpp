@@ -32,7 +32,7 @@ struct Editor final : RationReceiver {
     QRect receivingRect() const override { return rect; }
     QString takeCalls() { return std::exchange(calls, {}); }
 
-    QString calls, row = u"→ a.bdb · 010101001 平整场地 · 人工平整"_s;
+    QString calls, row;
     QRect rect;
 };
 
@@ -115,8 +115,6 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
     EXPECT_EQ(shown(), u"安装>>> Root"_s);
     EXPECT_EQ(tree->nodeCount(), 5) << "without the dead chapter";
     EXPECT_FALSE(button(259)->isEnabled() || button(260)->isEnabled());
-    click("K6");
-    EXPECT_GT(grid->columnWidth(grid->column(u"DW"_s)), grid->fontMetrics().horizontalAdvance(u"1000m3"_s) + 8);
     click("K12");
     tree->setAllExpanded(false);
     tree->node(u"Root"_s)->setExpanded(true);
@@ -151,15 +149,11 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
 TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {
     const QString inserted = u"0 a1-2x GD01;"_s, replaced = u"1 a1-2x GD01;"_s;
     open("GD01");
-    EXPECT_EQ(browser->lblReceiver()->text(), editor.row);
     editor.row = QString(5000, u'长');
     click("K12");
     EXPECT_EQ(browser->lblReceiver()->text().size(), 2000) << "told anew after whatever the user did";
-    EXPECT_LT(browser->minimumSizeHint().width(), 900);
     grid->setRow(1);
-    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell(1));
     QTest::mouseDClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
-    EXPECT_EQ(editor.takeCalls(), inserted);
     for (const int id : {256, 257, 258, 259, 260})
         browser->CommandBars1()->execute(id);
     EXPECT_EQ(editor.takeCalls(), inserted + replaced);

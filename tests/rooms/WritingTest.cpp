@@ -70,7 +70,6 @@ TEST(Writing, StampsTheRowsThatTheUserChanges) {
              {[](auto c) { return AddBillSYB(c, u"02"_s, u"新"_s); }, u"tblSYB 3"_s},
              {[](auto c) { return ModifyBillSYB(c, u"010101"_s, u"新"_s); }, u"tblSYB 1"_s},
              {[](auto c) { return ExchangeSYBNode(c, u"010101"_s, u"010102"_s); }, {}},
-             {[](auto c) { return DeleteBillSYB(c, u"010101"_s); }, {}},
              {[](auto c) { return ModifyBill(c, 2, u"Rule"_s, u"新"_s); }, u"tblBill 2"_s},
              {[&](auto c) { return addBill(c, u"010101002"_s, on) == 4; }, u"tblBill 4"_s},
              {[&](auto c) { return deleteBill(c, 1, back); }, {}},
@@ -80,9 +79,7 @@ TEST(Writing, StampsTheRowsThatTheUserChanges) {
               {}},
              {[](auto c) { return ModifyBillSpec(c, 2, u"DefVal"_s, u"新"_s); }, u"tblBillSpec 2"_s},
              {[](auto c) { return addFeature(c, 1, u"新"_s) == 5; }, u"tblBillSpec 5"_s},
-             {[](auto c) { return deleteFeature(c, 1); }, {}},
              {[](auto c) { return addFeatureVal(c, 1) == 5; }, u"tblSpecEnum 5"_s},
-             {[](auto c) { return deleteFeatureVal(c, 1); }, {}},
              {[](auto c) {
                   return writeFeatureValues(c, 2, {{2, u"1"_s, u"甲"_s}}, u"甲"_s);
               },
@@ -96,7 +93,6 @@ TEST(Writing, StampsTheRowsThatTheUserChanges) {
              {[](auto c) { return addSubContent(c, 1, 2, u"新"_s); }, u"tblContDe 4"_s},
              {[](auto c) { return deleteContent(c, 1, 1, 1); }, {}},
              {[](auto c) { return deleteSubContent(c, 1, 1); }, {}},
-             {[](auto c) { return deleteRation(c, 2, RationRow::Removed); }, {}},
              {[](auto c) { return deleteRation(c, 3, RationRow::Cleared); }, u"tblContDe 3"_s},
              {[&](auto c) { return updateRation(c, 1, ration); }, u"tblContDe 1"_s},
              {[&](auto c) { return insertRation(c, 2, 1, u"细"_s, ration) == 4; }, u"tblContDe 4"_s}}) {
