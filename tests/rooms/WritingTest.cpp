@@ -20,6 +20,8 @@ namespace {
 
 using Procedure = std::function<bool(Connection*)>;
 
+const NewContent content{1, u"010101001"_s, 2, u"新"_s, u"02"_s};
+
 const QStringList tables = u"tblSYB tblBill tblParm tblCont tblContDe tblBillSpec tblSpecEnum"_s.split(u' ');
 
 /// Every row is stamped 'old', and written by another program since the look-ups were filled. Chapters 010101 and
@@ -63,7 +65,9 @@ public:
 // What is only renumbered keeps its time stamp.
 TEST(Writing, StampsTheRowsThatTheUserChanges) {
     const Ration ration{u"B2"_s, u"新"_s, u"m"_s, u"GD"_s};
+    const Bill first{1, u"010101001"_s}, second{2, u"010101002"_s};
     const std::vector<Bill> on{{2, u"010101003"_s}}, back{{2, u"010101001"_s}};
+    const std::vector<FeatureValue> values{{2, u"1"_s, u"甲"_s}};
     ModalAnswers answers;
     answers.closeAnything();
     for (const auto& [writes, stamped] : std::initializer_list<std::pair<Procedure, QString>>{
@@ -73,23 +77,14 @@ TEST(Writing, StampsTheRowsThatTheUserChanges) {
              {[](auto c) { return ModifyBill(c, 2, u"Rule"_s, u"新"_s); }, u"tblBill 2"_s},
              {[&](auto c) { return addBill(c, u"010101002"_s, on) == 4; }, u"tblBill 4"_s},
              {[&](auto c) { return deleteBill(c, 1, back); }, {}},
-             {[](auto c) {
-                  return moveBill(c, {2, u"010101002"_s}, {1, u"010101001"_s}, u"010101003"_s);
-              },
-              {}},
+             {[&](auto c) { return moveBill(c, second, first, u"010101003"_s); }, {}},
              {[](auto c) { return ModifyBillSpec(c, 2, u"DefVal"_s, u"新"_s); }, u"tblBillSpec 2"_s},
              {[](auto c) { return addFeature(c, 1, u"新"_s) == 5; }, u"tblBillSpec 5"_s},
              {[](auto c) { return addFeatureVal(c, 1) == 5; }, u"tblSpecEnum 5"_s},
-             {[](auto c) {
-                  return writeFeatureValues(c, 2, {{2, u"1"_s, u"甲"_s}}, u"甲"_s);
-              },
-              u"tblBillSpec 2, tblSpecEnum 2"_s},
+             {[&](auto c) { return writeFeatureValues(c, 2, values, u"甲"_s); }, u"tblBillSpec 2, tblSpecEnum 2"_s},
              {[](auto c) { return ModifyCont(c, 1, u"新"_s); }, u"tblCont 1"_s},
              {[](auto c) { return ModifySubCont(c, 1, 1, u"新"_s); }, u"tblContDe 1, tblContDe 2"_s},
-             {[](auto c) {
-                  return addContent(c, {1, u"010101001"_s, 2, u"新"_s, u"02"_s}) == 5;
-              },
-              u"tblCont 5"_s},
+             {[](auto c) { return addContent(c, content) == 5; }, u"tblCont 5"_s},
              {[](auto c) { return addSubContent(c, 1, 2, u"新"_s); }, u"tblContDe 4"_s},
              {[](auto c) { return deleteContent(c, 1, 1, 1); }, {}},
              {[](auto c) { return deleteSubContent(c, 1, 1); }, {}},
@@ -115,10 +110,8 @@ TEST(Writing, LeavesWhatWasDoneBeforeAFailureWhereItIsNotRolledBack) {
               "SELECT 'tblParm',ID FROM tblParm UNION ALL SELECT 'tblCont',ID FROM tblCont UNION ALL "
               "SELECT 'tblContDe',ID FROM tblContDe UNION ALL SELECT 'others',count(*) FROM tblBillSpec,tblBill,tblSYB",
               "tblParm|3, tblCont|3, others|24"),
-          {[](auto c) {
-               return addContent(c, {1, u"010101001"_s, 2, u"新"_s, u"02"_s}).has_value();
-           },
-           "INSERT ON tblCont", "SELECT ID,Num FROM tblCont WHERE BillID=1", "1|1, 4|3"},
+          {[](auto c) { return addContent(c, content).has_value(); }, "INSERT ON tblCont",
+           "SELECT ID,Num FROM tblCont WHERE BillID=1", "1|1, 4|3"},
           {[](auto c) { return addSubContent(c, 1, 2, u"新"_s); }, "INSERT ON tblContDe",
            "SELECT ID,SubNum FROM tblContDe", "1|1, 2|1, 3|3"}}) {
         const StampedLibrary library;
