@@ -8,7 +8,6 @@
 
 #include "app/base/Error.h"
 #include "app/base/Guarded.h"
-#include "app/base/Paths.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Savepoint.h"
 #include "storage/Schema.h"

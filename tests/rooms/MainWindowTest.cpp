@@ -18,10 +18,8 @@
 #include <QToolBar>
 
 #include "app/base/Definitions.h"
-#include "app/base/Guarded.h"
-#include "app/shell/frmMain.h"
-#include "editor/frmEditor.h"
 #include "storage/LibraryConnection.h"
+#include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
 #include "tests/support/SampleProgram.h"
@@ -42,9 +40,9 @@ protected:
     }
 
     void run(int id) {
-        guarded({"frmMain", "CommandBars_Execute"}, [&] { window.commandBars()->execute(id); });
+        window.commandBars()->execute(id);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
+        EditorDriver::settle();
     }
 
     QString load(const QString& name) {
@@ -243,7 +241,7 @@ TEST_F(MainWindow, ALibraryWhoseCompanionCannotBeDetachedKeepsItsConnection) {
     }
     EXPECT_TRUE(window.editors().isEmpty());
     EXPECT_EQ(answers.takePlaces(), QStringList({u"frmEditor.Form_Unload"_s, u"Connection.Commit"_s}));
-    run(0);
+    EditorDriver::settle();
     EXPECT_EQ(rowsInFile(path, "SELECT Name FROM tblSYB WHERE Code='77'"), QStringList{u"x"_s});
     EXPECT_EQ(connection->State(), 1);
     QFile::remove(companionPath(path));
