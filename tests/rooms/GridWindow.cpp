@@ -4,8 +4,6 @@
 #include <QContextMenuEvent>
 #include <QVBoxLayout>
 
-#include "tests/support/Typing.h"
-
 GridWindow::GridWindow() {
     auto* layout = new QVBoxLayout(&window);
     layout->addWidget(&grid);
@@ -41,11 +39,6 @@ GridWindow::GridWindow() {
     grid.setFocus();
     fill(4);
     does(u"cell 1 Name"_s);
-}
-
-void GridWindow::activate() {
-    window.activateWindow();
-    (void)QTest::qWaitForWindowActive(&window);
 }
 
 void GridWindow::fill(int rows) {

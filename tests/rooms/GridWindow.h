@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include "app/controls/KeyedGrid.h"
+#include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,7 +35,7 @@ protected:
 
     void fill(int rows);
     /// Makes the window active again: without a window manager a closed popup or box leaves none active.
-    void activate();
+    void activate() { EXPECT_TRUE(makeActive(&window)); }
     /// Clicks as a mouse does: the event reaches the window first, which gives it to `widget`.
     static void clickOn(QWidget& widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton);
     static void drag(QWidget& widget, const QPoint& from, const QPoint& to);
