@@ -47,11 +47,8 @@ TEST_F(ConnectionTest, RunsExactlyOneStatementAndReadsRowsForward) {
              {"Release Savepoint s;", 0},
              {"DELETE FROM t WHERE a=99; ; -- done\n /* really */ ", 0}})
         EXPECT_EQ(connection.Execute(statement), rows) << qPrintable(statement.text());
-    EXPECT_EQ(connection.LastInsertId(), 3);
     for (const SqlText& statement : {SqlText("INSERT INTO t(b) VALUES('x'); DELETE FROM t"), SqlText("-- nothing")})
         EXPECT_EQ(errorNumber([&] { connection.Execute(statement); }), 1);
-    EXPECT_EQ(connection.OpenRecordset("PRAGMA synchronous").number("synchronous"), 3);
-    EXPECT_EQ(connection.OpenRecordset("PRAGMA busy_timeout").number("timeout"), 2000);
 
     Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a DESC");
     EXPECT_TRUE(rows.number("ID") == 3 && rows.number("B") == 12 && rows.joined(u"|"_s) == u"3|12😀"_s);
@@ -87,13 +84,9 @@ TEST_F(ConnectionTest, SaysInTheUsersWordsWhatHappened) {
          },
          u"13 磁盘已满，没有写入，请腾出空间后重试（database or disk is full）"_s},
         {[&] { other.Open(foreign, QString(), Connection::readWriteCreate); },
-         u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s},
-        {[&] { other.Open(library.path() + u"/none"_s, QString(), 6); }, u"14 "_s},
-        {[&] { other.Execute("SELECT 1"); }, u"21 "_s}};
-    for (const auto& [act, words] : cases) {
-        const QString said = errorOf(act);
-        EXPECT_EQ(words.endsWith(u' ') ? said.first(words.size()) : said, words);
-    }
+         u"26 文件不是数据库，或者设有别的密码，请核对文件（file is not a database）"_s}};
+    for (const auto& [act, words] : cases)
+        EXPECT_EQ(errorOf(act), words);
     EXPECT_EQ(other.State(), 0);
 }
 
@@ -157,37 +150,34 @@ TEST(LibraryConnection, AttachesTheCompanionWhenThereIsOneAndKeepsOneFile) {
     EXPECT_EQ(answers.takePlaces(), QStringList(2, u"ModDBOperator.GetOrmConn"_s));
 }
 
-TEST(ExistSybCode, IgnoresLetterCaseAndRefusesWhatCannotBeAsked) {
-    const TemporaryLibrary library;
+TEST_F(ConnectionTest, KnowsChaptersInAnyLetterCaseAndRefusesWhatCannotBeAsked) {
     library.run("INSERT INTO tblSYB(code,name) VALUES('01A','x')");
     ModalAnswers answers;
     answers.closeAnything();
-    EXPECT_TRUE(ExistSybCode(library.connection(), u"01a"_s) && !ExistSybCode(library.connection(), u"02"_s));
-    EXPECT_TRUE(ExistSybCode(nullptr, u"02"_s) && ExistSybCode(library.connection(), u"0'2"_s));
+    EXPECT_TRUE(ExistSybCode(&connection, u"01a"_s) && !ExistSybCode(&connection, u"02"_s));
+    EXPECT_TRUE(ExistSybCode(nullptr, u"02"_s) && ExistSybCode(&connection, u"0'2"_s));
 }
 
-TEST(Savepoint, RunsOnlyWhatWasStartedAndARollBackLeavesItOpen) {
-    const TemporaryLibrary library;
-    Connection* connection = library.connection();
-    EXPECT_FALSE(ReleaseSP(u"a"_s, connection, false) || RollBackSP(u"a"_s, connection, false));
-    ASSERT_TRUE(SetSP(u"a"_s, connection));
+TEST_F(ConnectionTest, RunsOnlySavepointsThatWereStartedAndARollBackLeavesThemOpen) {
+    const ModalAnswers noMessages;
+    EXPECT_FALSE(ReleaseSP(u"a"_s, &connection, false) || RollBackSP(u"a"_s, &connection, false));
+    ASSERT_TRUE(SetSP(u"a"_s, &connection));
     library.run("INSERT INTO tblSYB(code,name) VALUES('01','x')");
-    EXPECT_TRUE(RollBackSP(u"a"_s, connection, true));
+    EXPECT_TRUE(RollBackSP(u"a"_s, &connection, true));
     library.run("INSERT INTO tblSYB(code,name) VALUES('02','x')");
     EXPECT_TRUE(library.rowsInFile("SELECT code FROM tblSYB").isEmpty());
-    EXPECT_TRUE(ReleaseSP(u"a"_s, connection, true));
+    EXPECT_TRUE(ReleaseSP(u"a"_s, &connection, true));
     EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{u"02"_s});
     // Closing commits.
-    ASSERT_TRUE(SetSP(u"b"_s, connection));
+    ASSERT_TRUE(SetSP(u"b"_s, &connection));
     library.run("UPDATE tblSYB SET code='03'");
-    connection->Close();
+    connection.Close();
     EXPECT_EQ(library.rowsInFile("SELECT code FROM tblSYB"), QStringList{u"03"_s});
 }
 
 // Twice: what could not be committed at first is forgotten with the commit that came through.
-TEST(Leftovers, ThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
-    const TemporaryLibrary library;
-    library.connection()->OpenRecordset("PRAGMA busy_timeout=0");
+TEST_F(ConnectionTest, LeftoversThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
+    connection.OpenRecordset("PRAGMA busy_timeout=0");
     ModalAnswers answers;
     answers.closeAnything();
     const auto event = [](const std::function<void()>& act) {
@@ -199,7 +189,7 @@ TEST(Leftovers, ThatCannotBeCommittedAreReportedOnceAndTriedAgain) {
             OtherProgram reader(library.path());
             reader.keepReading();
             event([&] {
-                EXPECT_TRUE(SetSP(u"failing"_s, library.connection()));
+                EXPECT_TRUE(SetSP(u"failing"_s, &connection));
                 library.run(sql("INSERT INTO tblSYB(code,name) VALUES('", code, "','x')"));
             });
             for (int i = 0; i < 3; ++i)
