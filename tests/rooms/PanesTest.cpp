@@ -106,6 +106,9 @@ TEST(BillTextBox, KeepsWhatTheToolkitWouldReplace) {
     box.restore();
     QTest::keyClick(&box, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(box.text(), stored);
+    box.showText(1, u"line feeds\nalone"_s);
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(box.text(), u"\nline feeds\nalone"_s);
 }
 
 TEST_F(Panes, LetEachRowBeChangedInItsWay) {
