@@ -49,6 +49,7 @@ TEST_F(ConnectionTest, RunsExactlyOneStatementAndReadsRowsForward) {
         EXPECT_EQ(connection.Execute(statement), rows) << qPrintable(statement.text());
     for (const SqlText& statement : {SqlText("INSERT INTO t(b) VALUES('x'); DELETE FROM t"), SqlText("-- nothing")})
         EXPECT_EQ(errorNumber([&] { connection.Execute(statement); }), 1);
+    EXPECT_EQ(errorNumber([&] { connection.Execute("INSERT INTO t(a) VALUES(1)"); }), 19) << "the primary number";
 
     Recordset rows = connection.OpenRecordset("SELECT a AS Id, b FROM t ORDER BY a DESC");
     EXPECT_TRUE(rows.number("ID") == 3 && rows.number("B") == 12 && rows.joined(u"|"_s) == u"3|12😀"_s);
