@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
 #include <stdexcept>
@@ -44,24 +43,6 @@ TEST(MessageBox, ShowsTextsLiterallyAndOnlyTheBeginningOfAMonstrousOne) {
     EXPECT_EQ(answers.seen().value(0), u"清单库编辑器: <b>"_s);
     EXPECT_EQ(answers.seen().value(1), u"提示: "_s + QString(2000, u'长') + u'…');
     EXPECT_FALSE(askYesNo(u"?"_s)) << "closing is no consent";
-}
-
-TEST(UserEvent, IsOverOncePerOutermostProcedure) {
-    int over = 0;
-    const auto link = QObject::connect(&UserEvent::instance(), &UserEvent::over, qApp, [&] {
-        ++over;
-        guarded({"m", "at the end"}, [] {});
-    });
-    guarded({"m", "outer"}, [&] {
-        guarded({"m", "inner"}, [] {});
-        QCoreApplication::processEvents();
-        EXPECT_EQ(over, 0);
-    });
-    EXPECT_EQ(over, 0);
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(over, 1);
-    QObject::disconnect(link);
 }
 
 TEST(Text, TrimsBlanksAloneReadsNumbersPadsCodesAndKeepsWholeCharacters) {

@@ -36,13 +36,14 @@ struct Editor final : RationReceiver {
     QRect rect;
 };
 
-/// The key `code` as the platform sends it: down at `at` milliseconds, up a moment later.
-void stroke(int code, Qt::KeyboardModifiers modifiers, unsigned long at, bool repeat = false) {
+/// A key as the platform sends it: down at `at` milliseconds, up a moment later.
+void stroke(QKeyCombination keys, unsigned long at, bool repeat) {
     QWidget* focus = QApplication::focusWidget();
-    QKeyEvent down(QEvent::KeyPress, code, modifiers, {}, repeat), up(QEvent::KeyRelease, code, modifiers);
+    const Qt::KeyboardModifiers modifiers = keys.keyboardModifiers();
+    QKeyEvent down(QEvent::KeyPress, keys.key(), modifiers, {}, repeat), up(QEvent::KeyRelease, keys.key(), modifiers);
     down.setTimestamp(at);
     up.setTimestamp(at + 1);
-    if (!qt_sendShortcutOverrideEvent(focus, at, code, modifiers, {}, repeat))
+    if (!qt_sendShortcutOverrideEvent(focus, at, keys.key(), modifiers, {}, repeat))
         QCoreApplication::sendEvent(focus, &down);
     QCoreApplication::sendEvent(focus, &up);
 }
@@ -114,8 +115,6 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
     EXPECT_EQ(shown(), u"安装>>> Root"_s);
     EXPECT_EQ(tree->nodeCount(), 5) << "without the dead chapter";
     EXPECT_FALSE(button(259)->isEnabled() || button(260)->isEnabled());
-    click("K6");
-    EXPECT_GT(grid->columnWidth(grid->column(u"DW"_s)), grid->fontMetrics().horizontalAdvance(u"1000m3"_s) + 8);
     click("K12");
     tree->setAllExpanded(false);
     tree->node(u"Root"_s)->setExpanded(true);
@@ -148,31 +147,23 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
 }
 
 TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {
-    const QString insert = u"0 a1-2x GD01;"_s, replace = u"1 a1-2x GD01;"_s;
-    editor.row = u"→ a.bdb · 010101001 平整场地 · 人工平整"_s;
+    const QString inserted = u"0 a1-2x GD01;"_s, replaced = u"1 a1-2x GD01;"_s;
     open("GD01");
-    EXPECT_EQ(browser->lblReceiver()->text(), editor.row);
     editor.row = QString(5000, u'长');
     click("K12");
     EXPECT_EQ(browser->lblReceiver()->text().size(), 2000) << "told anew after whatever the user did";
-    EXPECT_LT(browser->minimumSizeHint().width(), 900);
     grid->setRow(1);
     QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell(1));
     QTest::mouseDClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
-    EXPECT_EQ(editor.takeCalls(), insert);
     for (const int id : {256, 257, 258, 259, 260})
         browser->CommandBars1()->execute(id);
-    EXPECT_EQ(editor.takeCalls(), insert + replace);
-    QTest::keyClick(grid, Qt::Key_F2);
-    EXPECT_FALSE(grid->isEditing()) << "a ration library is only read";
-
+    EXPECT_EQ(editor.takeCalls(), inserted + inserted + replaced);
     // A right click chooses the row that its menu means.
     grid->setRow(0);
     QTest::mouseClick(grid->viewport(), Qt::RightButton, {}, cell(1));
     auto* menu = browser->findChild<QMenu*>(u"Ration Menu"_s);
     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().last()).center());
-    EXPECT_EQ(editor.takeCalls(), replace);
-
+    EXPECT_EQ(editor.takeCalls(), replaced);
     // An editor that goes takes itself out, and only itself.
     const Editor other;
     frmDekBrowser::forget(&other);
@@ -187,35 +178,30 @@ TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {
 TEST_F(Browser, TabGoesTheWayOfTheEyeAndAKeyWritesOnceWhereverTheFocusIs) {
     open("GD01");
     click("K12");
-    const QString insert = u"0 A1-1 GD01;"_s, replace = u"1 A1-1 GD01;"_s;
-    struct {
-        QWidget* focus;
-        QString byEnter, byCtrlEnter, bySpace;
-    } ring[] = {{browser->cboDek(), {}, {}, {}},
-                {button(259), insert, insert, insert},
-                {button(260), replace, replace, replace},
-                {tree, {}, {}, {}},
-                {grid, insert, replace, {}}};
+    const QString inserted = u"0 A1-1 GD01;"_s, replaced = u"1 A1-1 GD01;"_s;
+    // What Return, Enter, Ctrl+Return and Space do there. A combo box drops its list down by Space.
+    QList<std::pair<QWidget*, QString>> ring{{browser->cboDek(), {}},
+                                             {button(259), inserted.repeated(4)},
+                                             {button(260), replaced.repeated(4)},
+                                             {tree, {}},
+                                             {grid, inserted.repeated(2) + replaced}};
     unsigned long now = 1000;
     for (const Qt::Key tab : {Qt::Key_Tab, Qt::Key_Backtab}) {
-        std::end(ring)[-1].focus->setFocus();
-        for (const auto& stop : ring) {
+        ring.last().first->setFocus();
+        for (const auto& [focus, written] : ring) {
             QTest::keyClick(QApplication::focusWidget(), tab);
-            ASSERT_EQ(QApplication::focusWidget(), stop.focus);
-            const auto written = [&](int key, Qt::KeyboardModifiers modifiers) {
-                stroke(key, modifiers, now += 100);
-                stroke(key, modifiers, now + 1);
-                stroke(key, modifiers, now + 40, true);
-                return editor.takeCalls();
-            };
-            EXPECT_EQ(written(Qt::Key_Return, Qt::NoModifier), stop.byEnter);
-            EXPECT_EQ(written(Qt::Key_Enter, Qt::KeypadModifier), stop.byEnter);
-            EXPECT_EQ(written(Qt::Key_Return, Qt::ControlModifier), stop.byCtrlEnter);
-            // A combo box drops its list down.
-            const int space = stop.focus == browser->cboDek() ? Qt::Key_Return : Qt::Key_Space;
-            EXPECT_EQ(written(space, Qt::NoModifier), stop.bySpace);
+            ASSERT_EQ(QApplication::focusWidget(), focus);
+            for (const QKeyCombination key : {QKeyCombination(Qt::Key_Return), Qt::KeypadModifier | Qt::Key_Enter,
+                                              Qt::CTRL | Qt::Key_Return, QKeyCombination(Qt::Key_Space)}) {
+                if (focus == browser->cboDek() && key.key() == Qt::Key_Space)
+                    continue;
+                now += 100;
+                for (const unsigned long later : {0, 1, 40})
+                    stroke(key, now + later, later == 40);
+            }
+            EXPECT_EQ(editor.takeCalls(), written);
         }
-        std::reverse(std::begin(ring), std::end(ring));
+        std::reverse(ring.begin(), ring.end());
     }
 }
 
@@ -239,12 +225,9 @@ TEST_F(Browser, OpensBesideTheReceivingRowUntilTheUserPutsItElsewhere) {
 
     const QRect own(30, 60, 660, 400);
     browser->setGeometry(own);
-    for (const auto& end :
-         {+[](frmDekBrowser* it) { QTest::keyClick(it, Qt::Key_Escape); }, +[](frmDekBrowser* it) { it->close(); }}) {
-        end(browser);
-        EXPECT_FALSE(browser->isVisible() || besideTheRowAt(own.center().y()));
-        EXPECT_EQ(browser->geometry(), own);
-    }
+    QTest::keyClick(browser, Qt::Key_Escape);
+    EXPECT_FALSE(browser->isVisible() || besideTheRowAt(own.center().y()));
+    EXPECT_EQ(browser->geometry(), own);
     browser->showMaximized();
     QCoreApplication::processEvents();
     mainWindow.reset();

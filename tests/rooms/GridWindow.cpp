@@ -1,24 +1,18 @@
 #include "tests/rooms/GridWindow.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QVBoxLayout>
 
-#include "tests/support/Typing.h"
-
-using namespace Qt::StringLiterals;
-
 GridWindow::GridWindow() {
-    auto* layout = new QVBoxLayout(this);
-    for (QWidget* widget : std::initializer_list<QWidget*>{&grid, &other, &button})
-        layout->addWidget(widget);
+    auto* layout = new QVBoxLayout(&window);
+    layout->addWidget(&grid);
+    layout->addWidget(&other);
     grid.setColumns({{QString(), QString(), 225},
                      {u"id"_s, u"id"_s, 900, Qt::AlignLeft, Qt::AlignLeft, false},
                      {u"Code"_s, u"编号"_s, 1590},
-                     {u"Name"_s, u"清单名称"_s, 3000},
-                     {u"Unit"_s, u"单位"_s, 1155, Qt::AlignCenter},
+                     {name, u"清单名称"_s, 3000},
+                     {unit, u"单位"_s, 1155, Qt::AlignCenter},
                      {u"Type"_s, u"类型"_s, 1155, Qt::AlignCenter},
                      {u"Use"_s, u"使用"_s, 800, Qt::AlignCenter, Qt::AlignCenter, true, GridColumn::Look::CheckBox}});
     grid.startEdit = [](int, const QString& key) { return key != u"Code"_s; };
@@ -31,23 +25,20 @@ GridWindow::GridWindow() {
             told << u"%1 %2 %3"_s.arg(QLatin1String(what)).arg(row).arg(key);
         };
     };
-    connect(&grid, &KeyedGrid::cellChanged, this, tell("cell"));
-    connect(&grid, &KeyedGrid::afterEdit, this, tell("edited"));
-    connect(&grid, &KeyedGrid::cellButtonClicked, this, tell("ellipsis"));
-    connect(&grid, &KeyedGrid::contextMenuWanted, this, [=, this] { tell("menu at")(grid.row(), grid.columnKey()); });
-    connect(&grid, &KeyedGrid::rowChanged, this, [this](int a, int b) { told << u"row %1>%2"_s.arg(a).arg(b); });
-    connect(&grid, &KeyedGrid::rowDoubleClicked, this, [this](int row) { told << u"double %1"_s.arg(row); });
-    connect(&button, &QPushButton::clicked, this, [this] { told << u"button"_s; });
-    connect(&otherWindow, &QPushButton::clicked, this, [this] { told << u"window"_s; });
-    resize(900, 400);
-    show();
+    QObject::connect(&grid, &KeyedGrid::cellChanged, tell("cell"));
+    QObject::connect(&grid, &KeyedGrid::afterEdit, tell("edited"));
+    QObject::connect(&grid, &KeyedGrid::cellButtonClicked, tell("ellipsis"));
+    QObject::connect(&grid, &KeyedGrid::contextMenuWanted,
+                     [=, this] { tell("menu at")(grid.row(), grid.columnKey()); });
+    QObject::connect(&grid, &KeyedGrid::rowChanged, [this](int a, int b) { told << u"row %1>%2"_s.arg(a).arg(b); });
+    QObject::connect(&grid, &KeyedGrid::rowDoubleClicked, [this](int row) { told << u"double %1"_s.arg(row); });
+    QObject::connect(&otherWindow, &QPushButton::clicked, [this] { told << u"window"_s; });
+    window.resize(900, 400);
+    window.show();
     activate();
     grid.setFocus();
-}
-
-void GridWindow::activate() {
-    activateWindow();
-    (void)QTest::qWaitForWindowActive(this);
+    fill(4);
+    does(u"cell 1 Name"_s);
 }
 
 void GridWindow::fill(int rows) {
@@ -68,6 +59,12 @@ void GridWindow::clickOn(QWidget& widget, const QPoint& position, Qt::MouseButto
     QTest::mouseClick(top->windowHandle(), button, {}, widget.mapTo(top, position));
 }
 
+void GridWindow::drag(QWidget& widget, const QPoint& from, const QPoint& to) {
+    QTest::mousePress(&widget, Qt::LeftButton, {}, from);
+    QTest::mouseMove(&widget, to);
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, to);
+}
+
 QString GridWindow::texts(const QString& key) const {
     QStringList all;
     for (int row = 0; row < grid.rowCount(); ++row)
@@ -76,46 +73,38 @@ QString GridWindow::texts(const QString& key) const {
 }
 
 QString GridWindow::does(const QString& gestures) {
-    using namespace QTest;
+    QWidget* view = grid.viewport();
     for (const QString& gesture : gestures.split(u"; "_s)) {
-        const QString what = gesture.section(u' ', 0, 0), text = gesture.section(u' ', 1);
-        const int row = text.section(u' ', 0, 0).toInt();
-        const QString key = text.section(u' ', -1);
-        const QPoint middle = cell(row, key).center(), end(cell(row, key).right() - 8, middle.y());
-        QWidget* view = grid.viewport();
-        const auto inWindow = [&](int of) { return view->mapTo(this, cell(of, key).center()); };
-        QInputMethodEvent composing(what == u"compose"_s ? text : QString(), {});
+        const QStringList words = gesture.split(u' ');
+        const QString text = gesture.section(u' ', 1), key = words.last();
+        const int row = words.value(1).toInt();
+        const QRect place = cell(row, key);
+        const auto press = [this](QKeyCombination keys) {
+            activate();
+            QTest::keyClick(QApplication::focusWidget(), keys.key(), keys.keyboardModifiers());
+        };
+        // The first character may open an editor, which takes the rest.
+        const auto type = [&] {
+            for (const QChar character : text)
+                typeText(QApplication::focusWidget(), character);
+        };
         QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
-        if (what == u"committed"_s)
-            composing.setCommitString(text);
+        const auto compose = [&](const QString& preedit, const QString& committed) {
+            QInputMethodEvent event(preedit, {});
+            event.setCommitString(committed);
+            QApplication::sendEvent(QApplication::focusWidget(), &event);
+        };
         const std::map<QString, std::function<void()>> all{
-            {u"key"_s,
-             [&] {
-                 activate();
-                 const QKeyCombination pressed = QKeySequence(text)[0];
-                 keyClick(QApplication::focusWidget(), pressed.key(), pressed.keyboardModifiers());
-             }},
-            {u"type"_s,
-             [&] {
-                 // The first character may open an editor, which takes the rest.
-                 for (const QChar character : text)
-                     typeText(QApplication::focusWidget(), character);
-             }},
-            {u"click"_s, [&] { clickOn(*view, middle); }},
-            {u"right"_s, [&] { clickOn(*view, middle, Qt::RightButton); }},
-            {u"end"_s, [&] { clickOn(*view, end); }},
-            {u"double"_s, [&] { mouseDClick(windowHandle(), Qt::LeftButton, {}, inWindow(row)); }},
-            {u"drag"_s,
-             [&] {
-                 const QPoint to = inWindow(text.section(u' ', 1, 1).toInt());
-                 mousePress(windowHandle(), Qt::LeftButton, {}, inWindow(row));
-                 mouseMove(windowHandle(), to);
-                 mouseRelease(windowHandle(), Qt::LeftButton, {}, to);
-             }},
-            {u"compose"_s, [&] { QApplication::sendEvent(QApplication::focusWidget(), &composing); }},
-            {u"committed"_s, [&] { QApplication::sendEvent(QApplication::focusWidget(), &composing); }},
+            {u"key"_s, [&] { press(QKeySequence(text)[0]); }},
+            {u"type"_s, type},
+            {u"click"_s, [&] { clickOn(*view, place.center()); }},
+            {u"right"_s, [&] { clickOn(*view, place.center(), Qt::RightButton); }},
+            {u"end"_s, [&] { clickOn(*view, QPoint(place.right() - 8, place.center().y())); }},
+            {u"double"_s, [&] { QTest::mouseDClick(view, Qt::LeftButton, {}, place.center()); }},
+            {u"drag"_s, [&] { drag(*view, place.center(), cell(words[2].toInt(), key).center()); }},
+            {u"compose"_s, [&] { compose(text, {}); }},
+            {u"committed"_s, [&] { compose({}, text); }},
             {u"menukey"_s, [&] { QApplication::sendEvent(view, &menuKey); }},
-            {u"button"_s, [&] { clickOn(button, button.rect().center()); }},
             {u"window"_s, [&] { clickOn(otherWindow, otherWindow.rect().center()); }},
             {u"leave"_s, [&] { other.setFocus(Qt::OtherFocusReason); }},
             {u"focus"_s, [&] { grid.setFocus(); }},
@@ -123,7 +112,7 @@ QString GridWindow::does(const QString& gestures) {
             {u"cell"_s, [&] { grid.setCell(row, key); }},
             {u"commit"_s, [&] { told << (grid.commitEdit() ? u"done"_s : u"refused"_s); }},
         };
-        all.at(what)();
+        all.at(words.first())();
     }
     return std::exchange(told, {}).join(u", "_s);
 }

@@ -15,11 +15,11 @@ protected:
     KeyedTreeTest() {
         for (const QString& code : u"01 02 03 0101 0102 010101 010102 0201"_s.split(u' '))
             tree.addNode(node(code.chopped(2)), u'K' + code, code + u" 土石方"_s, code);
-        QObject::connect(&tree, &KeyedTree::nodeClick, &tree,
-                         [this](const QTreeWidgetItem* node) { told << KeyedTree::tag(node); });
-        QObject::connect(&tree, &KeyedTree::contextMenuWanted, &tree, [this] { told << u"menu"_s; });
-        QObject::connect(&tree, &KeyedTree::renameWanted, &tree, [this] { told << u"rename"_s; });
-        QObject::connect(&tree, &KeyedTree::deleteWanted, &tree, [this] { told << u"delete"_s; });
+        const auto tell = [this](const char* what) { return [this, what] { told << QLatin1String(what); }; };
+        QObject::connect(&tree, &KeyedTree::nodeClick, [this](const auto* node) { told << KeyedTree::tag(node); });
+        QObject::connect(&tree, &KeyedTree::contextMenuWanted, tell("menu"));
+        QObject::connect(&tree, &KeyedTree::renameWanted, tell("rename"));
+        QObject::connect(&tree, &KeyedTree::deleteWanted, tell("delete"));
         tree.resize(300, 300);
         tree.show();
         EXPECT_TRUE(makeActive(&tree));
@@ -61,8 +61,7 @@ TEST_F(KeyedTreeTest, AClickIsToldEachTimeAndOnlyByTheLeftButtonOnTheNode) {
     const QPoint to = at(u"0102"_s);
     QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, at(u"02"_s));
     EXPECT_EQ(happened(), u"02 > 02"_s);
-    QMouseEvent move(QEvent::MouseMove, to, tree.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(tree.viewport(), &move);
+    QTest::mouseMove(tree.viewport(), to);
     QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, to);
     EXPECT_EQ(happened(), u" > 02"_s);
     // So does a double click whose first press did not arrive.
@@ -70,13 +69,8 @@ TEST_F(KeyedTreeTest, AClickIsToldEachTimeAndOnlyByTheLeftButtonOnTheNode) {
     EXPECT_EQ(happened(), u"0102 > 0102"_s);
 }
 
-TEST_F(KeyedTreeTest, KeysThatMoveTheSelectionTellItAndTheProgramTellsNothing) {
-    tree.selectNode(node(u"01"_s));
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Down, Qt::Key_Home})
-        QTest::keyClick(&tree, key);
-    EXPECT_EQ(happened(), u"0101 03 01 > 01"_s);
-    QTest::keyClicks(&tree, u"02"_s);
-    EXPECT_TRUE(happened().endsWith(u"> 02"_s));
+TEST_F(KeyedTreeTest, KeysTellWhatTheyAskForOnceAndTheProgramTellsNothing) {
+    tree.selectNode(node(u"02"_s));
     // Asked for once, however long the key is held.
     for (const int key : {Qt::Key_F2, Qt::Key_Delete})
         for (const bool repeats : {false, true}) {

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDir>
+#include <QKeySequenceEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -17,9 +18,8 @@
 #include <QToolBar>
 
 #include "app/base/Definitions.h"
-#include "app/shell/frmMain.h"
-#include "editor/frmEditor.h"
 #include "storage/LibraryConnection.h"
+#include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
 #include "tests/support/Libraries.h"
@@ -28,17 +28,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Claims every key for itself, as text boxes do with some, and on some systems with Ctrl+E.
-class GreedyBox : public QLineEdit {
-public:
-    using QLineEdit::QLineEdit;
-    bool event(QEvent* event) override {
-        if (event->type() == QEvent::ShortcutOverride)
-            event->accept();
-        return event->type() == QEvent::ShortcutOverride || QLineEdit::event(event);
-    }
-};
 
 /// The main window as a user has it after the start.
 class MainWindow : public ::testing::Test {
@@ -53,7 +42,7 @@ protected:
     void run(int id) {
         window.commandBars()->execute(id);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
+        EditorDriver::settle();
     }
 
     QString load(const QString& name) {
@@ -69,10 +58,12 @@ protected:
         return all.join(u' ');
     }
 
-    /// Lets the dialog that comes next have each of the names typed into its box `box`, in place of what is there, and
-    /// closes it when it is still there.
-    static std::function<void(QWidget*)> entering(const QString& box, const QStringList& names) {
-        return [=](QWidget* dialog) {
+    /// Runs a command whose dialog has the box `box`, and has each of the names typed into that, in place of what is
+    /// there; a dialog that is still there then is left. Message boxes are answered with `presses`. Gives what they
+    /// said.
+    QString enter(int command, const QString& box, const QStringList& names, std::initializer_list<int> presses = {}) {
+        ModalAnswers answers;
+        answers.then([&](QWidget* dialog) {
             auto* line = dialog->findChild<QLineEdit*>(box);
             for (const QString& name : names) {
                 EXPECT_TRUE(makeActive(dialog));
@@ -82,24 +73,19 @@ protected:
             }
             if (dialog->isVisible())
                 QTest::keyClick(dialog, Qt::Key_Escape);
-        };
-    }
-
-    /// Runs New with these names and answers the boxes that come; gives what was said.
-    QString make(const QStringList& names, std::initializer_list<int> presses = {}) {
-        ModalAnswers answers;
-        answers.then(entering(u"txtFileName"_s, names));
+        });
         for (const int button : presses)
             answers.press(button);
-        run(256);
+        run(command);
         return answers.seen().mid(1).join(u' ');
+    }
+    QString make(const QStringList& names, std::initializer_list<int> presses = {}) {
+        return enter(256, u"txtFileName"_s, names, presses);
     }
 
     /// Opens `name`; gives the library in front and how many are open.
     QString open(const QString& name) {
-        ModalAnswers answers;
-        answers.then(entering(u"fileNameEdit"_s, {name}));
-        run(257);
+        enter(257, u"fileNameEdit"_s, {name});
         return window.activeEditor()->DBFilePath() + QString::number(window.editors().size());
     }
 
@@ -127,14 +113,13 @@ TEST_F(MainWindow, HasOneSetOfMenusWithoutAndOneWithLibraries) {
     const QStringList ordinary = {u"文件(&F): 新建(&N) 打开(&O) &Window List 退出(&E)"_s, u"帮助(&H): 帮助 关于"_s};
     EXPECT_EQ(shownMenus(), ordinary);
     EXPECT_FALSE(window.commandBars()->isEnabled(260) || window.commandBars()->isEnabled(261));
-    for (const int id : {256, 257, 260, 769})
-        EXPECT_EQ(window.commandBars()->action(id)->icon().isNull(), id == 260) << id;
     load(u"a&b.bdb"_s);
     load(u"c.bdb"_s);
     QCoreApplication::processEvents();
-    EXPECT_EQ(shownMenus(),
-              QStringList({u"文件(&F): 新建(&N) 打开(&O) 关闭(&C) 关闭全部(&L) 退出(&E)"_s,
-                           u"窗口(&W): 层叠窗口 横排窗口 竖排窗口 &1 a&&b.bdb &2 c.bdb"_s, u"帮助(&H): 帮助 关于"_s}));
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(shownMenus(), QStringList({u"文件(&F): 新建(&N) 打开(&O) 关闭(&C) 关闭全部(&L) 退出(&E)"_s,
+                                             u"窗口(&W): 层叠窗口 横排窗口 竖排窗口 &1 a&&b.bdb &2 c.bdb"_s,
+                                             u"帮助(&H): 帮助 关于"_s}));
     // The pane shows what the active library says.
     const auto* pane = window.statusBar()->findChild<QLabel*>();
     Q_EMIT window.activeEditor()->statusText(u"<b>查找"_s);
@@ -165,7 +150,8 @@ TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
     EXPECT_TRUE(makeActive(&window));
     for (const Qt::Key close : {Qt::Key_E, Qt::Key_F4}) {
         load(u"c.bdb"_s);
-        auto* box = new GreedyBox(window.activeEditor());
+        // Claims every key for itself, as text boxes do with some, and on some systems with Ctrl+E.
+        auto* box = new QKeySequenceEdit(window.activeEditor());
         box->show();
         box->setFocus();
         QTest::keyClick(box, close, Qt::ControlModifier);
@@ -188,9 +174,8 @@ TEST_F(MainWindow, PlaceholdersAnnounceThemselvesAndOnlyExitAsks) {
 
 TEST_F(MainWindow, NewRefusesBadNamesAsksBeforeItReplacesALibraryAndNeverTouchesAnOpenOne) {
     using enum QMessageBox::StandardButton;
-    const QString forbidden = u"输入错误: 文件不能包含下列任何字符之一：\\/:*?\"<>|"_s;
-    EXPECT_EQ(make({u"   "_s, u"a:b"_s, u"x|"_s, u" 新库.v2 "_s}, {Ok, Ok, Ok}),
-              u"输入错误: 输入文件名不能为空！ "_s + forbidden + u' ' + forbidden);
+    EXPECT_EQ(make({u"   "_s, u"x|"_s, u" 新库.v2 "_s}, {Ok, Ok}),
+              u"输入错误: 输入文件名不能为空！ 输入错误: 文件不能包含下列任何字符之一：\\/:*?\"<>|"_s);
     ASSERT_TRUE(window.activeEditor());
     EXPECT_EQ(window.activeEditor()->DBFilePath(), dataPath + u"新库.v2.bdb"_s);
 
@@ -206,8 +191,6 @@ TEST_F(MainWindow, NewRefusesBadNamesAsksBeforeItReplacesALibraryAndNeverTouches
     OtherProgram(path).run("INSERT INTO tblBill(Code) VALUES('010101001')");
     EXPECT_EQ(make({u"old"_s}, {Yes, Ok}), question + u" 提示: 创建文件失败！"_s);
     EXPECT_EQ(bills(), 1);
-    EXPECT_EQ(window.editors().size(), 2);
-
     // Where letter case counts this is another file.
     if (!QFile::exists(dataPath + u"OLD.bdb"_s)) {
         EXPECT_EQ(make({u"OLD"_s}), QString());
@@ -224,7 +207,7 @@ TEST_F(MainWindow, OpenShowsALibraryOnceAndBringsItToTheFrontAfterwards) {
     EXPECT_EQ(open(u"  first "_s), first + u'2');
     EXPECT_FALSE(window.activeEditor()->parentWidget()->isMinimized());
     EXPECT_EQ(open(dataPath + u"no such.bdb"_s), first + u'2');
-    open(second);
+    EXPECT_EQ(open(u" second "_s), second + u'2');
     // A file of its own where letter case counts; the comparison does not look at the file system.
     QFile::copy(first, dataPath + u"FIRST.BDB"_s);
     EXPECT_EQ(open(dataPath + u"FIRST.BDB"_s), first + u'2');
@@ -240,16 +223,26 @@ TEST_F(MainWindow, OpenShowsALibraryOnceAndBringsItToTheFrontAfterwards) {
     EXPECT_EQ(captions(), u"first.bdb second.bdb"_s);
 }
 
+// A companion that came later is not attached. What is uncommitted when the library is closed comes into the file with
+// a later event.
 TEST_F(MainWindow, ALibraryWhoseCompanionCannotBeDetachedKeepsItsConnection) {
     const QString path = load(u"first.bdb"_s);
-    // A companion that came later is not attached.
-    const Connection* connection = window.activeEditor()->ormConn();
+    Connection* connection = window.activeEditor()->ormConn();
     overwrite(companionPath(path), {});
+    connection->OpenRecordset("PRAGMA busy_timeout=0");
+    connection->Execute("SAVEPOINT s");
+    connection->Execute("INSERT INTO tblSYB(Code,Name) VALUES('77','x')");
     ModalAnswers answers;
     answers.closeAnything();
-    run(260);
+    {
+        OtherProgram reader(path);
+        reader.keepReading();
+        run(260);
+    }
     EXPECT_TRUE(window.editors().isEmpty());
-    EXPECT_EQ(answers.takePlaces(), QStringList{u"frmEditor.Form_Unload"_s});
+    EXPECT_EQ(answers.takePlaces(), QStringList({u"frmEditor.Form_Unload"_s, u"Connection.Commit"_s}));
+    EditorDriver::settle();
+    EXPECT_EQ(rowsInFile(path, "SELECT Name FROM tblSYB WHERE Code='77'"), QStringList{u"x"_s});
     EXPECT_EQ(connection->State(), 1);
     QFile::remove(companionPath(path));
 }
@@ -273,15 +266,11 @@ TEST_F(MainWindow, ArrangesItsWindowsAsTheCommandSaysAndLeavesRoomToWorkIn) {
             EXPECT_TRUE(area->currentSubWindow() == active && minimised->isMinimized());
             const QRect whole = area->viewport()->rect();
             QRegion covered;
-            int lanes = 0;
-            for (const QMdiSubWindow* one : area->subWindowList()) {
+            for (const QMdiSubWindow* one : area->subWindowList().mid(1)) {
                 const QRect place = one->geometry();
-                if (one == minimised)
-                    continue;
                 EXPECT_TRUE(whole.contains(place) && place.width() >= 200 && place.height() >= 220);
                 EXPECT_TRUE(id == 512 || !covered.intersects(place));
                 covered += place;
-                lanes += (id == 513 ? place.top() : place.left()) == 0 ? 1 : 0;
             }
             if (id == 512) {
                 EXPECT_EQ(area->subWindowList(QMdiArea::StackingOrder).constLast(), active);
@@ -290,7 +279,8 @@ TEST_F(MainWindow, ArrangesItsWindowsAsTheCommandSaysAndLeavesRoomToWorkIn) {
             } else {
                 EXPECT_EQ(active->pos(), QPoint(0, 0));
                 EXPECT_TRUE(covered == QRegion(whole));
-                EXPECT_EQ(lanes > 1, count > 3);
+                EXPECT_EQ(id == 513 ? active->width() == whole.width() : active->height() == whole.height(),
+                          count == 3);
             }
         }
     }

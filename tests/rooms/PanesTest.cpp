@@ -3,16 +3,21 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSplitter>
+#include <QStatusBar>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "editor/bills/BillTextBox.h"
 #include "editor/chapters/frmEditContent.h"
 #include "editor/contents/ContentPane.h"
+#include "ration_browser/frmDekBrowser.h"
 #include "storage/Lookups.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/Libraries.h"
@@ -32,6 +37,9 @@ const QString dekName = u"dekName"_s;
 class Panes : public testing::Test {
 protected:
     void list(const QString& chapter) { user.click(user.tree()->node(u'K' + chapter)); }
+    QString shown(int row, const QString& key, int role = Qt::DisplayRole) const {
+        return contents->model()->index(row, contents->column(key)).data(role).toString();
+    }
 
     const Rations rations;
     EditorDriver user{awkwardLibrary()};
@@ -65,26 +73,22 @@ TEST_F(Panes, WriteABoxOnceEachTimeItIsLeftButLentOnlyWhenChanged) {
         return now - std::exchange(before, now);
     };
     user.showPage(user.rule());
-    user.rule()->setFocus();
-    writes();
-    QTest::keyClick(user.rule(), Qt::Key_Tab);
-    EXPECT_EQ(writes(), 1) << "left unchanged";
-    user.typeInto(user.rule(), u"X"_s);
-    bills->setFocus();
-    EXPECT_EQ(writes(), 1);
-    user.rule()->setFocus();
     QWidget other;
-    for (const bool changed : {true, false}) {
-        if (changed)
-            EditorDriver::typeOver(user.rule(), u"Y"_s);
+    const auto lend = [&] {
         other.show();
         EditorDriver::activate(&other);
         user.activate();
         QMenu menu;
-        menu.addAction(u"x"_s);
         menu.popup(QPoint(5, 5));
-        menu.close();
-        EXPECT_EQ(writes(), changed ? 1 : 0);
+    };
+    for (const auto& [typed, lent, written] :
+         {std::tuple("", false, 1), {"X", false, 1}, {"", true, 0}, {"Y", true, 1}}) {
+        user.rule()->setFocus();
+        writes();
+        if (*typed)
+            EditorDriver::typeOver(user.rule(), QString::fromLatin1(typed));
+        lent ? lend() : user.key(user.rule(), Qt::Key_Tab);
+        EXPECT_EQ(writes(), written) << typed;
     }
 }
 
@@ -108,22 +112,12 @@ TEST(BillTextBox, KeepsWhatTheToolkitWouldReplace) {
 }
 
 TEST_F(Panes, LetEachRowBeChangedInItsWay) {
-    QStringList professions;
-    for (int i = 0; i < user.profession()->count(); ++i)
-        professions << user.profession()->itemText(i) + user.profession()->itemData(i).toString();
-    EXPECT_EQ(professions.join(u' '), u"建筑1 装饰2 安装3 市政4 园林5 送电6 变电7 发电8 配网9"_s);
-    EXPECT_EQ(user.features()->comboList(u"type"_s), u"#0; |#1;数值|#2;枚举|#3;计算"_s);
     // A content, a second-level content, a ration.
     list(u"030101"_s);
     QStringList asked;
     QObject::connect(user.editor()->contentPane(), &ContentPane::rationWanted, contents,
                      [&](const QString& dekId) { asked << dekId; });
-    for (const auto& [row, limit] : {std::pair{0, 50}, {5, 50}, {6, 150}}) {
-        QWidget* editor = user.openEditor(contents, row, cont);
-        ASSERT_TRUE(editor);
-        EditorDriver::typeOver(editor, QString(200, u'x'));
-        EXPECT_EQ(qobject_cast<QLineEdit*>(editor)->text().size(), limit);
-        QTest::keyClick(editor, Qt::Key_Escape);
+    for (const int row : {0, 5, 6}) {
         EXPECT_FALSE(user.openEditor(contents, row, u"Unit"_s));
         EXPECT_EQ(user.openEditor(contents, row, dekName) != nullptr, row == 6);
         contents->cancelEdit();
@@ -131,14 +125,35 @@ TEST_F(Panes, LetEachRowBeChangedInItsWay) {
         user.key(contents, Qt::Key_F4);
     }
     EXPECT_EQ(asked, QStringList{u"AWKWARD"_s}) << "only ration rows ask for the browser";
-    EXPECT_EQ(contents->model()->index(6, contents->column(dekName)).data().toString(), u"特殊定额"_s);
-    // A new one is of the library for the leading digits of its bill.
+    EXPECT_EQ(shown(6, dekName), u"特殊定额"_s);
+    // A new one is of the library for the leading digits of its bill, also when these have changed.
     user.run(2, 402);
     EXPECT_EQ(contents->text(contents->row(), dekName), u"GD2018ZHDE03"_s);
+    list(u"03"_s);
+    user.run(1, 104);
+    contents->setCell(1, cont);
+    user.run(2, 402);
+    EXPECT_EQ(contents->text(contents->row(), dekName), u"GD2018ZHDE01"_s);
 }
 
-TEST_F(Panes, WarnOfARejectedCodeAndCallAMissingLibraryCritical) {
+TEST_F(Panes, MarkALibraryUntilItIsWrittenAndTakeTheCodeOfTheBrowserForOneHalfTyped) {
     list(u"030101"_s);
+    const auto isMarked = [this] { return shown(2, dekName, Qt::AccessibleDescriptionRole).contains(u"未写入文件"); };
+    const QString id = u"GD2018ZHDE03"_s;
+    QComboBox* libraries = user.openList(contents, 2, dekName, false);
+    EditorDriver::choose(libraries, libraries->findData(id), false);
+    EXPECT_TRUE(isMarked());
+    user.edit(contents, 2, cont, rations.library(id).codes.first());
+    EXPECT_FALSE(isMarked());
+    user.key(contents, Qt::Key_F4);
+    auto* browser = frmDekBrowser::shared(user.window());
+    user.activate();
+    EditorDriver::typeOver(user.openEditor(contents, 2, cont), u"A9"_s);
+    EditorDriver::activate(browser);
+    const QString code = rations.library(id).codes.last();
+    user.editor()->WinCommand(RationMode::Replace, code, id);
+    EXPECT_EQ(contents->text(2, cont).section(u']', 0, 0), u'[' + code);
+    // A code that is not there is a warning, a library that is not there is critical.
     ModalAnswers answers;
     for (const QMessageBox::Icon icon : {QMessageBox::Warning, QMessageBox::Critical})
         answers.then([icon](QWidget* box) {
@@ -146,32 +161,66 @@ TEST_F(Panes, WarnOfARejectedCodeAndCallAMissingLibraryCritical) {
             QTest::keyClick(box, Qt::Key_Return);
         });
     user.edit(contents, 2, cont, u"zz"_s);
-    contents->cancelEdit();
     EXPECT_FALSE(user.editor()->contentPane()->EditBillContDe(u"A1-1"_s, u"not listed"_s));
-    EXPECT_EQ(answers.seen(), (QStringList{u"提示: 定额 [ZZ] 不存在, 请重新输入!"_s, u"提示: 定额库文件不存在!"_s}));
 }
 
-TEST_F(Panes, HaveIconsForTheirCommands) {
+TEST_F(Panes, HaveIconsForTheirCommandsAndKeepTheirSizes) {
     for (const auto& [host, ids] : {std::pair(1, QList{100, 101, 102, 103, 104, 105, 106, 107}),
                                     {2, QList{200, 201, 202, 104, 105, 300, 301, 400, 401}}})
         for (const int id : ids)
             EXPECT_FALSE(user.editor()->commandBars(host)->action(id)->icon().isNull()) << id;
-    EXPECT_EQ(user.editor()->commandBars(1)->action(107)->statusTip(), u"最近打开清单库"_s);
+    // A command that a menu calls by another name is enabled there when it is.
+    list(u"010101"_s);
+    const QAction* moveUp = user.editor()->findChild<QMenu*>(u"Bill Menu"_s)->actions()[2];
+    for (const int row : {0, 1}) {
+        user.click(bills, row, u"Code"_s);
+        EditorDriver::settle();
+        EXPECT_EQ(moveUp->isEnabled(), row == 1);
+    }
+    // The wheel turns a box only with the focus.
+    QComboBox* box = user.profession();
+    for (QWidget* focused : std::initializer_list<QWidget*>{user.tree(), box}) {
+        focused->setFocus();
+        QWheelEvent wheel({1, 1}, box->mapToGlobal(QPointF(1, 1)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box, &wheel);
+        EXPECT_EQ(box->currentIndex(), focused == box ? 1 : 0);
+    }
+    const auto split = [this] { return user.editor()->findChild<QSplitter*>(u"chaptersAndBills"_s); };
+    const int width = split()->sizes().first() + 40;
+    split()->setSizes({width, split()->sizes().last() - 40});
+    user.close();
+    user.open();
+    EXPECT_EQ(split()->sizes().first(), width);
 }
 
-TEST(EditContent, EnterOnCancelCancelsAndValiCharsFilterWhatIsTyped) {
+TEST(ChapterPane, ChaptersOfUnequalCodeLengthDoNotChangePlaces) {
+    EditorDriver user(libraryAtTheLimits());
+    user.click(user.tree()->node(u"K99"_s));
+    ModalAnswers answers;
+    answers.then([](QWidget* dialog) {
+        typeText(dialog->findChild<QLineEdit*>(u"txtContent"_s), u"x"_s);
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    user.run(1, 100);
+    user.run(1, 104);
+    EXPECT_EQ(user.window()->statusBar()->findChild<QLabel*>()->text(), u"“100”和“99”的编号长度不同，不能互换位置"_s);
+    EXPECT_EQ(rowsInFile(user.path(), "SELECT Code FROM tblSYB WHERE Name='x'"), QStringList{u"100"_s});
+}
+
+TEST(EditContent, EnterOnCancelCancelsTheCloseBoxDoesNotAndValiCharsFilterWhatIsTyped) {
     QWidget window;
     frmEditContent dialog(&window);
     dialog.setContent(u"旧名"_s);
     ModalAnswers answers;
-    answers.then([&](QWidget*) {
+    answers.then(&QWidget::close).then([&](QWidget*) {
         auto* cancel = dialog.findChild<QPushButton*>(u"cmdCancel"_s);
         cancel->setFocus();
         QTest::keyClick(cancel, Qt::Key_Return);
     });
-    dialog.exec();
-    EXPECT_EQ(dialog.Content(), QString());
-
+    for (const QString& content : {u"旧名"_s, QString()}) {
+        dialog.exec();
+        EXPECT_EQ(dialog.Content(), content);
+    }
     dialog.setValiChars(u"ab1"_s);
     auto* box = dialog.findChild<QLineEdit*>(u"txtContent"_s);
     box->clear();
