@@ -81,6 +81,8 @@ int ChangeRecorder::timeStampOf(const char* table) const {
 }
 
 ChangeRecorder::Extent ChangeRecorder::extentOf(const QByteArray& changes) const {
+    if (changes.isEmpty())
+        return Extent::NothingSeen;
     QByteArray bytes = changes;
     sqlite3_changeset_iter* rows = nullptr;
     if (sqlite3changeset_start(&rows, static_cast<int>(bytes.size()), bytes.data()) != SQLITE_OK)
@@ -88,7 +90,7 @@ ChangeRecorder::Extent ChangeRecorder::extentOf(const QByteArray& changes) const
     const std::unique_ptr<sqlite3_changeset_iter, int (*)(sqlite3_changeset_iter*)> closing(rows,
                                                                                             sqlite3changeset_finalize);
     int count = 0;
-    bool nothingSeen = true;
+    bool nothingSeen = true, standsForItself = true;
     while (sqlite3changeset_next(rows) == SQLITE_ROW) {
         const char* table = nullptr;
         int columns = 0, operation = 0, indirect = 0;
@@ -96,6 +98,8 @@ ChangeRecorder::Extent ChangeRecorder::extentOf(const QByteArray& changes) const
         if (operation != SQLITE_UPDATE || (++count > 1 && !nothingSeen))
             return Extent::ManyRows;
         const int timeStamp = timeStampOf(table);
+        // Rows of one second-level content have its text in common.
+        standsForItself = standsForItself && sqlite3_stricmp(table, "tblContDe") != 0;
         for (int column = 0; column < columns; ++column) {
             sqlite3_value *before = nullptr, *after = nullptr;
             sqlite3changeset_old(rows, column, &before);
@@ -104,7 +108,7 @@ ChangeRecorder::Extent ChangeRecorder::extentOf(const QByteArray& changes) const
             nothingSeen = nothingSeen && !isSeen;
         }
     }
-    return nothingSeen ? Extent::NothingSeen : count == 1 ? Extent::OneRow : Extent::ManyRows;
+    return nothingSeen ? Extent::NothingSeen : count == 1 && standsForItself ? Extent::OneRow : Extent::ManyRows;
 }
 
 bool ChangeRecorder::apply(const QByteArray& changes, Direction direction) {

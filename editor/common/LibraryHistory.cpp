@@ -38,38 +38,38 @@ void LibraryHistory::forget() {
     m_undone.clear();
 }
 
-/// Whether anything was written since the last step that the user can see.
-bool LibraryHistory::takeChanges() {
+/// What kind of changes were written since the last step.
+ChangeRecorder::Extent LibraryHistory::takeChanges() {
+    using Extent = ChangeRecorder::Extent;
     QByteArray changes;
+    Extent extent = Extent::NothingSeen;
     bool isOurs = false;
     const bool isTaken = succeeds([&] {
         changes = m_changes.take();
+        extent = m_changes.extentOf(changes);
         isOurs = !m_shown.isChanged();
     });
+    m_isStepBegun = false;
+    m_shown.acceptOwnWrites();
     // The record is made after the commit: another program's write in between would stand in it as the user's own.
     if (!isTaken || !isOurs) {
         forget();
-        changes.clear();
+        return Extent::NothingSeen;
     }
-    m_isStepBegun = false;
-    m_shown.acceptOwnWrites();
-    if (changes.isEmpty())
-        return false;
-    m_unnamed.push_back(changes);
-    return m_changes.extentOf(changes) != ChangeRecorder::Extent::NothingSeen;
+    if (!changes.isEmpty())
+        m_unnamed.push_back(changes);
+    return extent;
 }
 
 void LibraryHistory::did(const QString& what) {
-    guarded({"LibraryHistory", "did"}, [&] {
-        if (!takeChanges())
-            return;
-        const bool isOneRow =
-            m_unnamed.size() == 1 && m_changes.extentOf(m_unnamed.front()) == ChangeRecorder::Extent::OneRow;
-        m_done.push_back({what, std::exchange(m_unnamed, {}), m_before, m_view.place(), m_othersWrites, isOneRow});
-        m_undone.clear();
-        dropOldest();
-        Q_EMIT said(u"已"_s + what, m_done.empty() ? Offer::Nothing : Offer::Undo);
-    });
+    const ChangeRecorder::Extent extent = takeChanges();
+    if (extent == ChangeRecorder::Extent::NothingSeen)
+        return;
+    const bool isOneRow = m_unnamed.size() == 1 && extent == ChangeRecorder::Extent::OneRow;
+    m_done.push_back({what, std::exchange(m_unnamed, {}), m_before, m_view.place(), m_othersWrites, isOneRow});
+    m_undone.clear();
+    dropOldest();
+    Q_EMIT said(u"已"_s + what, m_done.empty() ? Offer::Nothing : Offer::Undo);
 }
 
 void LibraryHistory::dropOldest() {

@@ -60,7 +60,7 @@ private:
     bool apply(const Step& step, ChangeRecorder::Direction direction);
     void aboutToWrite();
     void eventIsOver();
-    bool takeChanges();
+    ChangeRecorder::Extent takeChanges();
     void forget();
     void dropOldest();
 

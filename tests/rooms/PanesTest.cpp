@@ -143,14 +143,14 @@ TEST_F(Panes, MarkALibraryUntilItIsWrittenAndTakeTheCodeOfTheBrowserForOneHalfTy
     QComboBox* libraries = user.openList(contents, 2, dekName, false);
     EditorDriver::choose(libraries, libraries->findData(id), false);
     EXPECT_TRUE(isMarked());
-    user.edit(contents, 2, cont, rations.library(id).codes.first());
+    user.edit(contents, 2, cont, rations.library(id).names.firstKey());
     EXPECT_FALSE(isMarked());
     user.key(contents, Qt::Key_F4);
     auto* browser = frmDekBrowser::shared(user.window());
     user.activate();
     EditorDriver::typeOver(user.openEditor(contents, 2, cont), u"A9"_s);
     EditorDriver::activate(browser);
-    const QString code = rations.library(id).codes.last();
+    const QString code = rations.library(id).names.lastKey();
     user.editor()->WinCommand(RationMode::Replace, code, id);
     EXPECT_EQ(contents->text(2, cont).section(u']', 0, 0), u'[' + code);
     // A code that is not there is a warning, a library that is not there is critical.
