@@ -68,22 +68,26 @@ protected:
 
     QString sideFile() const { return orders.library + u"-journal"_s; }
 
-    std::unique_ptr<ShippedProgram> start(const Orders& with) {
+    std::unique_ptr<ShippedProgram> start(const Orders& with) { return start(with, display); }
+    static std::unique_ptr<ShippedProgram> start(const Orders& with, const VirtualDisplay& on) {
         QFile::remove(with.journal);
         return std::make_unique<ShippedProgram>(
             QStringList{with.library},
-            display.variables() + ShippedProgram::Variables{{u"QT_PLUGIN_PATH"_s, QStringLiteral(TESSEL_PLUGINS)},
-                                                            {u"QT_QPA_GENERIC_PLUGINS"_s, u"user"_s},
-                                                            {QLatin1String(Orders::variable), with.toText()}});
+            on.variables() + ShippedProgram::Variables{{u"QT_PLUGIN_PATH"_s, QStringLiteral(TESSEL_PLUGINS)},
+                                                       {u"QT_QPA_GENERIC_PLUGINS"_s, u"user"_s},
+                                                       // Another user's program does not know of this one.
+                                                       {u"XDG_CONFIG_HOME"_s, with.journal + u".config"_s},
+                                                       {QLatin1String(Orders::variable), with.toText()}});
     }
 
     /// Lets the program do all that was ordered, where nothing may be wrong.
-    Journal whole(const Orders& with) {
-        const auto program = start(with);
-        const bool ended = program->waitForEnd();
+    Journal whole(const Orders& with) { return endOf(*start(with), with); }
+
+    static Journal endOf(ShippedProgram& program, const Orders& with) {
+        const bool ended = program.waitForEnd();
         const Journal journal(with.journal);
         EXPECT_EQ(journal.said[u"wrong"_s], QStringList());
-        EXPECT_TRUE(ended && journal.said.contains(u"done"_s)) << qPrintable(program->lastWords().right(4000));
+        EXPECT_TRUE(ended && journal.said.contains(u"done"_s)) << qPrintable(program.lastWords().right(4000));
         return journal;
     }
 
@@ -137,7 +141,88 @@ protected:
     int insideTransaction = 0;
 };
 
+/// What finds no row in a library that is whole.
+const char* const faults[] = {
+    "SELECT Code FROM tblBill GROUP BY Code HAVING count(*)>1",
+    "SELECT Code FROM tblSYB GROUP BY Code HAVING count(*)>1",
+    "SELECT substr(Code,1,6) AS c FROM tblBill GROUP BY c HAVING max(Code)<>c||printf('%03d',count(*))",
+    "SELECT BillID FROM tblCont GROUP BY BillID HAVING min(Num)<>1 OR max(Num)<>count(*) OR count(DISTINCT "
+    "Num)<max(Num)",
+    "SELECT ContID,SubNum FROM tblContDe GROUP BY ContID,SubNum HAVING count(DISTINCT SubCont)>1",
+    "SELECT c.ID FROM tblCont c JOIN tblBill b ON b.ID=c.BillID WHERE c.Code<>b.Code",
+    "SELECT ID FROM tblCont WHERE BillID NOT IN (SELECT ID FROM tblBill)",
+    "SELECT ID FROM tblContDe WHERE ContID NOT IN (SELECT ID FROM tblCont)",
+    "SELECT ID FROM tblBillSpec WHERE BillID NOT IN (SELECT ID FROM tblBill)",
+    "SELECT ID FROM tblSpecEnum WHERE SpecID NOT IN (SELECT ID FROM tblBillSpec)",
+    "SELECT ID FROM tblParm WHERE BillID NOT IN (SELECT ID FROM tblBill)",
+};
+
+/// Of all recorded errors those that have no reason: the other one was quicker, or a text had an apostrophe in it.
+QStringList unforeseenErrors(const QString& log) {
+    QStringList records = QString::fromUtf8(bytesOf(log)).split(QString(80, u'='));
+    records.removeIf([](const QString& record) {
+        return !record.contains(u"错误号码"_s) || record.contains(u"错误号码: 5\r"_s) || record.contains(u"单引号"_s);
+    });
+    return records;
+}
+
 }  // namespace
+
+// Two users, each with a process and a display, work on one library at the same time.
+TEST_F(Killed, TwoUsersDoNoHarmToEachOther) {
+    const QString log = joinPath(programFolder(), u"Error.log"_s);
+    const VirtualDisplay otherDisplay;
+    const VirtualDisplay* const displays[] = {&display, &otherDisplay};
+    qint64 noticed = 0, named = 0;
+    repeated(2, [&](unsigned seed) {
+        QFile::remove(log);
+        const QTemporaryDir here;
+        const QString path = sampleCopy();
+        OtherProgram library(path);
+        // In a small library they get into each other's way.
+        library.run("DELETE FROM tblSYB WHERE Code NOT IN ('01','0104','010401','010403','04','0402','040203')");
+        std::vector<Orders> each;
+        std::vector<std::unique_ptr<ShippedProgram>> programs;
+        for (const VirtualDisplay* on : displays) {
+            const auto number = static_cast<unsigned>(each.size());
+            each.push_back({.library = path,
+                            .journal = joinPath(here.path(), QString::number(number)),
+                            .seed = 2 * seed + number,
+                            .steps = 60,
+                            .go = joinPath(here.path(), u"go"_s)});
+            programs.push_back(start(each.back(), *on));
+        }
+        for (const int part : {0, 1, 2}) {
+            for (const std::size_t one : {0U, 1U})
+                if (!programs[one]->waitUntil(
+                        [&] { return Journal(each[one].journal).said[u"rest"_s].size() == part + 1; }))
+                    return (void)endOf(*programs[one], each[one]);
+            for (const char* fault : faults)
+                EXPECT_EQ(library.rows(QLatin1String(fault)), Rows()) << fault;
+            // What a third one writes both must notice.
+            if (part == 2)
+                library.run("UPDATE tblSYB SET Name=Name||'…'");
+            overwrite(each[0].go + QString::number(part), {});
+        }
+        for (const std::size_t one : {0U, 1U}) {
+            Journal journal = endOf(*programs[one], each[one]);
+            QMap<QString, QString> names;
+            for (const QString& line : journal.said[u"named"_s])
+                names[line.section(u' ', 0, 0)] = line.section(u' ', 1);
+            for (auto name = names.begin(); name != names.end(); ++name)
+                EXPECT_EQ(library.run("SELECT Name FROM tblBill WHERE ID=?", {name.key()}), QStringList{*name});
+            const QStringList said = journal.said[u"said"_s];
+            EXPECT_TRUE(!said.isEmpty() && said.last().startsWith(u"另一个程序修改了"_s));
+            noticed += said.filter(u"另一个程序修改了"_s).size();
+            named += names.size();
+        }
+        EXPECT_EQ(library.run("PRAGMA integrity_check"), QStringList{u"ok"_s});
+        EXPECT_EQ(unforeseenErrors(log), QStringList());
+    });
+    EXPECT_GT(named, 0);
+    counted(u"changes of another user noticed"_s, noticed);
+    counted(u"names given beside another user"_s, named);
+}
 
 TEST_F(Killed, LosesNothing) {
     repeated(2, [this](unsigned seed) {

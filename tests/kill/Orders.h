@@ -18,12 +18,22 @@ struct Orders {
     bool checked = false;  ///< every step is judged, and what the file holds is written down
     qint64 endAt = 0;      ///< the process is killed at this change of a file, from the first step on; 0: it is not
 
+    QString go = {};  ///< of two users: after the n-th rest they go on when the file of this path and n is there
+
     QString toText() const {
-        return u"%1|%2|%3|%4|%5|%6"_s.arg(library, journal).arg(seed).arg(steps).arg(checked ? 1 : 0).arg(endAt);
+        return QStringList{library,
+                           journal,
+                           QString::number(seed),
+                           QString::number(steps),
+                           QString::number(checked),
+                           QString::number(endAt),
+                           go}
+            .join(u'|');
     }
     static Orders fromText(const QString& text) {
         const QStringList parts = text.split(u'|');
-        return {parts[0], parts[1], parts[2].toUInt(), parts[3].toInt(), parts[4] == u"1", parts[5].toLongLong()};
+        return {parts[0], parts[1], parts[2].toUInt(), parts[3].toInt(), parts[4] == u"1", parts[5].toLongLong(),
+                parts[6]};
     }
 };
 
@@ -33,6 +43,9 @@ struct Orders {
 ///   end        the window shows the result of the step
 ///   changes N  as many operations changed files from the first step on
 ///   wrong T    something is not as it has to be
+///   rest       one of two users has done a part of the work
+///   said T     the status bar says this
+///   named I N  the window shows the name N that was typed for the bill with the id I
 ///   done       the program was closed as a user closes it
 struct Journal {
     std::vector<QStringList> contents = std::vector<QStringList>(1);  ///< by step; 0: before the first

@@ -1,14 +1,22 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QCursor>
 #include <QFile>
 #include <QGenericPlugin>
 #include <QMessageBox>
+#include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
+#include "editor/bills/BillPane.h"
+#include "editor/bills/FeaturePane.h"
+#include "editor/chapters/ChapterPane.h"
+#include "editor/common/LibraryDocument.h"
+#include "editor/contents/ContentPane.h"
 #include "tests/kill/Orders.h"
 #include "tests/support/FaultyDisk.h"
 #include "tests/support/ModalAnswers.h"
@@ -21,7 +29,9 @@ namespace {
 class User : public QObject {
 public:
     explicit User(Orders orders) : m_orders(std::move(orders)), m_journal(m_orders.journal) {
-        disk();
+        // It does not wait for locks; two users must.
+        if (m_orders.go.isEmpty())
+            disk();
         m_journal.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
         if (m_orders.checked)
             disk().whenChanged([this] { noteContent(); });
@@ -61,7 +71,13 @@ private:
         }
         // Nothing under the mouse takes part.
         QCursor::setPos(QPoint(0, 0));
-        m_user = std::make_unique<RandomUser>(*m_driver, m_orders.seed, RandomUser::Habits());
+        const bool alone = m_orders.go.isEmpty();
+        m_user = std::make_unique<RandomUser>(*m_driver, m_orders.seed, RandomUser::Habits{alone, alone});
+        if (!alone) {
+            connect(&m_driver->editor()->library(), &LibraryDocument::said, this,
+                    [this](const QString& text) { note(u"said "_s + text); });
+            return rest();
+        }
         if (m_orders.checked) {
             m_judge = std::make_unique<Judge>(*m_driver, *m_user);
             noteContent();
@@ -75,26 +91,121 @@ private:
     }
 
     void step() {
+        if (m_done == m_orders.steps && !m_orders.go.isEmpty())
+            return rest();
         if (m_done == m_orders.steps) {
             next(&User::leave);
             return;
         }
         ++m_done;
         note(u"begin"_s);
-        m_user->step();
+        if (m_orders.go.isEmpty())
+            m_user->step();
+        else
+            stepBesideAnother();
         if (m_orders.checked)
             noteContent();
+        endIfWrong();
+        note(u"end"_s);
+        next(&User::step);
+    }
+
+    void endIfWrong() {
         if (::testing::UnitTest::GetInstance()->Failed()) {
             note(u"wrong at step %1: %2"_s.arg(m_done).arg(m_user->story().replace(u'\n', u';')));
             std::fflush(nullptr);
             std::_Exit(1);
         }
-        note(u"end"_s);
-        next(&User::step);
     }
 
+    /// Waits, between the parts of the work, for what Orders::go says.
+    void rest() {
+        if (!m_resting)
+            note(u"rest"_s);
+        m_resting = !QFile::exists(m_orders.go + QString::number(m_part));
+        if (m_resting) {
+            QTimer::singleShot(5, this, &User::rest);
+            return;
+        }
+        m_done = 0;
+        next(++m_part == 3 ? &User::compare : &User::step);
+    }
+
+    /// First anything at random, with steps taken back; then names are given to bills that the other leaves alone,
+    /// while both go on adding and moving them.
+    void stepBesideAnother() {
+        const int what = upTo(3);
+        const bool names = m_part == 2;
+        // Not among results: a delete there steps bills of other chapters back, and codes meet.
+        if (what == 0 && !names && !m_driver->editor()->library().listsQuery())
+            return m_user->step();
+        ModalAnswers answers;
+        answers.otherwise([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
+        m_driver->activate();
+        if (what == 1 && !names) {
+            QWidget* focus = QApplication::focusWidget();
+            m_driver->key(focus ? focus : m_driver->window(), upTo(3) ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
+        } else {
+            arrangeBills(names && what > 0, names ? 3 : 4);
+        }
+        EditorDriver::settle();
+    }
+
+    /// In the first chapter that has bills, in the window of either.
+    void arrangeBills(bool name, int commands) {
+        const QList<KeyedTree::Node*> nodes = m_driver->tree()->nodes();
+        const auto chapter =
+            std::find_if(nodes.begin(), nodes.end(), [](const auto* node) { return KeyedTree::tag(node).size() == 6; });
+        KeyedGrid* bills = m_driver->bills();
+        if (chapter != nodes.end() &&
+            (*chapter != m_driver->tree()->selectedNode() || m_driver->editor()->library().listsQuery()))
+            m_driver->click(*chapter);
+        // What is done at the end of the list meets no row that another step has touched.
+        const int row = upTo(2) == 0 ? bills->rowCount() - 1 : upTo(bills->rowCount());
+        const QString id = bills->text(row, u"id"_s);
+        if (!name) {
+            m_driver->click(bills, row, u"Code"_s);
+            const int ids[] = {104, 105, 200, 201};
+            m_driver->run(2, ids[upTo(commands)]);
+        } else if (id.toLongLong() % 2 == m_orders.seed % 2) {
+            const QString text = u"%1号%2"_s.arg(m_orders.seed).arg(m_done);
+            m_driver->edit(bills, row, u"Name"_s, text);
+            EditorDriver::settle();
+            for (const QStringList& bill : rowsOf(bills))
+                if (bill[BillCell::Id] == id && bill[BillCell::Name] == text)
+                    note(u"named %1 %2"_s.arg(id, text));
+        }
+    }
+
+    /// A window that comes to the front shows what the file holds, as another does that is opened on it now.
+    void compare() {
+        {
+            ModalAnswers answers;
+            answers.closeAnything();
+            QWidget elsewhere;
+            elsewhere.show();
+            EditorDriver::activate(&elsewhere);
+            m_driver->activate();
+            EditorDriver::settle();
+        }
+        const Snapshot shown = snapshotOf(*m_driver->editor());
+        frmEditor fresh(m_driver->window());
+        fresh.setDBFilePath(m_orders.library);
+        EXPECT_TRUE(fresh.Form_Load());
+        fresh.contentPane()->cboProfession()->setCurrentIndex(m_driver->profession()->currentIndex());
+        fresh.chapterPane()->tvSYB_NodeClick(fresh.chapterPane()->tvSYB()->node(u'K' + shown.chapter));
+        fresh.billPane()->grdBillList()->setRow(shown.bill);
+        fresh.featurePane()->grdSpec()->setRow(shown.feature);
+        EXPECT_EQ(textOf(shown), textOf(snapshotOf(fresh)));
+        endIfWrong();
+        next(&User::leave);
+    }
+
+    int upTo(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(qMax(count, 1))); }
+
     void leave() {
-        note(u"changes %1"_s.arg(disk().operations()));
+        if (m_orders.go.isEmpty())
+            note(u"changes %1"_s.arg(disk().operations()));
         m_judge.reset();
         m_user.reset();
         ModalAnswers answers;
@@ -106,6 +217,9 @@ private:
     const Orders m_orders;
     QFile m_journal;
     QString m_content;
+    std::mt19937 m_random{m_orders.seed};
+    int m_part = 0;
+    bool m_resting = false;
     int m_done = 0;
     std::unique_ptr<EditorDriver> m_driver;
     std::unique_ptr<RandomUser> m_user;
