@@ -12,11 +12,11 @@
 using namespace Qt::StringLiterals;
 
 void frmEditor::WinCommand(RationMode mode, const QString& deh, const QString& dekID) {
+    // A code that is only half typed gives way to the chosen one.
+    m_contents->dropTypedCode();
+    if (!mayRunCommand())
+        return;
     guarded({"frmEditor", "WinCommand"}, [&] {
-        // A code that is only half typed gives way to the chosen one.
-        m_contents->dropTypedCode();
-        if (!mayRunCommand())
-            return;
         if (mode == RationMode::Insert)
             m_contents->insertRation(deh, dekID);
         else

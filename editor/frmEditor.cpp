@@ -1,6 +1,5 @@
 #include "editor/frmEditor.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QTabWidget>
 #include <QTimer>
@@ -120,10 +119,10 @@ void frmEditor::Form_Unload() {
     m_library->close();
 }
 
-/// Not under a dialog: the command that asks goes on with what it had when that is answered. It is kept from writing
-/// then, and the window is shown afresh when it is over.
+/// Not while a command runs, which may ask something: it holds on to the rows and nodes that it saw. It is kept from
+/// writing then, and the window is shown afresh when it is over.
 bool frmEditor::readAfresh() {
-    return m_library->history() && !QApplication::activeModalWidget() && m_library->history()->showChangesOfOthers();
+    return m_library->history() && !UserEvent::isGoingOn() && m_library->history()->showChangesOfOthers();
 }
 
 /// A command acts on what is current: not when that has become something else because another program has written.
@@ -133,11 +132,13 @@ bool frmEditor::mayRunCommand() {
 }
 
 void frmEditor::undo() {
+    readAfresh();
     if (m_library->history())
         m_library->history()->undo();
 }
 
 void frmEditor::redo() {
+    readAfresh();
     if (m_library->history())
         m_library->history()->redo();
 }

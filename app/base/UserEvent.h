@@ -13,6 +13,9 @@ class UserEvent : public QObject {
 public:
     static UserEvent& instance();
 
+    /// Whether a guarded procedure is running, be it that it asks the user something.
+    static bool isGoingOn() { return instance().m_depth > 0; }
+
     /// Marks one guarded procedure as running for as long as it lives.
     class Scope {
     public:

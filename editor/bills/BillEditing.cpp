@@ -75,7 +75,9 @@ void BillPane::writeBox(BillTextBox& box, const BillColumn& column) {
             setCell(row, column, text);
     }
     m_library.did(changeOf(m_library.shownBill(), column));
-    if (isChanged && !billExists(m_library.connection(), box.billId()))
+    bool isThere = true;
+    succeeds([&] { isThere = billExists(m_library.connection(), box.billId()); });
+    if (isChanged && !isThere)
         showMessage(u"这条清单已被另一个程序删除，刚才输入的内容没有写入：\r\n"_s + text, u"提示"_s,
                     MessageIcon::Exclamation);
 }

@@ -25,9 +25,14 @@ LibraryHistory::LibraryHistory(Connection& connection, LibraryView& view)
 
 LibraryHistory::~LibraryHistory() { m_connection.beforeWriting = nullptr; }
 
+/// Throws Error when the file is no library any more.
+void LibraryHistory::expectLibrary() { m_connection.OpenRecordset("SELECT ID FROM main.tblSyb LIMIT 1;"); }
+
 void LibraryHistory::aboutToWrite() {
-    if (m_shown.isChanged())
+    if (m_shown.isChanged()) {
+        expectLibrary();
         throw Error(isBusy, u"另一个程序刚刚修改了这个清单库，操作没有执行。窗口将按文件重新显示，请再操作一次"_s);
+    }
     if (!std::exchange(m_isStepBegun, true))
         m_before = m_view.place();
 }
@@ -153,8 +158,6 @@ bool LibraryHistory::showChangesOfOthers() {
         // What is not committed yet is known to nobody else, and nobody else can write.
         if (m_isShowing || m_connection.isInTransaction())
             return false;
-        // A file that cannot be read is told of when it is to be read or written for the user: asked again and again,
-        // it would tell it without end.
         bool isChanged = false;
         if (!succeeds([&] { isChanged = m_shown.isChanged(); }))
             return false;
@@ -162,6 +165,10 @@ bool LibraryHistory::showChangesOfOthers() {
         if (!isChanged && (m_isStepBegun || !m_shown.isTouched()))
             return false;
         const QScopedValueRollback showing(m_isShowing, true);
+        // What is no library any more is told of when the user reads or writes it: here it would be told without end,
+        // because closing a message makes the window active again.
+        if (!succeeds([&] { expectLibrary(); }))
+            return false;
         if (!m_shown.accept())
             return false;
         if (isChanged) {

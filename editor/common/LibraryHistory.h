@@ -58,6 +58,7 @@ private:
 
     void go(ChangeRecorder::Direction direction);
     bool apply(const Step& step, ChangeRecorder::Direction direction);
+    void expectLibrary();
     void aboutToWrite();
     void eventIsOver();
     ChangeRecorder::Extent takeChanges();

@@ -179,6 +179,7 @@ TEST_F(Killed, TwoUsersDoNoHarmToEachOther) {
         const QTemporaryDir here;
         const QString path = sampleCopy();
         OtherProgram library(path);
+        library.run("PRAGMA busy_timeout=60000");
         // In a small library they get into each other's way.
         library.run("DELETE FROM tblSYB WHERE Code NOT IN ('01','0104','010401','010403','04','0402','040203')");
         std::vector<Orders> each;

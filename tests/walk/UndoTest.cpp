@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDateTime>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -180,6 +181,10 @@ TEST_F(Undo, AFileLaidOverTheLibraryIsSeenThoughItsCountOfChangesIsTheSame) {
     driver.editor()->showChangesOfOthers();
     EXPECT_EQ(driver.bills()->text(0, u"Name"_s), u"我的"_s);
     overwrite(path, bytesOf(copy));
+    QFile later(path);
+    ASSERT_TRUE(later.open(QIODevice::ReadWrite) &&
+                later.setFileTime(QDateTime::currentDateTime().addSecs(2), QFileDevice::FileModificationTime));
+    later.close();
     driver.editor()->showChangesOfOthers();
     EXPECT_EQ(driver.bills()->text(0, u"Name"_s), u"另一个文件"_s);
 }
