@@ -49,8 +49,8 @@ public:
     /// Sets the ration onto the current row when that is a ration's.
     void replaceRation(const QString& deh, const QString& dekID);
 
-    /// The row that was added for a ration and has no code yet; addBlankRation() adds it, if its second-level content is
-    /// there.
+    /// The row that was added for a ration and has no code yet; addBlankRation() adds it, if its second-level content
+    /// is there.
     BlankRation blankRation() const;
     void addBlankRation(const BlankRation& ration);
 

@@ -20,9 +20,9 @@
 #include "app/base/Definitions.h"
 #include "storage/LibraryConnection.h"
 #include "tests/support/EditorDriver.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
-#include "tests/support/Libraries.h"
 #include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;

@@ -13,9 +13,9 @@
 #include "app/base/Definitions.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "tests/support/EditorDriver.h"
+#include "tests/support/Libraries.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/OtherProgram.h"
-#include "tests/support/Libraries.h"
 #include "tests/support/Typing.h"
 
 namespace {
