@@ -146,8 +146,8 @@ const char* const faults[] = {
     "SELECT Code FROM tblBill GROUP BY Code HAVING count(*)>1",
     "SELECT Code FROM tblSYB GROUP BY Code HAVING count(*)>1",
     "SELECT substr(Code,1,6) AS c FROM tblBill GROUP BY c HAVING max(Code)<>c||printf('%03d',count(*))",
-    "SELECT BillID FROM tblCont GROUP BY BillID HAVING min(Num)<>1 OR max(Num)<>count(*) OR count(DISTINCT "
-    "Num)<max(Num)",
+    "SELECT BillID FROM tblCont GROUP BY BillID HAVING min(Num)<>1 OR max(Num)<>count(*)",
+    "SELECT BillID FROM tblCont GROUP BY BillID,Num HAVING count(*)>1",
     "SELECT ContID,SubNum FROM tblContDe GROUP BY ContID,SubNum HAVING count(DISTINCT SubCont)>1",
     "SELECT c.ID FROM tblCont c JOIN tblBill b ON b.ID=c.BillID WHERE c.Code<>b.Code",
     "SELECT ID FROM tblCont WHERE BillID NOT IN (SELECT ID FROM tblBill)",

@@ -2,6 +2,13 @@
 
 #include <QRegularExpression>
 
+namespace {
+
+/// A missing text is as good as an empty one, and a number as good as its digits.
+QString asShown(QString columns) { return columns.replace(u"["_s, u"ifnull(["_s).replace(u"]"_s, u"],'')||''"_s); }
+
+}  // namespace
+
 QString trimmed(QString text) { return text.remove(QRegularExpression(u"^ +| +\\z"_s)); }
 
 QString neighbourCode(const QString& code, int length, bool forward) {
@@ -42,8 +49,7 @@ void LibraryModel::expectFile(const QString& path) {
         rows(
             u"UPDATE main.%1 SET ID=(SELECT max(ID) FROM file.%1 WHERE ID NOT IN "
             "(SELECT ID FROM main.%1 WHERE ID IS NOT NULL)) WHERE ID IS NULL"_s.arg(table));
-        // A missing text is as good as an empty one, and a number as good as its digits.
-        const QString cells = QString(columns).replace(u"["_s, u"ifnull(["_s).replace(u"]"_s, u"],'')||''"_s);
+        const QString cells = asShown(columns);
         for (const QStringList& row :
              rows(u"SELECT 'is missing:',* FROM (SELECT %2 FROM main.%1 EXCEPT SELECT %2 FROM file.%1) UNION ALL "
                   "SELECT 'is unexpected:',* FROM (SELECT %2 FROM file.%1 EXCEPT SELECT %2 FROM main.%1)"_s.arg(table,
@@ -57,9 +63,10 @@ void LibraryModel::expectFile(const QString& path) {
 
 bool LibraryModel::isState(int state) {
     for (const auto& [table, columns] : m_columns)
-        if (!rows(u"SELECT 1 FROM (SELECT * FROM %1 EXCEPT SELECT * FROM [%1.%2]) UNION ALL "
-                  "SELECT 1 FROM (SELECT * FROM [%1.%2] EXCEPT SELECT * FROM %1)"_s.arg(table)
-                      .arg(state))
+        if (!rows(u"SELECT 1 FROM (SELECT %3 FROM %1 EXCEPT SELECT %3 FROM [%1.%2]) UNION ALL "
+                  "SELECT 1 FROM (SELECT %3 FROM [%1.%2] EXCEPT SELECT %3 FROM %1)"_s.arg(table)
+                      .arg(state)
+                      .arg(asShown(columns)))
                  .isEmpty())
             return false;
     return true;
