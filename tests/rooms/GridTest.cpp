@@ -3,7 +3,6 @@
 #include <QScrollBar>
 
 #include "app/base/Guarded.h"
-#include "app/controls/UiHelpers.h"
 #include "tests/rooms/GridWindow.h"
 
 namespace {
@@ -130,17 +129,4 @@ TEST_F(GridOutline, TheArrowAndKeysToggleAndMakeNothingCurrent) {
     grid.startEdit = [](int, const QString&) { return true; };
     // In other columns keys are what they are anywhere. Signs are typed text in any column.
     expect({{"key Right; key Left; type -", "cell 0 Name, cell 0 Code", "0 Code [-]"}});
-}
-
-TEST(GridHeader, EqualNeighbouringCaptionsMerge) {
-    KeyedGrid grid;
-    const QString caption = u"特征值"_s;
-    grid.setColumns({{u"isUse"_s, caption}, {u"id"_s, caption, 960, {}, {}, false}, {u"eigenValue"_s, caption}});
-    // The line between the two is where the caption stands once they are one.
-    const auto line = [&] {
-        return grid.horizontalHeader()->grab().toImage().pixelColor(grid.columnWidth(0) - 1, 2).lightness();
-    };
-    const int separate = line();
-    Grid_MergeFix(&grid);
-    EXPECT_GT(line(), separate);
 }

@@ -3,10 +3,8 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QTemporaryDir>
-#include <memory>
 
 #include "samples/builder/SampleBuilder.h"
-#include "storage/LibraryConnection.h"
 #include "tests/support/OtherProgram.h"
 
 using namespace Qt::StringLiterals;
@@ -15,29 +13,6 @@ namespace {
 
 const QString sources = QStringLiteral(TESSEL_SAMPLE_SOURCES);
 const QString billLibrary = u"Data/建设工程清单2013.bdb"_s;
-
-/// Whatever is in the samples fits together, independently of how they were made.
-TEST(Samples, HaveNoRowThatIsWrong) {
-    const QTemporaryDir home;
-    EXPECT_EQ(buildSamples(sources, home.path(), false).complaints, QStringList());
-    const std::unique_ptr<Connection> bills = GetOrmConn(home.filePath(billLibrary));
-    ASSERT_TRUE(bills);
-    const auto count = [&](const SqlText& from) {
-        return bills->OpenRecordset(sql("SELECT count(*) AS n FROM ", from)).number("n");
-    };
-    EXPECT_GE(count("dbext.tblExplain WHERE Code IN (SELECT Code FROM tblSYB)"), 5);
-    EXPECT_GE(count("tblBill"), 120);
-    for (const SqlText& wrong :
-         {SqlText("SELECT Code FROM tblBill WHERE Rule='' OR Cont NOT LIKE '1.%'"),
-          SqlText("SELECT BillID FROM tblCont GROUP BY 1 HAVING max(Num)<>count(*)"),
-          SqlText("SELECT ContID FROM tblContDe GROUP BY 1 HAVING max(SubNum)<>count(DISTINCT SubNum)"),
-          SqlText("SELECT ContID FROM tblContDe GROUP BY ContID,SubNum HAVING count(DISTINCT SubCont)<>1"),
-          SqlText("SELECT c.ID FROM tblCont c JOIN tblBill b ON b.ID=c.BillID WHERE c.Code<>b.Code OR Prof='' OR "
-                  "length(Prof)%2<>0 OR NOT EXISTS (SELECT 1 FROM tblContDe WHERE ContID=c.ID)"),
-          SqlText("SELECT s.ID FROM tblBillSpec s WHERE Type NOT IN (0,1,2,3) OR DefVal<>ifnull((SELECT "
-                  "group_concat(EigenValue) FROM tblSpecEnum WHERE SpecID=s.ID AND IsUse=1),'')")})
-        EXPECT_TRUE(bills->OpenRecordset(wrong).EndOfFile()) << qPrintable(wrong.text());
-}
 
 TEST(Samples, AnEditedLibraryIsKeptUnlessForced) {
     const QTemporaryDir home;
