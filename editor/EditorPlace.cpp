@@ -57,6 +57,21 @@ bool goTo(KeyedGrid& grid, const CellPlace& place, const RowKeys& keys) {
     return found;
 }
 
+/// Which nodes of a grid's outline are closed.
+QStringList closedNodes(const KeyedGrid& grid, const RowKeys& keys) {
+    QStringList closed;
+    for (int row = 0; row < grid.rowCount(); ++row)
+        if (grid.isCollapsed(row))
+            closed << nameOfRow(grid, row, keys);
+    return closed;
+}
+
+void closeNodes(KeyedGrid& grid, const QStringList& closed, const RowKeys& keys) {
+    for (int row = 0; !closed.isEmpty() && row < grid.rowCount(); ++row)
+        if (closed.contains(nameOfRow(grid, row, keys)))
+            grid.setCollapsed(row, true);
+}
+
 }  // namespace
 
 ViewPlace frmEditor::place() const {
@@ -101,8 +116,13 @@ void frmEditor::showAfresh(const ViewPlace& place) {
     m_bills->commitTexts();
     const bool sameList =
         place.listing.of == m_library->listing().of && place.listing.text == m_library->listing().text;
-    QScrollBar* listPosition = m_bills->grdBillList()->verticalScrollBar();
-    const int listedFrom = listPosition->value();
+    // A list that stays the same one stays where it was scrolled to, with the same nodes closed.
+    const bool sameBill = place.bill.id == m_library->shownBill().id;
+    const bool isSame[] = {sameList, sameBill, sameBill, sameBill};
+    int scrolledTo[std::size(grids)];
+    for (std::size_t i = 0; i < std::size(grids); ++i)
+        scrolledTo[i] = grids[i].first->verticalScrollBar()->value();
+    const QStringList closed = closedNodes(*m_contents->grdConcent(), byContent);
 
     setUpdatesEnabled(false);
     m_bills->setBoxesLeftByProgram(true);
@@ -119,12 +139,14 @@ void frmEditor::showAfresh(const ViewPlace& place) {
     bool typedRowIsThere = false;
     for (std::size_t i = 0; i < std::size(grids); ++i) {
         const auto& [grid, keys] = grids[i];
-        if (grid == m_contents->grdConcent())
+        if (grid == m_contents->grdConcent()) {
             m_contents->addBlankRation(place.blankRation);
+            closeNodes(*grid, closed, keys);
+        }
         const bool isThere = goTo(*grid, places[i], keys);
         typedRowIsThere = typedRowIsThere || (isThere && grid == typedInto);
-        if (i == 0 && sameList) {
-            listPosition->setValue(listedFrom);
+        if (isSame[i]) {
+            grid->verticalScrollBar()->setValue(scrolledTo[i]);
             grid->scrollTo(grid->currentIndex());
         }
     }

@@ -16,9 +16,9 @@ constexpr char ownTables[] = "sqlite_";
 
 int isRecorded(void*, const char* table) { return sqlite3_strnicmp(table, ownTables, sizeof ownTables - 1) != 0; }
 
-/// Any row that is not as it was recorded ends the whole; so does one that the file does not take, which is an error.
+/// Any row that is not as it was recorded ends the whole, and so does one that the file does not take.
 int stop(void* conflict, int kind, sqlite3_changeset_iter*) {
-    *static_cast<bool*>(conflict) = kind != SQLITE_CHANGESET_CONSTRAINT;
+    *static_cast<int*>(conflict) = kind;
     return SQLITE_CHANGESET_ABORT;
 }
 
@@ -123,13 +123,18 @@ bool ChangeRecorder::apply(const QByteArray& changes, Direction direction) {
         code = sqlite3changeset_invert(size, forward.constData(), &size, &bytes);
         inverse.reset(code == SQLITE_OK ? bytes : nullptr);
     }
-    bool conflict = false;
+    int conflict = 0;
     if (code == SQLITE_OK) {
         sqlite3session_enable(m_session.get(), 0);
+        // Its rows are counted, so that it ends by itself; to the watch they would be one statement.
+        m_connection.watchStatements(false);
         code = sqlite3changeset_apply(m_connection.m_database, size, bytes, nullptr, stop, &conflict);
+        m_connection.watchStatements(true);
         sqlite3session_enable(m_session.get(), 1);
     }
-    if (code != SQLITE_OK && !conflict)
+    if (conflict == SQLITE_CHANGESET_CONSTRAINT)
+        throw sqliteError(nullptr, SQLITE_CONSTRAINT);
+    if (conflict == 0 && code != SQLITE_OK)
         throw sqliteError(m_connection.m_database, code);
-    return !conflict;
+    return conflict == 0;
 }

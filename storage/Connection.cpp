@@ -67,7 +67,9 @@ void run(sqlite3* database, const char* text) {
 /// national size; only a damaged or hostile file (pages that lead back to themselves) asks for more.
 class Connection::Watch {
 public:
-    explicit Watch(sqlite3* database) { sqlite3_progress_handler(database, instructionsPerCall, isTooLong, this); }
+    explicit Watch(sqlite3* database) : m_database(database) { set(true); }
+
+    void set(bool on) { sqlite3_progress_handler(m_database, on ? instructionsPerCall : 0, isTooLong, this); }
 
     void statementBegins() {
         m_calls = 0;
@@ -85,6 +87,7 @@ private:
         return ++self->m_calls > mostCalls || Clock::now() - self->m_begin > longest;
     }
 
+    sqlite3* m_database;
     int m_calls = 0;
     Clock::time_point m_begin = Clock::now();
 };
@@ -207,6 +210,8 @@ void Connection::prepareToWrite() {
     succeedsUnless(SQLITE_ERROR, [this] { run(m_database, "DELETE FROM main.tblSyb WHERE 0"); });
     beforeWriting();
 }
+
+void Connection::watchStatements(bool on) { m_watch->set(on); }
 
 int Connection::State() const { return m_database ? 1 : 0; }
 

@@ -96,6 +96,8 @@ private:
     friend class ChangeRecorder;
 
     void commitWhenEventIsOver();
+    /// Whether a statement that goes on without end is stopped.
+    void watchStatements(bool on);
 
     QString m_path;
     sqlite3* m_database = nullptr;

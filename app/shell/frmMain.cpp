@@ -22,6 +22,7 @@
 #include "app/shell/StatusLine.h"
 #include "app/shell/WindowList.h"
 #include "editor/frmEditor.h"
+#include "ration_browser/frmDekBrowser.h"
 
 using namespace Qt::StringLiterals;
 
@@ -121,8 +122,13 @@ void frmMain::createUndoKeys() {
         shortcut->setAutoRepeat(false);
         connect(shortcut, &QShortcut::activated, this, [this, act] {
             frmEditor* editor = activeEditor();
-            if (editor && !QApplication::activePopupWidget())
-                (editor->*act)();
+            // The browser names the library that it writes to, which need not be the one in front.
+            if (const auto* browser = qobject_cast<frmDekBrowser*>(QApplication::activeWindow()))
+                editor = dynamic_cast<frmEditor*>(browser->ParetnForm());
+            if (!editor || QApplication::activePopupWidget())
+                return;
+            m_windows->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(editor->parentWidget()));
+            (editor->*act)();
         });
     };
     add(undoKey, &frmEditor::undo);

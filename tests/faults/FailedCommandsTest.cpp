@@ -13,20 +13,22 @@ namespace {
 
 class FailedCommands : public Workplace {
 protected:
-    void restore(const char* chapter) {
+    void restore(const Command& command) {
         if (bytesOf(path) != library) {
             user.close();
             overwrite(path, library);
         }
-        user.editor() ? click(chapter) : reopen(chapter);
+        user.editor() ? click(command.chapter) : reopen(command.chapter);
         user.bills()->setRow(0);
+        if (command.before)
+            command.before();
     }
 
     /// Does the command where something fails, which `disturbed` brings about; gives what was said.
     QStringList expectNoTrace(const Command& command, const std::function<QStringList()>& disturbed) {
         static const QRegularExpression reading(
             u"^frmEditor\\.(CreateTvwSYB|Load\\w+|ListBillData|ExecuteDDL|grdBillList_AfterRowColChange) 10$"_s);
-        restore(command.chapter);
+        restore(command);
         const QStringList before = contentOf(path);
         const std::string shownBefore = shown();
         QStringList said = disturbed();
@@ -79,7 +81,7 @@ TEST_F(FailedCommands, LeaveNoTraceWhereverTheDiskFails) {
     int failed = 0;
     for (std::size_t number = 0; number < all.size(); ++number) {
         const Command& command = all[number];
-        restore(command.chapter);
+        restore(command);
         disk.relieve();
         EXPECT_EQ(messagesOf(command.act), QStringList());
         const auto operations = qMax(disk.operations(), disk.reads());

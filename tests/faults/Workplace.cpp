@@ -109,6 +109,8 @@ std::vector<Command> Workplace::commands() {
         return [=, this] { user.edit((user.*grid)(), 0, QLatin1String(key), u"新文"_s); };
     };
     const char* const ddl = "ModDBOperator.ExecuteDDL";
+    const auto remove = [=, this] { messagesOf(run(2, 201)); };
+    const auto go = [this](int key) { return [=, this] { user.key(user.bills(), key, Qt::ControlModifier); }; };
     return {
         {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Nothing, run(1, 100)},
         {"frmEditor.AddBillSYB", "INSERT ON tblSYB", Nothing, run(1, 101), "0301"},
@@ -137,6 +139,9 @@ std::vector<Command> Workplace::commands() {
         {"frmEditor.munDelBillSubCont_Click", "DELETE ON tblContDe", Nothing, onContent(1, 403)},
         {"frmEditor.munDelBillContDe_Click", "UPDATE ON tblContDe", WhatWasDone, onContent(2, 403)},
         {ddl, "UPDATE ON tblContDe", InTheGrid, [this] { user.edit(user.contents(), 2, u"cont"_s, u"a1-3"_s); }},
+        {"LibraryHistory.undo", "INSERT ON tblBill", Nothing, go(Qt::Key_Z), "010101", remove},
+        {"LibraryHistory.redo", "DELETE ON tblBill", Nothing, go(Qt::Key_Y), "010101",
+         [=] { remove(), go(Qt::Key_Z)(); }},
     };
 }
 

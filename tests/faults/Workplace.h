@@ -20,6 +20,8 @@ struct Command {
     Left left;
     std::function<void()> act;
     const char* chapter = "010101";
+    /// What has been done before, if anything.
+    std::function<void()> before = {};
 };
 
 /// Takes a file away and brings it back, in place of whatever stands there by then, when this goes.
