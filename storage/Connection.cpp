@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "app/base/Guarded.h"
+#include "app/platform/Platform.h"
 #include "storage/KeyedAccess.h"
 #include "storage/Lookups.h"
 #include "storage/SqliteError.h"
@@ -115,6 +116,8 @@ Connection::~Connection() {
 
 void Connection::Open(const QString& path, const QString& password, int mode) {
     Close();
+    if (const QString objection = platform::objectionTo(path); !objection.isEmpty())
+        throw Error(SQLITE_CANTOPEN, objection);
     sqlite3* database = nullptr;
     const int code = sqlite3_open_v2(path.toUtf8().constData(), &database, mode, nullptr);
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> opened(database, sqlite3_close_v2);

@@ -3,12 +3,12 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QSysInfo>
 
 #include "app/base/Definitions.h"
 #include "app/base/MessageBox.h"
 #include "app/base/Paths.h"
 #include "app/base/Text.h"
+#include "app/platform/Platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +17,7 @@ CurrentError& currentError() {
     return error;
 }
 
-clsErrorLog::clsErrorLog() : computerName(QSysInfo::machineHostName().left(255)) {}
+clsErrorLog::clsErrorLog() : computerName(platform::computerName()) {}
 
 QString clsErrorLog::recordText(const QString& module, const QString& procedure) const {
     const QString program = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();

@@ -123,8 +123,10 @@ QPalette palette() {
 
 QFont font() {
     QFont font;
-    font.setFamilies({u"Microsoft YaHei UI"_s, u"Microsoft YaHei"_s, u"Noto Sans CJK SC"_s, u"Source Han Sans SC"_s,
-                      u"WenQuanYi Micro Hei"_s, u"sans-serif"_s});
+    // Where none of these is installed, the system's own.
+    font.setFamilies(QStringList{u"Microsoft YaHei UI"_s, u"Microsoft YaHei"_s, u"Noto Sans CJK SC"_s,
+                                 u"Source Han Sans SC"_s, u"WenQuanYi Micro Hei"_s} +
+                     font.families());
     font.setPointSizeF(9.5);
     return font;
 }

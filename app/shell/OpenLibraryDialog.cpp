@@ -11,6 +11,7 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Text.h"
+#include "app/platform/Platform.h"
 
 using namespace Qt::StringLiterals;
 
@@ -86,7 +87,7 @@ void layOutFileList(QTreeView* list) {
 QString askForLibrary(QWidget* owner) {
     LibraryDialog dialog(owner, u"打开"_s, dataPath, u"清单库文件(*.bdb)"_s);
     dialog.setObjectName(u"CommonDialog"_s);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontUseNativeDialog, !platform::hasFileDialog());
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::AnyFile);
     ChineseFileTypes types;

@@ -10,7 +10,7 @@
 #include "app/base/Guarded.h"
 #include "app/base/Paths.h"
 #include "app/base/Text.h"
-#include "app/shell/SingleInstance.h"
+#include "app/platform/Platform.h"
 #include "app/shell/frmMain.h"
 #include "storage/SystemDatabase.h"
 
@@ -18,8 +18,7 @@ using namespace Qt::StringLiterals;
 
 void Main() {
     guarded({"modMain", "Main"}, [] {
-        static const SingleInstance instance;
-        if (instance.anotherIsRunning()) {
+        if (!platform::becomeRunningCopy(programFolder())) {
             QApplication::quit();
             return;
         }
@@ -35,7 +34,7 @@ void Main() {
 void SetBasePrm() {
     guarded({"modMain", "SetBasePrm"}, [] {
         // The whole tail of the command line is one path.
-        const QString line = QApplication::arguments().mid(1).join(u' ');
+        const QString line = platform::commandLine();
         cmdFile = trimBlanks(line).isEmpty() ? QString() : line;
         appPath = withSeparator(programFolder());
         const QString data = joinPath(programFolder(), u"Data"_s);

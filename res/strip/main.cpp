@@ -3,9 +3,11 @@
 //     tessel_strip SIZE OUTPUT SVG...
 //
 // SIZE is the edge of one icon in pixels. Several drawings become one horizontal strip. OUTPUT ends in .bmp (written
-// with transparency) or in any other suffix Qt writes, such as .png. Its folder is made when it is missing.
+// with transparency), in .ico (the drawing in all usual sizes up to SIZE) or in any other suffix Qt writes, such as
+// .png. Its folder is made when it is missing.
 
 #include "res/strip/BitmapFile.h"
+#include "res/strip/IconFile.h"
 #include "res/strip/SvgPainter.h"
 
 #include <QCoreApplication>
@@ -29,6 +31,19 @@ QString save(const QImage& image, const QString& path) {
     QImageWriter writer(path);
     return writer.write(image) ? QString() : writer.errorString();
 }
+
+QString paint(const QStringList& drawings, int size, const QString& output) {
+    const bool isIcon = output.endsWith(u".ico"_s, Qt::CaseInsensitive);
+    QList<QImage> images;
+    for (const int edge : isIcon ? QList<int>{16, 20, 24, 32, 40, 48, 64, 128, 256} : QList<int>{size}) {
+        const Painting painting = paintStrip(drawings, edge);
+        if (!painting.error.isEmpty())
+            return painting.error;
+        if (edge <= size)
+            images << painting.image;
+    }
+    return isIcon ? writeIcon(images, output) : save(images.constFirst(), output);
+}
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -45,10 +60,6 @@ int main(int argc, char* argv[]) {
     if (!QDir().mkpath(QFileInfo(output).path()))
         return fail(u"cannot make the folder of "_s + output);
 
-    const Painting painting = paintStrip(arguments.mid(3), size);
-    if (!painting.error.isEmpty())
-        return fail(painting.error);
-
-    const QString error = save(painting.image, output);
+    const QString error = paint(arguments.mid(3), size, output);
     return error.isEmpty() ? 0 : fail(output + u": "_s + error);
 }
