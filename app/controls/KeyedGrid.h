@@ -161,6 +161,8 @@ Q_SIGNALS:
     void cellButtonClicked(int row, const QString& key);
     /// A data cell was double-clicked, not on an arrow, check box, button or drop-down cell.
     void rowDoubleClicked(int row);
+    /// A text was typed, by keys or an input method, where it opens no editor.
+    void textTyped(const QString& text);
     /// A context menu is wanted at a global position: right button released, on the header too, or the menu key
     /// at the current cell. A right click on a data cell has made that cell current before.
     void contextMenuWanted(const QPoint& position);
