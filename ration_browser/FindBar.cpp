@@ -5,14 +5,15 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QStyle>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int longestSearch = 200;
-}
+constexpr int widest = 360;
+constexpr int buttonEdge = 26;
+}  // namespace
 
 FindBar::FindBar(QAction* previous, QAction* next, QWidget* parent)
     : QWidget(parent), m_edit(new QLineEdit(this)), m_count(new QLabel(this)) {
@@ -21,6 +22,7 @@ FindBar::FindBar(QAction* previous, QAction* next, QWidget* parent)
     m_edit->setObjectName(u"txtFind"_s);
     m_edit->setPlaceholderText(u"定额号、名称或拼音首字母，空格隔开几个词"_s);
     m_edit->setMaxLength(longestSearch);
+    m_edit->setMaximumWidth(widest);
     m_edit->installEventFilter(this);
     m_count->setObjectName(u"lblFound"_s);
     m_count->setMinimumWidth(m_count->fontMetrics().horizontalAdvance(u"00000 / 00000"_s));
@@ -30,21 +32,25 @@ FindBar::FindBar(QAction* previous, QAction* next, QWidget* parent)
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(4);
     all->addWidget(caption);
-    all->addWidget(m_edit, 1);
+    all->addWidget(m_edit, 3);
     const auto addButton = [&](Qt::ArrowType arrow) {
         auto* button = new QToolButton(this);
         button->setArrowType(arrow);
         button->setToolButtonStyle(Qt::ToolButtonIconOnly);
         button->setFocusPolicy(Qt::TabFocus);
-        button->setAutoRaise(true);
+        button->setFixedSize(buttonEdge, buttonEdge);
         all->addWidget(button);
         return button;
     };
     addButton(Qt::UpArrow)->setDefaultAction(previous);
     addButton(Qt::DownArrow)->setDefaultAction(next);
+    all->addSpacing(4);
     all->addWidget(m_count);
+    all->addStretch(1);
     QToolButton* close = addButton(Qt::NoArrow);
-    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    close->setText(u"×"_s);
+    close->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    close->setAutoRaise(true);
     close->setToolTip(u"关闭查找 (Esc)"_s);
     close->setAccessibleName(u"关闭查找"_s);
     connect(close, &QToolButton::clicked, this, &FindBar::closeWanted);

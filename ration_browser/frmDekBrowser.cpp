@@ -153,6 +153,7 @@ void frmDekBrowser::clearLibrary() {
     m_grdDEB->clearRows();
     m_grdDEB->setEmptyHint({});
     m_rations.reset();
+    m_openedByFind.clear();
     m_library.reset();
 }
 

@@ -135,6 +135,7 @@ private:
     QString m_dekId;
     std::unique_ptr<Connection> m_library;
     std::unique_ptr<RationSearch> m_rations;  ///< those of m_library; null until they are needed
+    QStringList m_openedByFind;               ///< keys of the nodes that were closed before a hit below them was shown
     QString m_shownLibrary;                   ///< id of the library that m_library is open on
     QHash<QString, Place> m_places;           ///< by library id
     bool m_loaded = false;

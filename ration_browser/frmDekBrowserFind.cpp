@@ -1,6 +1,8 @@
 // Finding in the ration browser: what is typed is searched in the whole library that is shown, whose tree and list go
 // to the hits. Nothing here writes.
 
+#include <utility>
+
 #include "app/base/Guarded.h"
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
@@ -20,8 +22,10 @@ RationSearch& frmDekBrowser::rations() {
                 chapters << sybID;
         // What cannot be read is told once, not at every key.
         m_rations = std::make_unique<RationSearch>(chapters);
-        if (m_library)
-            m_rations->read(*m_library);
+        guarded({"frmDekBrowser", "rations"}, [this] {
+            if (m_library)
+                m_rations->read(*m_library);
+        });
     }
     return *m_rations;
 }
@@ -41,8 +45,18 @@ void frmDekBrowser::goToHit(RationPlace (RationSearch::*hit)(const RationPlace&)
 
 void frmDekBrowser::showPlace(const RationPlace& place) {
     KeyedTree::Node* chapter = m_tvRationContent->node(u'K' + QString::number(rations().chapterAt(place.chapter)));
-    if (chapter != m_tvRationContent->selectedNode() || !m_grdDEB->hasRows())
+    if (chapter != m_tvRationContent->selectedNode() || !m_grdDEB->hasRows()) {
+        // What is only passed on the way to a hit does not stay open.
+        const QStringList opened = std::exchange(m_openedByFind, {});
+        for (const KeyedTree::Node* above = chapter->parent(); above; above = above->parent())
+            if (const QString key = KeyedTree::key(above); !above->isExpanded() || opened.contains(key))
+                m_openedByFind << key;
         tvRationContent_NodeClick(chapter);
+        for (const QString& key : opened)
+            if (!m_openedByFind.contains(key))
+                m_tvRationContent->node(key)->setExpanded(false);
+        m_tvRationContent->scrollToItem(chapter);
+    }
     m_grdDEB->setRow(place.row);
 }
 
@@ -61,16 +75,14 @@ void frmDekBrowser::closeFind() {
 void frmDekBrowser::showFound() {
     if (m_find->isHidden())
         return;
-    guarded({"frmDekBrowser", "showFound"}, [this] {
-        if (m_find->text().trimmed().isEmpty())
-            return m_find->setCount({});
-        rations().search(m_find->text());
-        const auto count = rations().hits().size();
-        const int number = count > 0 ? rations().numberOf(currentPlace()) : 0;
-        m_find->setCount(count == 0    ? u"没有找到"_s
-                         : number == 0 ? u"共 %1 条"_s.arg(count)
-                                       : u"%1 / %2"_s.arg(number).arg(count));
-    });
+    if (m_find->text().trimmed().isEmpty())
+        return m_find->setCount({});
+    rations().search(m_find->text());
+    const auto count = rations().hits().size();
+    const int number = count > 0 ? rations().numberOf(currentPlace()) : 0;
+    m_find->setCount(count == 0    ? u"没有找到"_s
+                     : number == 0 ? u"共 %1 条"_s.arg(count)
+                                   : u"%1 / %2"_s.arg(number).arg(count));
 }
 
 void frmDekBrowser::hintAtRationsBelow() {
