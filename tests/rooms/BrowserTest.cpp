@@ -308,6 +308,7 @@ TEST_F(Browser, FindsInTheWholeLibraryWhatIsTypedAndWritesNothing) {
     EXPECT_EQ(answers.takePlaces(),
               QStringList({u"提示: "_s + files.path("n.db") + u" 文件不存在!"_s, u"frmDekBrowser.rations"_s}));
     EXPECT_FALSE(QFile::exists(files.path("n.db"))) << "looking for a file must not make it";
+    EXPECT_TRUE(makeActive(browser));
     QTest::keyClick(box, Qt::Key_Escape);
     EXPECT_TRUE(browser->isVisible() && !box->isVisible() && grid->hasFocus());
     QTest::keyClick(grid, Qt::Key_F3);
