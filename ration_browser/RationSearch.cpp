@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "ration_browser/SearchText.h"
 #include "storage/Connection.h"
 
 RationSearch::RationSearch(QList<qint64> chapters) : m_chapters(std::move(chapters)) {
@@ -22,10 +21,8 @@ void RationSearch::read(Connection& library) {
         const int chapter = position(found.number("sybID"));
         if (chapter < 0)
             continue;
-        const QString code = foldedForSearch(found.text("DEH"));
-        rations.push_back({{chapter, rows[static_cast<std::size_t>(chapter)]++},
-                           code.size(),
-                           code + u'\n' + foldedNameForSearch(found.text("MC"))});
+        rations.push_back(
+            {{chapter, rows[static_cast<std::size_t>(chapter)]++}, Searchable(found.text("DEH"), found.text("MC"))});
     }
     std::ranges::sort(rations, {}, &Ration::place);
     m_rations = std::move(rations);
@@ -47,11 +44,10 @@ void RationSearch::search(const QString& typed) {
     if (words.isEmpty())
         return;
     for (const Ration& ration : m_rations) {
-        if (!containsAll(ration.folded, words))
+        if (!containsAll(ration.text, words))
             continue;
         m_hits.push_back(ration.place);
-        if (m_sameCode == RationPlace() && words.size() == 1 &&
-            QStringView(ration.folded).left(ration.codeLength) == words.first())
+        if (m_sameCode == RationPlace() && words.size() == 1 && ration.text.code() == words.first())
             m_sameCode = ration.place;
     }
 }

@@ -6,6 +6,8 @@
 #include <compare>
 #include <vector>
 
+#include "ration_browser/SearchText.h"
+
 class Connection;
 
 /// Where the browser shows a ration: the position of its chapter among all, from top to bottom, and the row in the list
@@ -48,8 +50,7 @@ public:
 private:
     struct Ration {
         RationPlace place;
-        qsizetype codeLength;
-        QString folded;  ///< code and name
+        Searchable text;
     };
 
     QList<qint64> m_chapters;

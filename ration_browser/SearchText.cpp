@@ -37,35 +37,38 @@ Initials readInitials() {
     return initials;
 }
 
-QString withoutSigns(const QString& text) {
-    QString bare;
-    bare.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
+QString folded(const QString& text) { return text.normalized(QString::NormalizationForm_KC).toCaseFolded(); }
+
+/// Appends to `text` what begins at `from` without signs, when there are any.
+void appendWithoutSigns(QString& text, qsizetype from) {
+    const qsizetype end = text.size();
+    const auto isSign = [&](qsizetype at) {
+        if (text[at].isLetterOrNumber() || text[at].isSurrogate())
+            return false;
         // Without its point 2.5 would be another number.
-        const bool inNumber = i > 0 && i + 1 < text.size() && text[i - 1].isDigit() && text[i + 1].isDigit();
-        if (text[i].isLetterOrNumber() || text[i].isSurrogate() || inNumber)
-            bare += text[i];
-    }
-    return bare;
+        return at == from || at + 1 == end || !text[at - 1].isDigit() || !text[at + 1].isDigit();
+    };
+    qsizetype at = from;
+    while (at < end && !isSign(at))
+        ++at;
+    if (at == end)
+        return;
+    text += u'\n';
+    for (at = from; at < end; ++at)
+        if (!isSign(at))
+            text += text[at];
 }
 
 }  // namespace
 
-QString foldedForSearch(const QString& text) {
-    return text.left(mostCompared).normalized(QString::NormalizationForm_KC).toCaseFolded();
+Searchable::Searchable(const QString& code, const QString& name)
+    : text(folded(code.left(mostCompared) + u'\n' + name.left(mostCompared))), codeLength(text.indexOf(u'\n')) {
+    appendWithoutSigns(text, codeLength + 1);
 }
 
-QString foldedNameForSearch(const QString& name) {
-    const QString folded = foldedForSearch(name);
-    const QString bare = withoutSigns(folded);
-    return bare == folded ? folded : folded + u'\n' + bare;
-}
+QStringList searchWords(const QString& typed) { return folded(typed).simplified().split(u' ', Qt::SkipEmptyParts); }
 
-QStringList searchWords(const QString& typed) {
-    return foldedForSearch(typed).simplified().split(u' ', Qt::SkipEmptyParts);
-}
-
-bool containsAll(QStringView folded, const QStringList& words) {
+bool containsAll(const Searchable& text, const QStringList& words) {
     static const Initials initials = readInitials();
     const auto matches = [](QChar is, QChar typed) {
         const char16_t character = is.unicode();
@@ -73,6 +76,6 @@ bool containsAll(QStringView folded, const QStringList& words) {
                                (initials[character - firstHan] & bit(typed.unicode())) != 0);
     };
     return std::ranges::all_of(words, [&](const QString& word) {
-        return std::search(folded.begin(), folded.end(), word.begin(), word.end(), matches) != folded.end();
+        return std::search(text.text.begin(), text.text.end(), word.begin(), word.end(), matches) != text.text.end();
     });
 }
