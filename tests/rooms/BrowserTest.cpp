@@ -302,6 +302,10 @@ TEST_F(Browser, FindsInTheWholeLibraryWhatIsTypedAndWritesNothing) {
     EXPECT_TRUE(browser->isVisible() && !box->isVisible() && grid->hasFocus());
     QTest::keyClick(grid, Qt::Key_F3);
     EXPECT_TRUE(box->isVisible() && grid->hasFocus());
+    for (QWidget* focus : {static_cast<QWidget*>(box), static_cast<QWidget*>(buttons[0])}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), focus);
+    }
     browser->close();
     open("GD01");
     QTest::keyClick(tree, Qt::Key_Escape);
