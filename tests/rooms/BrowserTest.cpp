@@ -10,7 +10,6 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
-#include <QShortcut>
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
@@ -282,10 +281,8 @@ TEST_F(Browser, FindsInTheWholeLibraryWhatIsTypedAndWritesNothing) {
     for (const int arrow : {1, 0, 0})
         QTest::mouseClick(buttons[arrow], Qt::LeftButton);
     EXPECT_EQ(hit(), u"3 / 4 K23 Ａ１－２"_s);
-    const QShortcut redo(
-        Qt::CTRL | Qt::Key_Y, mainWindow.get(), [&] { editor.calls += u"redo"; }, Qt::ApplicationShortcut);
-    for (const auto key : {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::Key_Return, QKeyCombination(Qt::Key_Enter)})
-        QTest::keyClick(box, key.key(), key.keyboardModifiers());
+    for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ControlModifier})
+        QTest::keyClick(box, Qt::Key_Return, modifiers);
     EXPECT_EQ(editor.takeCalls(), QString());
     // What is told is of the library that is shown.
     for (const auto& [dekId, found] :
