@@ -159,8 +159,10 @@ void KeyedGrid::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void KeyedGrid::keyboardSearch(const QString&) {
+void KeyedGrid::keyboardSearch(const QString& search) {
     // Typing edits; where it cannot, it must not jump to another row.
+    if (!search.trimmed().isEmpty())
+        Q_EMIT textTyped(search);
 }
 
 QModelIndex KeyedGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

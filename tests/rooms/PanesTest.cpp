@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -164,20 +163,7 @@ TEST_F(Panes, MarkALibraryUntilItIsWrittenAndTakeTheCodeOfTheBrowserForOneHalfTy
     EXPECT_FALSE(user.editor()->contentPane()->EditBillContDe(u"A1-1"_s, u"not listed"_s));
 }
 
-TEST_F(Panes, HaveIconsForTheirCommandsAndKeepTheirSizes) {
-    for (const auto& [host, ids] : {std::pair(1, QList{100, 101, 102, 103, 104, 105, 106, 107}),
-                                    {2, QList{200, 201, 202, 104, 105, 300, 301, 400, 401}}})
-        for (const int id : ids)
-            EXPECT_FALSE(user.editor()->commandBars(host)->action(id)->icon().isNull()) << id;
-    // A command that a menu calls by another name is enabled there when it is.
-    list(u"010101"_s);
-    const QAction* moveUp = user.editor()->findChild<QMenu*>(u"Bill Menu"_s)->actions()[2];
-    for (const int row : {0, 1}) {
-        user.click(bills, row, u"Code"_s);
-        EditorDriver::settle();
-        EXPECT_EQ(moveUp->isEnabled(), row == 1);
-    }
-    // The wheel turns a box only with the focus.
+TEST_F(Panes, KeepTheirSizesAndTurnByTheWheelOnlyWithTheFocus) {
     QComboBox* box = user.profession();
     for (QWidget* focused : std::initializer_list<QWidget*>{user.tree(), box}) {
         focused->setFocus();
