@@ -116,6 +116,10 @@ public:
     bool isCollapsed(int row) const;
     void setCollapsed(int row, bool collapsed);
 
+    /// What stands in the grid, in a light colour, while it has no rows.
+    void setEmptyHint(const QString& text);
+    QString emptyHint() const { return m_emptyHint; }
+
     /// Equal neighbouring header captions merge into one.
     void setMergesHeader(bool on);
 
@@ -176,6 +180,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -193,6 +198,7 @@ private:
     CellEditing* m_editing;
     GridHeader* m_header;
     QString m_tag;
+    QString m_emptyHint;
     /// The column of the current cell. It stays while no row is current: the next row is made current in it.
     int m_column = -1;
     bool m_menuWanted = false;
