@@ -90,10 +90,12 @@ void LibraryHistory::asOneStep(const std::function<void()>& edits) {
         return true;
     });
     m_together = nullptr;
-    if (!isWritten)
-        m_view.showAfresh(m_view.place());
-    else if (!together.isEmpty())
+    if (together.isEmpty())
+        return;
+    if (isWritten)
         did(together.size() == 1 ? together.first() : u"粘贴 %1 行"_s.arg(together.size()));
+    else
+        m_view.showAfresh(m_view.place());
 }
 
 void LibraryHistory::dropOldest() {
