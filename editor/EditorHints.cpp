@@ -48,7 +48,7 @@ QString frmEditor::hintForValues() const {
         return billIsGone;
     if (!features->hasRows())
         return u"选中一个项目特征，即可列出它的特征值"_s;
-    return isEnumeration(features->row()) ? u"没有特征值，可点右键添加"_s : u"类型为“枚举”的项目特征才能添加特征值"_s;
+    return isEnumeration(features->row()) ? u"没有特征值，可点右键添加"_s : u"类型为“枚举”才能添加特征值"_s;
 }
 
 void frmEditor::showEmptyHints() {
