@@ -20,7 +20,7 @@ KeyedGrid::KeyedGrid(QWidget* parent)
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     setSelectionBehavior(SelectRows);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ContiguousSelection);
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerPixel);
@@ -226,6 +226,8 @@ bool KeyedGrid::commitEdit() { return m_editing->commit(); }
 void KeyedGrid::cancelEdit() { m_editing->cancel(); }
 
 QString KeyedGrid::typedText() const { return m_editing->typedText(); }
+
+void KeyedGrid::revokeEdit() { m_editing->revoke(); }
 
 bool KeyedGrid::typeAgain(const QString& typed) {
     if (!edit(currentIndex(), AllEditTriggers, nullptr))
