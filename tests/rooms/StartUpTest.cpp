@@ -1,11 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QTemporaryDir>
-
 #include "tests/support/ShippedProgram.h"
-
-using namespace Qt::StringLiterals;
 
 TEST(StartUp, ASecondCopyInTheSameFolderEnds) {
     const QTemporaryDir home, elsewhere;

@@ -1,10 +1,7 @@
 // What edits do to a library, and rations taken from the browser.
 
-#include <gtest/gtest.h>
-
 #include "tests/walk/Judge.h"
 
-using namespace Qt::StringLiterals;
 using namespace ContentCell;
 
 namespace {
