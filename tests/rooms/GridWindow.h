@@ -141,8 +141,7 @@ protected:
         return all.join(u' ');
     }
 
-    const QString name = u"Name"_s;
-    const QString unit = u"Unit"_s;
+    const QString name = u"Name"_s, unit = u"Unit"_s;
     QWidget window;
     KeyedGrid grid;
     QLineEdit other;

@@ -9,8 +9,7 @@
 
 namespace {
 
-const QString cont = u"cont"_s;
-const QString dekName = u"dekName"_s;
+const QString cont = u"cont"_s, dekName = u"dekName"_s;
 
 /// The window of a library with what is awkward.
 class Panes : public testing::Test {
