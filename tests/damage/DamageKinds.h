@@ -113,7 +113,6 @@ inline const std::vector<DamageKind>& damageKinds() {
               }),
         bytes("truncated", [](QByteArray& all, Victim& file) { all.truncate(file.upTo(all.size())); }),
         bytes("empty", [](QByteArray& all, Victim&) { all.clear(); }),
-        bytes("extended", [](QByteArray& all, Victim& file) { all += file.noise(1 + file.upTo(20'000)); }),
         bytes("pages shuffled",
               [](QByteArray& all, Victim& file) {
                   const int size = pageSize(all);

@@ -93,8 +93,7 @@ TEST(BrowserPlacement, StandsBesideTheRowThatItServes) {
     for (const auto& [row, placed] : {std::pair(QRect(500, 600, 900, 28), QRect(510, 88, 880, 476)),
                                       {QRect(500, 80, 900, 28), QRect(510, 174, 880, 596)},
                                       {QRect(100, 400, 500, 28), QRect(608, 114, 850, 600)},
-                                      {QRect(1000, 400, 460, 28), QRect(112, 114, 880, 600)},
-                                      {QRect(100, 740, 1366, 28), QRect(343, 104, 880, 600)},
+                                      {QRect(800, 490, 600, 28), QRect(108, 170, 684, 600)},
                                       {QRect(100, 400, 1366, 28), QRect()}})
         EXPECT_EQ(besideRow(row, {880, 600}, {640, 360}, {100, 50, 1366, 728}), placed) << row.x() << ' ' << row.y();
 }
