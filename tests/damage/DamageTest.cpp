@@ -2,19 +2,13 @@
 // the window says what it cannot read, changes nothing by looking, and closes; the good library that is open beside it
 // works on and is unharmed. A window that never answers is ended with its test by CTest; the last line names the file.
 
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <QDir>
-#include <map>
-
-#include "app/base/Definitions.h"
 #include "storage/LibraryConnection.h"
 #include "storage/SystemDatabase.h"
 #include "tests/damage/DamageKinds.h"
 #include "tests/support/Extent.h"
 #include "tests/support/Libraries.h"
-#include "tests/support/Snapshot.h"
 #include "tests/walk/RandomUser.h"
 
 namespace {
@@ -125,8 +119,7 @@ protected:
     frmMain* const main = good.window();
     EditorDriver bad{main, library};
     std::string expected = besideShows();
-    int windows = 0;
-    int unreadable = 0;
+    int windows = 0, unreadable = 0;
 };
 
 }  // namespace

@@ -3,15 +3,8 @@
 
 #include <unistd.h>
 
-#include <QDirIterator>
-#include <QTemporaryDir>
-
-#include "app/base/Definitions.h"
-#include "app/base/Paths.h"
 #include "app/shell/modMain.h"
 #include "tests/faults/Workplace.h"
-#include "tests/support/Disturbance.h"
-#include "tests/support/Libraries.h"
 
 namespace {
 
@@ -72,8 +65,8 @@ TEST_F(LibraryFile, LockedIsWaitedForTwoSecondsAndSaid) {
     using enum Disturbance::Kind;
     const QString second = copyOfSampleLibrary(u"second.bdb"_s);
     for (const Act& act : {Act([this] { user.edit(user.bills(), 0, u"Name"_s, u"x"_s); }),
-                           {[this] { click("010102"); }},
-                           {[&] { main.LoadBillDB(second); }}}) {
+                           {[&] { main.LoadBillDB(second); }},
+                           {[this] { click("010102"); }}}) {
         const QStringList said = messagesOf([&] {
             const Disturbance other(path, Locked), another(second, Locked);
             act();
@@ -82,15 +75,17 @@ TEST_F(LibraryFile, LockedIsWaitedForTwoSecondsAndSaid) {
         EXPECT_TRUE(tellsError(said, "5")) << qPrintable(said.join(u'\n'));
         EXPECT_EQ(longestWait, 2000) << "a short lock is waited for";
         EXPECT_EQ(main.editors().size(), 1);
-        click("010101");
     }
+    EXPECT_FALSE(user.bills()->hasRows());
+    EXPECT_EQ(messagesOf([this] { user.run(2, 200); }), QStringList());
+    EXPECT_EQ(user.bills()->rowCount(), 2) << "nothing is added before the bills have been listed";
     expectThatWorkGoesOn();
     expectWindowIsFile();
     // Closing asks nothing of the file.
     disk.relieve();
     const Disturbance other(path, Locked);
     EXPECT_EQ(messagesOf([this] { user.close(); }), QStringList());
-    EXPECT_EQ(disk.waited(), 0);
+    EXPECT_EQ(disk.counts().waited, 0);
 }
 
 TEST_F(LibraryFile, ChangedUnderTheWindowIsNotWrittenTo) {

@@ -2,16 +2,8 @@
 // part, and a deleted journal may come back. Opened anew, the library has every step that had been shown as done and
 // nothing of the next one, or all of it.
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <optional>
-#include <random>
-#include <set>
-
-#include "app/base/Paths.h"
 #include "storage/LibraryConnection.h"
 #include "tests/faults/Workplace.h"
-#include "tests/support/Extent.h"
 
 namespace {
 

@@ -1,9 +1,5 @@
 // The real program, started where little is as it should be: it opens the library that it was given.
 
-#include <QDir>
-
-#include "app/base/Definitions.h"
-#include "app/base/Paths.h"
 #include "tests/support/Libraries.h"
 #include "tests/support/OtherProgram.h"
 #include "tests/support/ShippedProgram.h"

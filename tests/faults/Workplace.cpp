@@ -1,16 +1,5 @@
 #include "tests/faults/Workplace.h"
 
-#include <QAbstractButton>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QRegularExpression>
-#include <QTest>
-
-#include "editor/bills/BillPane.h"
-#include "editor/bills/FeaturePane.h"
-#include "editor/chapters/ChapterPane.h"
-#include "tests/support/Libraries.h"
 #include "tests/support/Snapshot.h"
 
 // Opened anew it syncs as the program does.
@@ -36,8 +25,8 @@ void Workplace::reopen(const char* chapter) {
 QStringList Workplace::messagesOf(const Act& act, const std::function<void(QWidget*)>& first) {
     ModalAnswers answers;
     longestWait = 0;
-    answers.otherwise([&, before = disk.waited()](QWidget* window) mutable {
-        longestWait = qMax(longestWait, disk.waited() - std::exchange(before, disk.waited()));
+    answers.otherwise([&, before = disk.counts().waited](QWidget* window) mutable {
+        longestWait = qMax(longestWait, disk.counts().waited - std::exchange(before, disk.counts().waited));
         answer(window);
     });
     if (first)
@@ -56,9 +45,8 @@ void Workplace::answer(QWidget* window) {
         EXPECT_LE(box->text().size(), 2001);
         QAbstractButton* yes = box->button(QMessageBox::Yes);
         QTest::mouseClick(yes ? yes : box->button(QMessageBox::Ok), Qt::LeftButton);
-    } else if (auto* name = window->findChild<QLineEdit*>(u"txtContent"_s)) {
-        EditorDriver::typeOver(name, u"新"_s);
-        QTest::keyClick(name, Qt::Key_Return);
+    } else if (window->findChild<QLineEdit*>(u"txtContent"_s)) {
+        EditorDriver::entering(u"txtContent"_s, {u"新"_s})(window);
     } else {
         window->close();
     }
@@ -81,15 +69,7 @@ QStringList Workplace::typeCode(const QString& code) {
 
 QStringList Workplace::enter(int command, const char* name, const QString& text) {
     return messagesOf([&] { main.commandBars()->execute(command); },
-                      [&](QWidget* dialog) {
-                          auto* box = dialog->findChild<QLineEdit*>(QLatin1String(name));
-                          ASSERT_TRUE(box);
-                          box->setFocus();
-                          EditorDriver::typeOver(box, text);
-                          QTest::keyClick(box, Qt::Key_Return);
-                          if (dialog->isVisible())
-                              QTest::keyClick(box, Qt::Key_Escape);
-                      });
+                      EditorDriver::entering(QLatin1String(name), {text}));
 }
 
 std::vector<Command> Workplace::commands() {
@@ -149,15 +129,7 @@ std::string Workplace::shown() const { return textOf(snapshotOf(*user.editor()))
 
 void Workplace::expectWindowIsFile() {
     const ModalAnswers noMessages;
-    frmEditor fresh(&main);
-    fresh.setDBFilePath(path);
-    ASSERT_TRUE(fresh.Form_Load());
-    KeyedTree::Node* node = fresh.chapterPane()->tvSYB()->node(u'K' + user.chapter());
-    ASSERT_TRUE(node) << qPrintable(user.chapter());
-    fresh.chapterPane()->tvSYB_NodeClick(node);
-    fresh.billPane()->grdBillList()->setRow(user.bills()->row());
-    fresh.featurePane()->grdSpec()->setRow(user.features()->row());
-    EXPECT_EQ(shown(), textOf(snapshotOf(fresh)));
+    EXPECT_EQ(shown(), textOf(user.shownAfresh()));
     EXPECT_FALSE(QFile::exists(path + u"-journal"_s)) << "something is uncommitted";
 }
 

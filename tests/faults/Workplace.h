@@ -1,14 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <functional>
-
+#include "tests/support/Disturbance.h"
 #include "tests/support/EditorDriver.h"
+#include "tests/support/Extent.h"
 #include "tests/support/FaultyDisk.h"
-#include "tests/support/ModalAnswers.h"
-#include "tests/support/OtherProgram.h"
+#include "tests/support/Libraries.h"
 
 /// A command or an edit that writes.
 struct Command {

@@ -5,13 +5,6 @@
 // when; a killed run must have left one of these contents: that of the last step whose result was shown, or one from
 // the step that had begun.
 
-#include <gtest/gtest.h>
-
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <random>
-
-#include "app/base/Paths.h"
 #include "tests/kill/Orders.h"
 #include "tests/support/Extent.h"
 #include "tests/support/Libraries.h"
@@ -68,7 +61,6 @@ protected:
 
     QString sideFile() const { return orders.library + u"-journal"_s; }
 
-    std::unique_ptr<ShippedProgram> start(const Orders& with) { return start(with, display); }
     static std::unique_ptr<ShippedProgram> start(const Orders& with, const VirtualDisplay& on) {
         QFile::remove(with.journal);
         return std::make_unique<ShippedProgram>(
@@ -81,7 +73,7 @@ protected:
     }
 
     /// Lets the program do all that was ordered, where nothing may be wrong.
-    Journal whole(const Orders& with) { return endOf(*start(with), with); }
+    Journal whole(const Orders& with) { return endOf(*start(with, display), with); }
 
     static Journal endOf(ShippedProgram& program, const Orders& with) {
         const bool ended = program.waitForEnd();
@@ -99,7 +91,7 @@ protected:
         with.endAt = endAt;
         const std::size_t step = 1 + random() % static_cast<unsigned>(orders.steps);
         {
-            const auto program = start(with);
+            const auto program = start(with, display);
             program->waitUntil([&] { return endAt == 0 && Journal(with.journal).begun() >= step; });
         }
         const Journal journal(with.journal);
@@ -136,9 +128,7 @@ protected:
     Orders orders;
     QByteArray good;
     std::mt19937 random;
-    int kills = 0;
-    int insideStep = 0;
-    int insideTransaction = 0;
+    int kills = 0, insideStep = 0, insideTransaction = 0;
 };
 
 /// What finds no row in a library that is whole.
@@ -157,15 +147,6 @@ const char* const faults[] = {
     "SELECT ID FROM tblParm WHERE BillID NOT IN (SELECT ID FROM tblBill)",
 };
 
-/// Of all recorded errors those that have no reason: the other one was quicker, or a text had an apostrophe in it.
-QStringList unforeseenErrors(const QString& log) {
-    QStringList records = QString::fromUtf8(bytesOf(log)).split(QString(80, u'='));
-    records.removeIf([](const QString& record) {
-        return !record.contains(u"错误号码"_s) || record.contains(u"错误号码: 5\r"_s) || record.contains(u"单引号"_s);
-    });
-    return records;
-}
-
 }  // namespace
 
 // Two users, each with a process and a display, work on one library at the same time.
@@ -182,43 +163,40 @@ TEST_F(Killed, TwoUsersDoNoHarmToEachOther) {
         library.run("PRAGMA busy_timeout=60000");
         // In a small library they get into each other's way.
         library.run("DELETE FROM tblSYB WHERE Code NOT IN ('01','0104','010401','010403','04','0402','040203')");
-        std::vector<Orders> each;
-        std::vector<std::unique_ptr<ShippedProgram>> programs;
-        for (const VirtualDisplay* on : displays) {
-            const auto number = static_cast<unsigned>(each.size());
-            each.push_back({.library = path,
-                            .journal = joinPath(here.path(), QString::number(number)),
-                            .seed = 2 * seed + number,
-                            .steps = 60,
-                            .go = joinPath(here.path(), u"go"_s)});
-            programs.push_back(start(each.back(), *on));
+        const QString go = joinPath(here.path(), u"go"_s);
+        std::vector<std::pair<Orders, std::unique_ptr<ShippedProgram>>> users;
+        for (const unsigned number : {0U, 1U}) {
+            const Orders with{path, joinPath(here.path(), QString::number(number)), go, 2 * seed + number, 60};
+            users.emplace_back(with, start(with, *displays[number]));
         }
         for (const int part : {0, 1, 2}) {
-            for (const std::size_t one : {0U, 1U})
-                if (!programs[one]->waitUntil(
-                        [&] { return Journal(each[one].journal).said[u"rest"_s].size() == part + 1; }))
-                    return (void)endOf(*programs[one], each[one]);
+            for (const auto& [with, program] : users)
+                if (!program->waitUntil([&] { return Journal(with.journal).said[u"rest"_s].size() == part + 1; }))
+                    return (void)endOf(*program, with);
             for (const char* fault : faults)
                 EXPECT_EQ(library.rows(QLatin1String(fault)), Rows()) << fault;
             // What a third one writes both must notice.
             if (part == 2)
                 library.run("UPDATE tblSYB SET Name=Name||'…'");
-            overwrite(each[0].go + QString::number(part), {});
+            overwrite(go + QString::number(part), {});
         }
-        for (const std::size_t one : {0U, 1U}) {
-            Journal journal = endOf(*programs[one], each[one]);
-            QMap<QString, QString> names;
+        for (const auto& [with, program] : users) {
+            Journal journal = endOf(*program, with);
+            std::map<QString, QString> names;
             for (const QString& line : journal.said[u"named"_s])
                 names[line.section(u' ', 0, 0)] = line.section(u' ', 1);
-            for (auto name = names.begin(); name != names.end(); ++name)
-                EXPECT_EQ(library.run("SELECT Name FROM tblBill WHERE ID=?", {name.key()}), QStringList{*name});
-            const QStringList said = journal.said[u"said"_s];
-            EXPECT_TRUE(!said.isEmpty() && said.last().startsWith(u"另一个程序修改了"_s));
-            noticed += said.filter(u"另一个程序修改了"_s).size();
-            named += names.size();
+            for (const auto& [id, name] : names)
+                EXPECT_EQ(library.run("SELECT Name FROM tblBill WHERE ID=?", {id}), QStringList{name});
+            const QString notice = u"另一个程序修改了"_s;
+            EXPECT_TRUE(journal.said[u"said"_s].value(journal.said[u"said"_s].size() - 1).startsWith(notice));
+            noticed += journal.said[u"said"_s].filter(notice).size();
+            named += std::ssize(names);
         }
         EXPECT_EQ(library.run("PRAGMA integrity_check"), QStringList{u"ok"_s});
-        EXPECT_EQ(unforeseenErrors(log), QStringList());
+        // Errors have a reason: the other one was quicker, or a text had an apostrophe in it.
+        QStringList errors = QString::fromUtf8(bytesOf(log)).split(QString(80, u'=')).filter(u"错误号码"_s);
+        errors.removeIf([](const QString& e) { return e.contains(u"错误号码: 5\r"_s) || e.contains(u"单引号"_s); });
+        EXPECT_EQ(errors, QStringList());
     });
     EXPECT_GT(named, 0);
     counted(u"changes of another user noticed"_s, noticed);

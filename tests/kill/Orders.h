@@ -1,10 +1,5 @@
 #pragma once
 
-#include <QCryptographicHash>
-#include <QMap>
-#include <QRegularExpression>
-#include <vector>
-
 #include "tests/support/OtherProgram.h"
 
 /// What the user in the program is told to do, in an environment variable.
@@ -13,27 +8,19 @@ struct Orders {
 
     QString library;  ///< path, open in the program already
     QString journal;  ///< path
+    QString go = {};  ///< of two users: after the n-th rest they go on when the file of this path and n is there
     unsigned seed = 1;
     int steps = 0;
     bool checked = false;  ///< every step is judged, and what the file holds is written down
     qint64 endAt = 0;      ///< the process is killed at this change of a file, from the first step on; 0: it is not
 
-    QString go = {};  ///< of two users: after the n-th rest they go on when the file of this path and n is there
-
     QString toText() const {
-        return QStringList{library,
-                           journal,
-                           QString::number(seed),
-                           QString::number(steps),
-                           QString::number(checked),
-                           QString::number(endAt),
-                           go}
-            .join(u'|');
+        return u"%1|%2|%3|%4|%5|%6|%7"_s.arg(library, journal, go).arg(seed).arg(steps).arg(checked).arg(endAt);
     }
     static Orders fromText(const QString& text) {
         const QStringList parts = text.split(u'|');
-        return {parts[0], parts[1], parts[2].toUInt(), parts[3].toInt(), parts[4] == u"1", parts[5].toLongLong(),
-                parts[6]};
+        return {
+            parts[0], parts[1], parts[2], parts[3].toUInt(), parts[4].toInt(), parts[5] == u"1", parts[6].toLongLong()};
     }
 };
 

@@ -1,25 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QComboBox>
-#include <QCursor>
-#include <QFile>
-#include <QGenericPlugin>
-#include <QMessageBox>
-#include <QTest>
-#include <QTimer>
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
-#include "editor/bills/BillPane.h"
-#include "editor/bills/FeaturePane.h"
-#include "editor/chapters/ChapterPane.h"
-#include "editor/common/LibraryDocument.h"
-#include "editor/contents/ContentPane.h"
 #include "tests/kill/Orders.h"
 #include "tests/support/FaultyDisk.h"
-#include "tests/support/ModalAnswers.h"
 #include "tests/walk/Judge.h"
 
 namespace {
@@ -65,10 +48,8 @@ private:
             if (main && main->isVisible() && main->activeEditor())
                 m_driver = std::make_unique<EditorDriver>(main, m_orders.library);
         }
-        if (!m_driver) {
-            QTimer::singleShot(5, this, &User::begin);
-            return;
-        }
+        if (!m_driver)
+            return QTimer::singleShot(5, this, &User::begin);
         // Nothing under the mouse takes part.
         QCursor::setPos(QPoint(0, 0));
         const bool alone = m_orders.go.isEmpty();
@@ -91,18 +72,11 @@ private:
     }
 
     void step() {
-        if (m_done == m_orders.steps && !m_orders.go.isEmpty())
-            return rest();
-        if (m_done == m_orders.steps) {
-            next(&User::leave);
-            return;
-        }
+        if (m_done == m_orders.steps)
+            return m_orders.go.isEmpty() ? next(&User::leave) : rest();
         ++m_done;
         note(u"begin"_s);
-        if (m_orders.go.isEmpty())
-            m_user->step();
-        else
-            stepBesideAnother();
+        m_orders.go.isEmpty() ? m_user->step() : stepBesideAnother();
         if (m_orders.checked)
             noteContent();
         endIfWrong();
@@ -120,61 +94,51 @@ private:
 
     /// Waits, between the parts of the work, for what Orders::go says.
     void rest() {
-        if (!m_resting)
-            note(u"rest"_s);
-        m_resting = !QFile::exists(m_orders.go + QString::number(m_part));
-        if (m_resting) {
-            QTimer::singleShot(5, this, &User::rest);
-            return;
-        }
+        note(u"rest"_s);
+        wait();
+    }
+
+    void wait() {
+        if (!QFile::exists(m_orders.go + QString::number(m_part)))
+            return QTimer::singleShot(5, this, &User::wait);
         m_done = 0;
         next(++m_part == 3 ? &User::compare : &User::step);
     }
 
-    /// First anything at random, with steps taken back; then names are given to bills that the other leaves alone,
-    /// while both go on adding and moving them.
+    /// First anything at random; then names are given to bills that the other leaves alone, while both go on adding and
+    /// moving them.
     void stepBesideAnother() {
-        const int what = upTo(3);
-        const bool names = m_part == 2;
+        const LibraryDocument& library = m_driver->editor()->library();
         // Not among results: a delete there steps bills of other chapters back, and codes meet.
-        if (what == 0 && !names && !m_driver->editor()->library().listsQuery())
+        if (m_part == 1 && upTo(3) > 0 && !library.listsQuery())
             return m_user->step();
         ModalAnswers answers;
         answers.otherwise([](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
         m_driver->activate();
-        if (what == 1 && !names) {
-            QWidget* focus = QApplication::focusWidget();
-            m_driver->key(focus ? focus : m_driver->window(), upTo(3) ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
-        } else {
-            arrangeBills(names && what > 0, names ? 3 : 4);
-        }
-        EditorDriver::settle();
-    }
-
-    /// In the first chapter that has bills, in the window of either.
-    void arrangeBills(bool name, int commands) {
-        const QList<KeyedTree::Node*> nodes = m_driver->tree()->nodes();
-        const auto chapter =
-            std::find_if(nodes.begin(), nodes.end(), [](const auto* node) { return KeyedTree::tag(node).size() == 6; });
-        KeyedGrid* bills = m_driver->bills();
-        if (chapter != nodes.end() &&
-            (*chapter != m_driver->tree()->selectedNode() || m_driver->editor()->library().listsQuery()))
-            m_driver->click(*chapter);
+        // Both work in the first chapter that has bills.
+        for (KeyedTree::Node* node : m_driver->tree()->nodes())
+            if (KeyedTree::tag(node).size() == 6) {
+                if (node != m_driver->tree()->selectedNode() || library.listsQuery())
+                    m_driver->click(node);
+                break;
+            }
+        const KeyedGrid* bills = m_driver->bills();
         // What is done at the end of the list meets no row that another step has touched.
         const int row = upTo(2) == 0 ? bills->rowCount() - 1 : upTo(bills->rowCount());
         const QString id = bills->text(row, u"id"_s);
-        if (!name) {
-            m_driver->click(bills, row, u"Code"_s);
+        if (m_part == 1 || upTo(3) == 0) {
+            m_driver->click(m_driver->bills(), row, u"Code"_s);
             const int ids[] = {104, 105, 200, 201};
-            m_driver->run(2, ids[upTo(commands)]);
+            m_driver->run(2, ids[upTo(m_part == 1 ? 4 : 3)]);
         } else if (id.toLongLong() % 2 == m_orders.seed % 2) {
             const QString text = u"%1号%2"_s.arg(m_orders.seed).arg(m_done);
-            m_driver->edit(bills, row, u"Name"_s, text);
+            m_driver->edit(m_driver->bills(), row, u"Name"_s, text);
             EditorDriver::settle();
             for (const QStringList& bill : rowsOf(bills))
                 if (bill[BillCell::Id] == id && bill[BillCell::Name] == text)
                     note(u"named %1 %2"_s.arg(id, text));
         }
+        EditorDriver::settle();
     }
 
     /// A window that comes to the front shows what the file holds, as another does that is opened on it now.
@@ -182,21 +146,9 @@ private:
         {
             ModalAnswers answers;
             answers.closeAnything();
-            QWidget elsewhere;
-            elsewhere.show();
-            EditorDriver::activate(&elsewhere);
-            m_driver->activate();
-            EditorDriver::settle();
+            m_driver->comeBack();
         }
-        const Snapshot shown = snapshotOf(*m_driver->editor());
-        frmEditor fresh(m_driver->window());
-        fresh.setDBFilePath(m_orders.library);
-        EXPECT_TRUE(fresh.Form_Load());
-        fresh.contentPane()->cboProfession()->setCurrentIndex(m_driver->profession()->currentIndex());
-        fresh.chapterPane()->tvSYB_NodeClick(fresh.chapterPane()->tvSYB()->node(u'K' + shown.chapter));
-        fresh.billPane()->grdBillList()->setRow(shown.bill);
-        fresh.featurePane()->grdSpec()->setRow(shown.feature);
-        EXPECT_EQ(textOf(shown), textOf(snapshotOf(fresh)));
+        EXPECT_EQ(textOf(snapshotOf(*m_driver->editor())), textOf(m_driver->shownAfresh()));
         endIfWrong();
         next(&User::leave);
     }
@@ -205,7 +157,7 @@ private:
 
     void leave() {
         if (m_orders.go.isEmpty())
-            note(u"changes %1"_s.arg(disk().operations()));
+            note(u"changes %1"_s.arg(disk().counts().changes));
         m_judge.reset();
         m_user.reset();
         ModalAnswers answers;
@@ -218,9 +170,7 @@ private:
     QFile m_journal;
     QString m_content;
     std::mt19937 m_random{m_orders.seed};
-    int m_part = 0;
-    bool m_resting = false;
-    int m_done = 0;
+    int m_part = 0, m_done = 0;
     std::unique_ptr<EditorDriver> m_driver;
     std::unique_ptr<RandomUser> m_user;
     std::unique_ptr<Judge> m_judge;

@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QRegularExpression>
 #include <stdexcept>
 
 #include "app/base/Error.h"
@@ -10,8 +6,6 @@
 #include "app/base/Paths.h"
 #include "app/base/Text.h"
 #include "tests/support/ModalAnswers.h"
-
-using namespace Qt::StringLiterals;
 
 TEST(ErrorLog, AppendsRecordsShowsEachAndThenRollsBack) {
     QFile log(joinPath(programFolder(), u"Error.log"_s));

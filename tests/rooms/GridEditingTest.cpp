@@ -1,17 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QMenu>
-#include <QScrollBar>
-
 #include "app/base/MessageBox.h"
 #include "tests/rooms/GridWindow.h"
 #include "tests/support/ModalAnswers.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,8 +1,3 @@
-#include <QApplication>
-#include <QClipboard>
-#include <QHeaderView>
-#include <QMimeData>
-
 #include "tests/rooms/GridWindow.h"
 
 namespace {
@@ -41,8 +36,10 @@ TEST_F(GridRows, ChangesOfTheCurrentCellAreToldOnceAndOnlyWhenTheyAreChanges) {
         {"row -1; focus; key Down", "row 1>-1, cell -1 Code, row -1>0, cell 0 Code", "0 Code"},
         {"click 2 Name; click 1 ", "row 0>2, cell 2 Name, row 2>1, cell 1 Name", "1 Name"},
         {"drag 3 0 Unit", "row 1>3, cell 3 Unit", "3 Unit"},
+        // A check box is ticked where it is released.
+        {"drag 1 3 Use", "row 3>1, cell 1 Use", "1 Use"},
         // A right click makes its cell current before the menu.
-        {"right 2 Unit; menukey", "row 3>2, cell 2 Unit, menu at 2 Unit, menu at 2 Unit"},
+        {"right 2 Unit; menukey", "row 1>2, cell 2 Unit, menu at 2 Unit, menu at 2 Unit"},
     });
     // Below the last row and on the header the menu comes all the same, and from the mouse once.
     clickOn(*grid.viewport(), QPoint(100, grid.viewport()->height() - 5), Qt::RightButton);

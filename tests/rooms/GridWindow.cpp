@@ -1,9 +1,5 @@
 #include "tests/rooms/GridWindow.h"
 
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QVBoxLayout>
-
 GridWindow::GridWindow() {
     auto* layout = new QVBoxLayout(&window);
     layout->addWidget(&grid);

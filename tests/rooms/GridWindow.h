@@ -1,16 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QWidget>
-
 #include "app/controls/KeyedGrid.h"
 #include "tests/support/Typing.h"
-
-using namespace Qt::StringLiterals;
 
 /// A shown, active window with a grid of four bills, of which the second is current, and a text box; and a button in a
 /// window of its own.

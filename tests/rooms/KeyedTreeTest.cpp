@@ -1,12 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QTest>
-
 #include "app/controls/KeyedTree.h"
 #include "tests/support/Typing.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,13 +1,7 @@
 #include "storage/Lookups.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
 #include "app/base/Guarded.h"
 #include "tests/support/TemporaryLibrary.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -48,10 +42,8 @@ TEST(Lookups, ChangeNothingOfWhatStatementsGive) {
             library.run("DROP TABLE tblParm");
             library.run(foreign[seed - 2]);
         }
-        Connection other;
-        other.Open(library.path(), QString(), Connection::readWriteCreate);
-        for (Connection* connection : {&other, library.connection()})
-            connection->OpenRecordset("PRAGMA busy_timeout=0");
+        OtherProgram other(library.path());
+        library.connection()->OpenRecordset("PRAGMA busy_timeout=0");
         Lookups& lookups = library.connection()->lookups();
         // Some are first asked for within a transaction.
         if (seed % 2 == 0)
@@ -72,7 +64,7 @@ TEST(Lookups, ChangeNothingOfWhatStatementsGive) {
             const unsigned deed = random() % 8;
             succeeds([&] {
                 if (deed == 0)
-                    other.Execute(update);
+                    other.tryScript(update.text().toUtf8());
                 else if (deed == 1)
                     lookups.fillSlice();
                 else

@@ -1,43 +1,14 @@
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QDir>
-#include <QKeySequenceEdit>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QToolBar>
-
-#include "app/base/Definitions.h"
 #include "storage/LibraryConnection.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/Libraries.h"
-#include "tests/support/ModalAnswers.h"
-#include "tests/support/OtherProgram.h"
 #include "tests/support/Typing.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 /// The main window as a user has it after the start.
 class MainWindow : public ::testing::Test {
 protected:
-    MainWindow() {
-        installSamples();
-        window.MDIForm_Load();
-        window.show();
-        EXPECT_TRUE(makeActive(&window));
-    }
+    MainWindow() { installSamples(); }
 
     void run(int id) {
         window.commandBars()->execute(id);
@@ -63,17 +34,7 @@ protected:
     /// said.
     QString enter(int command, const QString& box, const QStringList& names, std::initializer_list<int> presses = {}) {
         ModalAnswers answers;
-        answers.then([&](QWidget* dialog) {
-            auto* line = dialog->findChild<QLineEdit*>(box);
-            for (const QString& name : names) {
-                EXPECT_TRUE(makeActive(dialog));
-                line->selectAll();
-                typeText(line, name);
-                QTest::keyClick(line, Qt::Key_Return);
-            }
-            if (dialog->isVisible())
-                QTest::keyClick(dialog, Qt::Key_Escape);
-        });
+        answers.then(EditorDriver::entering(box, names));
         for (const int button : presses)
             answers.press(button);
         run(command);
@@ -104,7 +65,8 @@ protected:
         return shown;
     }
 
-    frmMain window;
+    const EditorDriver user;
+    frmMain& window = *user.window();
 };
 
 }  // namespace

@@ -1,34 +1,15 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QSplitter>
-#include <QTest>
-#include <QWheelEvent>
-
 #include "editor/bills/BillTextBox.h"
 #include "editor/chapters/frmEditContent.h"
-#include "editor/contents/ContentPane.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/Lookups.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/Libraries.h"
-#include "tests/support/ModalAnswers.h"
-#include "tests/support/OtherProgram.h"
 #include "tests/support/Rations.h"
 #include "tests/support/Typing.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-const QString cont = u"cont"_s;
-const QString dekName = u"dekName"_s;
+const QString cont = u"cont"_s, dekName = u"dekName"_s;
 
 /// The window of a library with what is awkward.
 class Panes : public testing::Test {
@@ -70,16 +51,13 @@ TEST_F(Panes, WriteABoxOnceEachTimeItIsLeftButLentOnlyWhenChanged) {
         return now - std::exchange(before, now);
     };
     user.showPage(user.rule());
-    QWidget other;
     const auto lend = [&] {
-        other.show();
-        EditorDriver::activate(&other);
-        user.activate();
+        user.comeBack();
         QMenu menu;
         menu.popup(QPoint(5, 5));
     };
     for (const auto& [typed, lent, written] :
-         {std::tuple("", false, 1), {"X", false, 1}, {"", true, 0}, {"Y", true, 1}}) {
+         {std::tuple("", false, 1U), {"X", false, 1}, {"", true, 0}, {"Y", true, 1}}) {
         user.rule()->setFocus();
         writes();
         if (*typed)

@@ -1,16 +1,17 @@
-#include <gtest/gtest.h>
-
 #include "app/base/Definitions.h"
-#include "app/base/Paths.h"
+#include "app/base/Guarded.h"
 #include "editor/RationLibraries.h"
 #include "editor/bills/BillData.h"
+#include "editor/chapters/ChapterTree.h"
 #include "editor/common/Codes.h"
 #include "editor/common/CopyName.h"
+#include "editor/contents/ContentOutline.h"
 #include "editor/contents/RationLookup.h"
+#include "ration_browser/BrowserPlacement.h"
+#include "storage/Lookups.h"
+#include "tests/support/ModalAnswers.h"
 #include "tests/support/RationLibraries.h"
 #include "tests/support/TemporaryLibrary.h"
-
-using namespace Qt::StringLiterals;
 
 TEST(GetCodePreNext, StepsThePrefixAsOneNumber) {
     for (const auto& [code, forward, length, stepped] : {std::tuple("00", false, 2, "00"),
@@ -72,4 +73,88 @@ TEST(RationLookup, FindsLibrariesByTheirIdAndRationsByTheirCode) {
         EXPECT_EQ(GetDeData(QString::fromLatin1(code), path, name, unit), found != u"|") << code;
         EXPECT_EQ(name + u'|' + unit, found) << code;
     }
+}
+
+TEST(BrowserPlacement, OnlyAnUnreachableTitleBarIsBroughtBack) {
+    const QList<QRect> screens{{0, 0, 1366, 728}, {1366, 0, 1920, 1040}};
+    const QRect onSecond(2000, 100, 900, 600);
+    for (const QRect& reachable : {QRect(-500, 600, 900, 600), onSecond, QRect(1000, 100, 1500, 600)})
+        EXPECT_EQ(broughtBack(reachable, screens), reachable);
+    for (const QRect& lost : {QRect(4000, 100, 900, 600), QRect(0, -200, 900, 600), QRect(-880, 0, 900, 600),
+                              QRect(0, 750, 900, 600), QRect(-100'000, -100'000, 100'000, 100'000)})
+        EXPECT_TRUE(screens.first().contains(broughtBack(lost, screens))) << lost.x() << ' ' << lost.y();
+    EXPECT_EQ(broughtBack(onSecond, {screens.first()}).size(), onSecond.size());
+    EXPECT_EQ(broughtBack(onSecond, {}), onSecond);
+}
+
+// Above, below or beside the row, whichever leaves the window largest, and never over it.
+TEST(BrowserPlacement, StandsBesideTheRowThatItServes) {
+    for (const auto& [row, placed] : {std::pair(QRect(500, 600, 900, 28), QRect(510, 88, 880, 476)),
+                                      {QRect(500, 80, 900, 28), QRect(510, 174, 880, 596)},
+                                      {QRect(100, 400, 500, 28), QRect(608, 114, 850, 600)},
+                                      {QRect(800, 490, 600, 28), QRect(108, 170, 684, 600)},
+                                      {QRect(100, 400, 1366, 28), QRect()}})
+        EXPECT_EQ(besideRow(row, {880, 600}, {640, 360}, {100, 50, 1366, 728}), placed) << row.x() << ' ' << row.y();
+}
+
+// A dot a level, the code, "+" when open, "*" when selected. Orphans are left out; a code of another length or a
+// duplicate ends the tree, and then nothing is opened or selected.
+TEST(ChapterTree, HangsChaptersBelowTheirParents) {
+    for (const auto& [codes, expected] : {std::pair(u"02 010101 01 0101"_s, u"01+* .0101 ..010101 02+"_s),
+                                          {u"0301 01 0101 020101 0201"_s, u"01+* .0101"_s},
+                                          {u"01 0101 1"_s, u""_s},
+                                          {u"01 02 0101 100"_s, u"01 02"_s},
+                                          {u"01 0101 010101 01010101"_s, u"01 .0101 ..010101"_s},
+                                          {u"01 02 0101 0101 0102 010101"_s, u"01 .0101 02"_s}}) {
+        const TemporaryLibrary library;
+        library.run("INSERT INTO tblSYB(code,name) VALUES(NULL,'x'),('','x')");
+        for (const QString& code : codes.split(u' '))
+            library.run(sql("INSERT INTO tblSYB(code,name) VALUES('", code, "','n')"));
+        KeyedTree tree;
+        for (int time = 0; time < 2; ++time)
+            EXPECT_EQ(succeeds([&] { buildChapterTree(library.connection(), &tree); }),
+                      !codes.contains(u" 0101 0101 "_s));
+        QStringList lines;
+        for (const KeyedTree::Node* node : tree.nodes()) {
+            QString line = node->text(0).remove(u" n"_s);
+            for (const KeyedTree::Node* parent = node->parent(); parent; parent = parent->parent())
+                line.prepend(u'.');
+            lines << line + (node->isExpanded() ? u"+"_s : u""_s) + (tree.selectedNode() == node ? u"*"_s : u""_s);
+        }
+        EXPECT_EQ(lines.join(u' '), expected);
+    }
+}
+
+// By passes and by look-ups. Errors are recorded, and the rest is shown.
+TEST(ContentOutline, HangsRationsBelowTheContentsOfABillAndProfession) {
+    const TemporaryLibrary library;
+    library.run(
+        "INSERT INTO tblCont(ID,Num,Cont,Prof,BillID) VALUES(1,2,'乙','0102',7),(2,1,'甲','01',7),(3,3,'丙','02',7),"
+        "(4,1,'别','01',8),(5,4,NULL,'101',7)");
+    library.run(
+        "INSERT INTO tblContDe(ID,ContID,SubNum,SubCont,Deh,Name,Unit,DekID) VALUES(1,1,2,'后',NULL,'空','m','GD'),"
+        "(2,1,1,'先','a1-2','挖','m3','GD'),(3,1,1,'先','A1-1','填','m','HN'),(4,1,1,'先','','空','m','GD'),"
+        "(5,2,'o''clock','钟','X','','',''),(6,4,1,'别','Z','','','')");
+    const auto outline = [&] {
+        QStringList lines;
+        for (const OutlineRow& row : LoadBillContent(library.connection(), 7, u"01"_s))
+            lines << QString(row.level, u'-') +
+                         QStringList{row.contID, row.contDeID, row.contNum, row.subNum, row.cont, row.unit, row.dekName}
+                             .join(u'|');
+        return lines.join(u' ');
+    };
+    ModalAnswers answers;
+    answers.closeAnything();
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(outline(),
+                  u"2||1||甲|| -2|||o'clock|钟|| 1||2||乙|| -1|||1|先|| --1|2||1|[A1-2] 挖|m3|GD "
+                  "--1|3||1|[A1-1] 填|m|HN -1|||2|后|| 5||4||||"_s);
+        EXPECT_EQ(answers.takePlaces(), QStringList{u"frmEditor.LoadContentDe"_s});
+        while (library.connection()->lookups().fillSlice()) {
+        }
+    }
+    library.run("DROP TABLE tblContDe");
+    EXPECT_EQ(outline(), u"2||1||甲|| 1||2||乙|| 5||4||||"_s);
+    EXPECT_TRUE(LoadBillContent(nullptr, 7, u"01"_s).empty());
+    EXPECT_EQ(answers.takePlaces(), QStringList(3, u"frmEditor.LoadSubContent"_s) << u"frmEditor.LoadBillContent"_s);
 }

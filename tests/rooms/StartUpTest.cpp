@@ -1,12 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QTemporaryDir>
-
 #include "tests/support/OtherProgram.h"
 #include "tests/support/ShippedProgram.h"
-
-using namespace Qt::StringLiterals;
 
 TEST(StartUp, AnInstalledCopyMakesItsUsersFolderOnceAndWholeAndRunsOnceInIt) {
     const QTemporaryDir user, another;

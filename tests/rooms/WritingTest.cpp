@@ -1,10 +1,6 @@
 // What the random user does not ask of procedures: whose time stamps they renew, and what they leave when they fail
 // half-way and are not rolled back.
 
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-
 #include "app/base/Text.h"
 #include "editor/bills/BillData.h"
 #include "editor/bills/FeatureData.h"
@@ -13,8 +9,6 @@
 #include "storage/Lookups.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

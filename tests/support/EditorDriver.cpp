@@ -1,45 +1,12 @@
 #include "tests/support/EditorDriver.h"
 
-#include <gtest/gtest.h>
-
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTest>
-#include <QTimer>
-#include <QToolButton>
-#include <algorithm>
-
 #include "app/base/UserEvent.h"
-#include "editor/bills/BillPane.h"
-#include "editor/bills/FeaturePane.h"
-#include "editor/chapters/ChapterPane.h"
-#include "editor/contents/ContentPane.h"
 #include "tests/support/Typing.h"
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Without an item it goes to the middle.
-void clickItem(QAbstractItemView* view, const QModelIndex& item, Qt::MouseButton button) {
-    view->scrollTo(item);
-    QTest::mouseClick(view->viewport(), button, {}, view->visualRect(item).center());
-}
-
-}  // namespace
 
 EditorDriver::EditorDriver(const QString& path) : m_path(path) {
     makeWindow();
-    open();
+    if (!path.isEmpty())
+        open();
 }
 
 void EditorDriver::makeWindow() {
@@ -50,8 +17,6 @@ void EditorDriver::makeWindow() {
     m_main->show();
     activate();
 }
-
-EditorDriver::EditorDriver(frmMain* window, const QString& path) : m_path(path), m_main(window) {}
 
 void EditorDriver::open() {
     m_main->LoadBillDB(m_path);
@@ -84,19 +49,6 @@ bool EditorDriver::close(Closing way) {
     return closed;
 }
 
-KeyedTree* EditorDriver::tree() const { return editor()->chapterPane()->tvSYB(); }
-KeyedGrid* EditorDriver::bills() const { return editor()->billPane()->grdBillList(); }
-KeyedGrid* EditorDriver::features() const { return editor()->featurePane()->grdSpec(); }
-KeyedGrid* EditorDriver::values() const { return editor()->featurePane()->grdSpecEnum(); }
-KeyedGrid* EditorDriver::contents() const { return editor()->contentPane()->grdConcent(); }
-QPlainTextEdit* EditorDriver::rule() const { return editor()->billPane()->txtRule(); }
-QPlainTextEdit* EditorDriver::content() const { return editor()->billPane()->txtContent(); }
-QComboBox* EditorDriver::profession() const { return editor()->contentPane()->cboProfession(); }
-
-QLineEdit* EditorDriver::search() const { return editor()->findChild<QLineEdit*>(u"CommandBars2.203"_s); }
-
-QString EditorDriver::chapter() const { return KeyedTree::tag(tree()->selectedNode()); }
-
 void EditorDriver::showPage(QWidget* pane) const {
     auto* tabs = editor()->findChild<QTabWidget*>(u"tabBillDetail"_s);
     for (int page = 0; page < tabs->count(); ++page)
@@ -104,17 +56,14 @@ void EditorDriver::showPage(QWidget* pane) const {
             QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(page).center());
 }
 
-void EditorDriver::click(KeyedTree* in, KeyedTree::Node* node, Qt::MouseButton button) {
-    clickItem(in, in->indexFromItem(node), button);
+void EditorDriver::clickItem(QAbstractItemView* view, const QModelIndex& item, Qt::MouseButton button) {
+    view->scrollTo(item);
+    QTest::mouseClick(view->viewport(), button, {}, view->visualRect(item).center());
 }
 
 void EditorDriver::click(KeyedGrid* grid, int row, const QString& key, Qt::MouseButton button) const {
     showPage(grid);
     clickItem(grid, grid->model()->index(row, grid->column(key)), button);
-}
-
-void EditorDriver::key(QWidget* widget, int key, Qt::KeyboardModifiers modifiers) const {
-    QTest::keyClick(widget, static_cast<Qt::Key>(key), modifiers);
 }
 
 QWidget* EditorDriver::openEditor(KeyedGrid* grid, int row, const QString& key) const {
@@ -162,7 +111,7 @@ void EditorDriver::choose(QComboBox* choice, int entry, bool byMouse) {
     const QModelIndex wanted = choice->model()->index(entry, 0);
     EXPECT_TRUE(list->isVisible());
     if (byMouse) {
-        clickItem(list, wanted, Qt::LeftButton);
+        clickItem(list, wanted);
     } else {
         list->setCurrentIndex(wanted);
         QTest::keyClick(list, Qt::Key_Return);
@@ -189,28 +138,26 @@ void EditorDriver::runByMouse(int host, int id) const {
     run(host, id);
 }
 
-void EditorDriver::typeInto(QPlainTextEdit* box, const QString& text) const {
+void EditorDriver::typeInto(QWidget* box, const QString& text) const {
     showPage(box);
     box->setFocus();
     EXPECT_TRUE(box->hasFocus());
     typeOver(box, text);
 }
 
-void EditorDriver::typeQuery(const QString& text) const {
-    search()->setFocus();
-    typeOver(search(), text);
-}
-
-bool EditorDriver::closeMenu() {
-    // The menu must have become the active window before it can stop being it.
-    QCoreApplication::processEvents();
-    QWidget* menu = QApplication::activePopupWidget();
-    if (!menu)
-        return false;
-    QTest::keyClick(menu, Qt::Key_Escape);
-    EXPECT_FALSE(menu->isVisible());
-    activate();
-    return true;
+std::function<void(QWidget*)> EditorDriver::entering(const QString& box, const QStringList& texts) {
+    return [=](QWidget* dialog) {
+        auto* line = dialog->findChild<QLineEdit*>(box);
+        ASSERT_TRUE(line);
+        for (const QString& text : texts) {
+            activate(dialog);
+            line->setFocus();
+            typeOver(line, text);
+            QTest::keyClick(line, Qt::Key_Return);
+        }
+        if (dialog->isVisible())
+            QTest::keyClick(line, Qt::Key_Escape);
+    };
 }
 
 void EditorDriver::activate(QWidget* window) {
@@ -219,9 +166,26 @@ void EditorDriver::activate(QWidget* window) {
     EXPECT_TRUE(makeActive(window));
 }
 
+void EditorDriver::comeBack() {
+    QWidget other;
+    other.show();
+    activate(&other);
+    activate();
+    settle();
+}
+
+Snapshot EditorDriver::shownAfresh() const {
+    frmEditor fresh(m_main);
+    fresh.setDBFilePath(m_path);
+    EXPECT_TRUE(fresh.Form_Load());
+    fresh.contentPane()->cboProfession()->setCurrentIndex(profession()->currentIndex());
+    fresh.chapterPane()->tvSYB_NodeClick(fresh.chapterPane()->tvSYB()->node(u'K' + chapter()));
+    fresh.billPane()->grdBillList()->setRow(bills()->row());
+    fresh.featurePane()->grdSpec()->setRow(features()->row());
+    return snapshotOf(fresh);
+}
+
 void EditorDriver::settle() {
     { const UserEvent::Scope event; }
     QCoreApplication::processEvents();
 }
-
-void EditorDriver::pragma(const SqlText& statement) const { editor()->ormConn()->OpenRecordset(statement); }

@@ -1,12 +1,6 @@
 #include "tests/support/Extent.h"
 
-#include <gtest/gtest.h>
-
-#include <QDeadlineTimer>
-#include <QFile>
 #include <cstdio>
-
-using namespace Qt::StringLiterals;
 
 void repeated(unsigned ordinary, const std::function<void(unsigned)>& once) {
     const auto number = [](const char* name) { return static_cast<unsigned>(qEnvironmentVariableIntValue(name)); };

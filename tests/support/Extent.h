@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QString>
-#include <functional>
+#include "tests/support/Toolkit.h"
 
 /// Does `once` with the seeds 1, 2, … `ordinary`. In a long run (TESSEL_TEST_SECONDS) with seeds that grow from
 /// TESSEL_TEST_SEED on, until that many seconds are over; what it does is the only thing that such a run repeats. Ends

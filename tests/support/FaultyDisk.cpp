@@ -3,16 +3,11 @@
 #include <sqlite3.h>
 
 #include <csignal>
-#include <map>
 
 namespace {
 
-struct Disk {
+struct Disk : FaultyDisk::Counts {
     FaultyDisk::Fault fault;
-    std::int64_t changes = 0;
-    std::int64_t reads = 0;
-    std::int64_t failures = 0;
-    std::int64_t waitedMicroseconds = 0;
     std::int64_t changesTold = 0;
 };
 Disk disk;
@@ -122,15 +117,15 @@ int deleteFile(sqlite3_vfs*, const char* name, int syncFolder) {
 }
 
 int sleepFor(sqlite3_vfs*, int microseconds) {
-    disk.waitedMicroseconds += microseconds;
+    disk.waited += microseconds / 1000;
     return microseconds;
 }
 
 }  // namespace
 
-FaultyDisk::FaultyDisk() : m_previous(sqlite3_vfs_find(nullptr)) {
+FaultyDisk::FaultyDisk() {
     relieve();
-    below = m_previous;
+    below = sqlite3_vfs_find(nullptr);
     // A copy of the one below: what is not ours finds there whatever it looks for.
     layer = *below;
     layer.pNext = nullptr;
@@ -144,15 +139,11 @@ FaultyDisk::FaultyDisk() : m_previous(sqlite3_vfs_find(nullptr)) {
 FaultyDisk::~FaultyDisk() {
     ::record = nullptr;
     whenChanged({});
-    sqlite3_vfs_register(m_previous, 1);
+    sqlite3_vfs_register(below, 1);
     sqlite3_vfs_unregister(&layer);
 }
 
-std::int64_t FaultyDisk::operations() const { return disk.changes; }
-std::int64_t FaultyDisk::reads() const { return disk.reads; }
-std::int64_t FaultyDisk::failures() const { return disk.failures; }
-std::int64_t FaultyDisk::waited() const { return disk.waitedMicroseconds / 1000; }
-
-void FaultyDisk::set(const Fault& fault) { disk = {.fault = fault}; }
+const FaultyDisk::Counts& FaultyDisk::counts() { return disk; }
+void FaultyDisk::set(const Fault& fault) { disk = {{}, fault}; }
 void FaultyDisk::record(std::vector<Change>* changes) { ::record = changes; }
 void FaultyDisk::whenChanged(std::function<void()> changed) { ::whenChanged = std::move(changed); }

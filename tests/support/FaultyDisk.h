@@ -1,12 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-#include <cstdint>
-#include <functional>
-#include <string>
-#include <vector>
+#include "tests/support/Toolkit.h"
 
-struct sqlite3_vfs;
+#include <cstdint>
 
 /// The disk under every database file that is opened while it lives: it counts what happens to files and fails, or
 /// ends the process, at an operation chosen beforehand. Nobody waits on it: syncs are not carried out, and the time
@@ -21,15 +17,14 @@ public:
     ~FaultyDisk();
     Q_DISABLE_COPY(FaultyDisk)
 
-    /// Operations that changed a file, or tried to, since the disk was made or last set to a fault: those on libraries,
-    /// journals and temporary files alike.
-    std::int64_t operations() const;
-    /// Reads, counted by themselves.
-    std::int64_t reads() const;
-    /// Operations that a fault has failed since it was set.
-    std::int64_t failures() const;
-    /// Milliseconds that locks would have been waited for since the disk was made or last set to a fault.
-    std::int64_t waited() const;
+    /// What has happened since the disk was made or last set to a fault.
+    struct Counts {
+        std::int64_t changes = 0;   ///< of files, or tries: of libraries, journals and temporary files alike
+        std::int64_t reads = 0;     ///< counted by themselves
+        std::int64_t failures = 0;  ///< that a fault has caused
+        std::int64_t waited = 0;    ///< milliseconds that locks would have been waited for
+    };
+    static const Counts& counts();
 
     /// What happens at the operation `at`, 1 for the next one, which counts changes, or reads when `kinds` is Read
     /// alone: it fails with an input/output error, unless something else is asked for.
@@ -58,7 +53,4 @@ public:
     void record(std::vector<Change>* changes);
     /// Calls `changed` as soon as a file can be read again after something has been changed.
     void whenChanged(std::function<void()> changed);
-
-private:
-    sqlite3_vfs* m_previous;
 };

@@ -1,10 +1,5 @@
 #include "tests/support/Libraries.h"
 
-#include <QDir>
-#include <QDirIterator>
-
-#include "app/base/Definitions.h"
-#include "app/base/Paths.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"
 #include "tests/support/OtherProgram.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
-using namespace Qt::StringLiterals;
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
+#include "tests/support/Toolkit.h"
 
 /// The program folder that the build made, with its samples and icons.
 QString builtProgramFolder();

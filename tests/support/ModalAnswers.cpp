@@ -1,19 +1,6 @@
 #include "tests/support/ModalAnswers.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QDialog>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QTest>
-#include <QTimer>
-
 #include "tests/support/Typing.h"
-
-using namespace Qt::StringLiterals;
 
 ModalAnswers::ModalAnswers() {
     otherwise([this](QWidget* window) {

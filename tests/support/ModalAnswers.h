@@ -1,10 +1,6 @@
 #pragma once
 
-#include <QObject>
-#include <QStringList>
-#include <QWidget>
-#include <functional>
-#include <vector>
+#include "tests/support/Toolkit.h"
 
 /// Answers the modal windows that appear while it lives, as a user would, and remembers what they said.
 ///

@@ -2,8 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <QFile>
-
 OtherProgram::OtherProgram(const QString& path, const char* key) {
     EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_database), SQLITE_OK);
     if (*key) {
@@ -63,8 +61,14 @@ QStringList contentOf(const QString& path) {
     OtherProgram reader(path);
     QStringList all;
     for (const QString& table :
-         reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_stat%' ORDER BY name"))
-        all << table << reader.run(sql("SELECT * FROM ", table));
+         reader.run("SELECT name FROM sqlite_schema WHERE name NOT LIKE 'sqlite%' ORDER BY name")) {
+        all << table;
+        for (const QStringList& row : reader.rows(u"SELECT * FROM "_s + table)) {
+            all << QString();
+            for (const QString& value : row)
+                all.last() += (value.isNull() ? u"␀"_s : value) + u'|';
+        }
+    }
     return all;
 }
 

@@ -1,12 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QStringList>
-
 #include "storage/Sql.h"
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Toolkit.h"
 
 struct sqlite3;
 
@@ -37,7 +32,7 @@ private:
 /// All rows of a query on the file at `path`, read by another program, so that only what is in the file is seen.
 QStringList rowsInFile(const QString& path, const SqlText& query);
 
-/// The same, of every row of every table.
+/// Every row of every table, but for the counters of row ids; a missing value is ␀.
 QStringList contentOf(const QString& path);
 
 /// Makes `bytes` all that the file holds, in its place.

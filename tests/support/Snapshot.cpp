@@ -1,8 +1,5 @@
 #include "tests/support/Snapshot.h"
 
-#include <QComboBox>
-#include <QPlainTextEdit>
-
 #include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
 #include "editor/bills/BillPane.h"
@@ -10,8 +7,6 @@
 #include "editor/chapters/ChapterPane.h"
 #include "editor/contents/ContentPane.h"
 #include "editor/frmEditor.h"
-
-using namespace Qt::StringLiterals;
 
 std::string textOf(const Rows& rows) {
     QStringList lines;
@@ -46,16 +41,11 @@ Rows rowsOf(const KeyedTree* tree) {
     return rows;
 }
 
-namespace {
-
-/// As it is: toPlainText() would turn no-break spaces into blanks.
-QString textIn(const QPlainTextEdit* box) {
-    return box->document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
-}
-
-}  // namespace
-
 Snapshot snapshotOf(const frmEditor& editor) {
+    // As it is: toPlainText() would turn no-break spaces into blanks.
+    const auto textIn = [](const QPlainTextEdit* box) {
+        return box->document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+    };
     const BillPane* bills = editor.billPane();
     const FeaturePane* features = editor.featurePane();
     const KeyedGrid* contents = editor.contentPane()->grdConcent();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "tests/support/OtherProgram.h"
 
 class KeyedGrid;
@@ -22,10 +20,7 @@ struct Snapshot {
     Rows features;  ///< id, Name, type, unit, defval
     Rows values;    ///< ID, isUse, eigenValue
     Rows contents;  ///< level, cont, Unit, dekName, contID, contDeID, contNum, subNum, contType
-    int bill = -1;
-    int feature = -1;
-    int value = -1;
-    int contentRow = -1;
+    int bill = -1, feature = -1, value = -1, contentRow = -1;
     QString profession;  ///< two digits
     QString rule;
     QString content;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QTemporaryDir>
-
 #include "app/base/Paths.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"

@@ -1,15 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QDir>
-#include <QSettings>
-#include <QStyleFactory>
-#include <QTemporaryDir>
-
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-
-using namespace Qt::StringLiterals;
+#include "tests/support/Toolkit.h"
 
 /// Runs the tests in a fresh program folder, which goes when they end. It holds no tessel.dat unless a test puts one
 /// there; appPath and dataPath point into it.

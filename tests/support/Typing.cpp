@@ -1,15 +1,11 @@
 #include "tests/support/Typing.h"
 
-#include <QApplication>
-#include <QTest>
-#include <QWindow>
-#include <memory>
-
 void typeText(QWidget* widget, const QString& text) {
     for (qsizetype at = 0, length = 0; at < text.size(); at += length) {
         // A character outside the basic plane comes as one.
         length = text[at].isHighSurrogate() && at + 1 < text.size() ? 2 : 1;
-        QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, text.mid(at, length), Qt::NoModifier);
+        QTest::sendKeyEvent(QTest::Click, widget ? widget : QApplication::focusWidget(), Qt::Key_unknown,
+                            text.mid(at, length), Qt::NoModifier);
     }
 }
 

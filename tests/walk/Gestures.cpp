@@ -1,16 +1,7 @@
 // What the user does, and how often: clicks, keys and commands, in all parts of the window.
 
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-#include <QTextDocumentFragment>
-#include <array>
-
 #include "ration_browser/frmDekBrowser.h"
 #include "tests/walk/RandomUser.h"
-
-using namespace Qt::StringLiterals;
 
 void RandomUser::act() {
     using User = RandomUser;
@@ -24,9 +15,8 @@ void RandomUser::act() {
         {&User::clickRow, {0, 12, 8, 8}},        {&User::pressInGrid, {0, 6, 0, 8}},
         {&User::editCell, {0, 10, 18, 27}},      {&User::commandHere, {0, 24, 23, 26}},
         {&User::goOnWhileTyping, {0, 12, 6, 6}}, {&User::query, {0, 4, 0, 0}},
-        {&User::listWhileLocked, {0, 2, 0, 0}},  {&User::typeIntoBox, {0, 7, 0, 0}},
-        {&User::chooseEntry, {0, 0, 8, 5}},      {&User::tickValue, {0, 0, 10, 0}},
-        {&User::pressOnly, {0, 0, 2, 0}},        {&User::changeProfession, {0, 0, 0, 2}},
+        {&User::typeIntoBox, {0, 7, 0, 0}},      {&User::chooseEntry, {0, 0, 8, 5}},
+        {&User::tickValue, {0, 0, 10, 0}},       {&User::changeProfession, {0, 0, 0, 2}},
         {&User::useBrowser, {0, 0, 0, 9}},       {&User::goBackOrForth, {6, 6, 6, 6}},
     };
     using enum Room;
@@ -37,15 +27,11 @@ void RandomUser::act() {
         return clickChapter();
     // Now and then the hand goes elsewhere, and is at work there meanwhile.
     const Room room = std::exchange(m_room, chance(36) ? oneOf({Chapters, Bills, Features, Contents}) : m_room);
-    const auto often = [this](const Gesture& gesture) { return gesture.often[static_cast<std::size_t>(m_room)]; };
-    int drawn = 0;
+    std::vector<int> often;
     for (const Gesture& gesture : gestures)
-        drawn += often(gesture);
-    drawn = upTo(drawn);
-    auto gesture = gestures.begin();
-    while (drawn >= often(*gesture))
-        drawn -= often(*gesture++);
-    (this->*gesture->act)();
+        often.push_back(gesture.often[static_cast<std::size_t>(m_room)]);
+    std::discrete_distribution<std::size_t> dice(often.begin(), often.end());
+    (this->*gestures[dice(m_random)].act)();
     m_room = room;
 }
 
@@ -205,54 +191,22 @@ void RandomUser::clickRow() {
     const QString key = anyColumn(view);
     look(view, row, [&] {
         m_driver.click(view, row, key, right ? Qt::RightButton : Qt::LeftButton);
-        m_driver.closeMenu();
+        // The menu must have become the active window before it can stop being it.
+        QCoreApplication::processEvents();
+        if (QWidget* menu = QApplication::activePopupWidget()) {
+            m_driver.key(menu, Qt::Key_Escape);
+            EXPECT_FALSE(menu->isVisible());
+            m_driver.activate();
+        }
     });
     // A click on the current cell of a column with a list opens the list.
     escape();
 }
 
-/// Presses the mouse on a check box and releases it elsewhere, where nothing happens.
-void RandomUser::pressOnly() {
-    KeyedGrid* values = m_driver.values();
-    m_driver.showPage(values);
-    QWidget* area = values->viewport();
-    const QModelIndex box = values->model()->index(values->rowCount() - 1, values->column(u"isUse"_s));
-    const QPoint at = values->visualRect(box).center();
-    const QPoint elsewhere(at.x(), area->height() + 3);
-    look(area, -1, [&] {
-        QTest::mousePress(area, Qt::LeftButton, {}, at);
-        QTest::mouseMove(area, elsewhere);
-        QTest::mouseRelease(area, Qt::LeftButton, {}, elsewhere);
-    });
-}
-
 void RandomUser::query() {
     const QString text = oneOf({u""_s, u"0101"_s, u"01"_s, u"1"_s, u"002"_s, u"0_0%1"_s, u"'"_s, u"zz"_s});
-    m_driver.typeQuery(text);
+    m_driver.typeInto(m_driver.search(), text);
     command(2202, text);
-}
-
-/// What could not be listed is not there for any command, until it has been listed.
-void RandomUser::listWhileLocked() {
-    if (m_disturbed || !m_habits.disturbed)
-        return;
-    const bool asks = m_driver.chapter().size() != 6 || chance(50);
-    if (asks)
-        m_driver.typeQuery(u"0"_s);
-    begin(Deed::Kind::Refused, {}, -1, {}, asks ? u"0"_s : QString());
-    {
-        const Disturbance locked(m_driver.path(), Disturbance::Kind::Locked);
-        m_driver.pragma("PRAGMA busy_timeout=0");
-        if (asks)
-            run(2202, false);
-        else
-            m_driver.click(m_driver.tree()->selectedNode());
-        EditorDriver::settle();
-    }
-    m_deed.possible = !m_driver.bills()->hasRows();
-    // Adding lists first; a query is asked again.
-    run(asks ? 2202 : 2200, false);
-    done();
 }
 
 void RandomUser::changeProfession() {
@@ -265,7 +219,6 @@ void RandomUser::changeProfession() {
 void RandomUser::useBrowser() {
     auto* browser = frmDekBrowser::shared(m_driver.window());
     KeyedGrid* contents = m_driver.contents();
-    const auto shown = [browser] { return browser->cboDek()->currentData().toString(); };
     if (const int row = rationRow(); row >= 0 && chance(60)) {
         m_driver.showPage(contents);
         contents->setFocus();
@@ -273,20 +226,12 @@ void RandomUser::useBrowser() {
         begin(Deed::Kind::Look, u"browser"_s);
         m_driver.key(contents, Qt::Key_F4);
         m_deed.possible = browser->isVisible();
-        m_deed.dekID = shown();
+        m_deed.dekID = browser->cboDek()->currentData().toString();
         done();
     }
     if (!browser->isVisible())
         return;
     EditorDriver::activate(browser);
-    if (chance(30)) {
-        const QString before = shown();
-        begin(Deed::Kind::Look, u"cboDek"_s);
-        m_driver.key(browser->cboDek(), oneOf({Qt::Key_Up, Qt::Key_Down}));
-        if (shown() != before)
-            m_deed.dekID = shown();
-        done();
-    }
     if (const QList<KeyedTree::Node*> nodes = browser->tvRationContent()->nodes(); !nodes.isEmpty())
         EditorDriver::click(browser->tvRationContent(), oneOf(nodes));
     takeRation(*browser);

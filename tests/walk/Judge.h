@@ -12,7 +12,12 @@ class Judge {
 public:
     Judge(EditorDriver& driver, RandomUser& user);
 
+    /// Takes all steps back, to the byte, and does them all again.
+    void goBackAndForth();
+
 private:
+    /// Hears from the library that is open now of what is loaded anew, done and taken back.
+    void follow();
     void see(const Deed& deed);
     void look(const Deed& deed);
     void endOfStep(const QStringList& messages, bool disturbed);
@@ -20,7 +25,6 @@ private:
     /// was recorded.
     bool isWritten(const Deed& deed, bool broken, const char* place = "ModDBOperator.ExecuteDDL");
     void command(const Deed& deed);
-    void goBackOrForth(const Deed& deed);
 
     // JudgeOfWindow.cpp
     void checkWindow();
@@ -60,12 +64,15 @@ private:
     EditorDriver& m_driver;
     const Rations m_rations;
     LibraryModel m_library;
+    QList<QStringList> m_states;  ///< what the file held after each step
+    qsizetype m_state = 0;        ///< the present one
     Prescribed m_prescribed;
     /// A fresh load of the same file, of which most of the time only the panes are loaded anew.
     std::unique_ptr<frmEditor> m_fresh;
     int m_checks = 0;
     Snapshot m_last;  ///< what the window showed at the end of the last step
     QString m_query;
+    QString m_said;  ///< by the history, last
     QStringList m_expected;
 
     enum class Nodes { Any, Open, Closed, AsLoaded };

@@ -1,16 +1,10 @@
 // What commands do to chapters, and what the tree must show of that.
 
-#include <gtest/gtest.h>
-
 #include "tests/walk/Judge.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int depthCell = 0;
-constexpr int textCell = 1;
-constexpr int tagCell = 2;
+constexpr int depthCell = 0, textCell = 1, tagCell = 2;
 
 /// Of what all chapters hang from, too: that is row -1.
 int depthOf(const Rows& tree, qsizetype row) { return row < 0 ? -1 : tree[row][depthCell].toInt(); }

@@ -1,10 +1,7 @@
 // What commands do to bills, features, values and contents.
 
-#include <gtest/gtest.h>
-
 #include "tests/walk/Judge.h"
 
-using namespace Qt::StringLiterals;
 using namespace ContentCell;
 
 /// The list stays in its order, from now until it is filled again, because of a code that is none of its chapter.

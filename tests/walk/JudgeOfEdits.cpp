@@ -1,10 +1,7 @@
 // What edits do to a library, and rations taken from the browser.
 
-#include <gtest/gtest.h>
-
 #include "tests/walk/Judge.h"
 
-using namespace Qt::StringLiterals;
 using namespace ContentCell;
 
 namespace {
@@ -19,8 +16,7 @@ QString inCell(QString text, int limit) {
 
 bool isSame(const QString& a, const QString& b) { return trimmed(a).toLower() == trimmed(b).toLower(); }
 
-const QString checked = u"1"_s;
-const QString unchecked = u"2"_s;
+const QString checked = u"1"_s, unchecked = u"2"_s;
 
 }  // namespace
 

@@ -1,21 +1,8 @@
 // A library is made, filled, changed and searched with the keyboard alone: every key goes to whatever has the focus.
 
-#include <gtest/gtest.h>
-
-#include <QAction>
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-
-#include "app/base/Definitions.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/Libraries.h"
-#include "tests/support/ModalAnswers.h"
-#include "tests/support/OtherProgram.h"
 #include "tests/support/Typing.h"
 
 namespace {
@@ -27,10 +14,6 @@ protected:
     Keyboard() {
         installSamples();
         QFile::remove(path);
-        main.MDIForm_Load();
-        main.resize(1366, 768);
-        main.show();
-        activate();
     }
 
     /// Does one step after the other: a gesture, what it is done to, and after " = " the answer to what it asks or what
@@ -47,7 +30,7 @@ protected:
             if (gesture == u"file")
                 EXPECT_EQ(rowsInFile(path, sql("SELECT ", what)).join(u", "_s), text);
             else if (gesture == u"type")
-                type(what);
+                typeText(nullptr, what);
             else if (gesture == u"tab")
                 tabTo(what);
             else if (gesture == u"round")
@@ -128,19 +111,14 @@ protected:
         } else if (text == u"Esc") {
             press(text);
         } else {
-            type(text);
+            typeText(nullptr, text);
             press(u"Return"_s);
         }
     }
 
-    /// The first character may open an editor, which takes the rest.
-    static void type(const QString& text) {
-        for (const QChar character : text)
-            typeText(QApplication::focusWidget(), character);
-    }
-
     const QString path = dataPath + u"键盘.bdb"_s;
-    frmMain main;
+    const EditorDriver user;
+    frmMain& main = *user.window();
 };
 
 }  // namespace

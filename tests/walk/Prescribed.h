@@ -1,14 +1,15 @@
 #pragma once
 
-#include <QMap>
-#include <optional>
-
+#include "editor/common/LibraryDocument.h"
 #include "tests/support/Snapshot.h"
 
-class LibraryDocument;
-
 /// One cell of each row.
-QStringList columnOf(const Rows& rows, int cell);
+inline QStringList columnOf(const Rows& rows, int cell) {
+    QStringList cells;
+    for (const QStringList& row : rows)
+        cells << row[cell];
+    return cells;
+}
 
 /// The differences between the window and a fresh load of its file that are meant to be, by name. Each says what the
 /// window must show instead, and ends when the part of the window that it concerns is loaded anew. Everything else must
@@ -51,14 +52,53 @@ struct Prescribed {
     QMap<QString, int> emptied;
 
     /// Identifies a row of the content grid as long as it is not renumbered.
-    static QString nodeKey(const QStringList& row);
+    static QString nodeKey(const QStringList& row) {
+        return row[ContentCell::Level] + u'/' +
+               (row[ContentCell::Level] == u"2" ? row[ContentCell::ContDeID]
+                                                : row[ContentCell::ContID] + u'/' + row[ContentCell::SubNum]);
+    }
 
     /// Hears from `library` when a part of its window is loaded anew.
-    void follow(const LibraryDocument& library);
-    void detailsLoaded();
+    void follow(const LibraryDocument& library) {
+        QObject::connect(&library, &LibraryDocument::listingChanged, &library, [this] { bills.reset(); });
+        QObject::connect(&library, &LibraryDocument::currentBillChanged, &library, [this, &library] {
+            detailsLoaded();
+            detailsOf = QString::number(library.shownBill().id);
+        });
+    }
+    void detailsLoaded() {
+        detailsLocked = contentsEmptied = false;
+        cells.clear();
+        emptied.clear();
+    }
     void everythingLoaded() { *this = {}; }
 
     /// Changes what a fresh load shows of contents into what the window must show, and takes out of `shown` what the
     /// window alone knows: "the blank ration row", at most one, which is not in the file until it gets a code.
-    void applyToContents(Rows& fresh, Rows& shown) const;
+    void applyToContents(Rows& fresh, Rows& shown) const {
+        int blanks = 0;
+        QMap<QString, int> left = emptied;
+        for (qsizetype i = shown.size() - 1; i >= 0; --i) {
+            const QStringList row = shown[i];
+            const bool inFile = std::any_of(fresh.begin(), fresh.end(), [&](const QStringList& other) {
+                return other[ContentCell::Level] == u"1" && other[ContentCell::ContID] == row[ContentCell::ContID] &&
+                       other[ContentCell::SubNum] == row[ContentCell::SubNum];
+            });
+            if (row[ContentCell::Level] == u"2" && row[ContentCell::ContDeID].isEmpty()) {
+                ++blanks;
+                // It stands below its own second-level content.
+                EXPECT_TRUE(i > 0 && shown[i - 1][ContentCell::Level] != u"0" &&
+                            shown[i - 1][ContentCell::ContID] == row[ContentCell::ContID] &&
+                            shown[i - 1][ContentCell::SubNum] == row[ContentCell::SubNum]);
+                shown.removeAt(i);
+            } else if (row[ContentCell::Level] == u"1" && !inFile && left.value(row[ContentCell::ContID]) > 0) {
+                --left[row[ContentCell::ContID]];
+                shown.removeAt(i);
+            }
+        }
+        EXPECT_LE(blanks, 1);
+        for (QStringList& row : fresh)
+            for (const int column : {ContentCell::Cont, ContentCell::DekName})
+                row[column] = cells.value({nodeKey(row), column}, row[column]);
+    }
 };

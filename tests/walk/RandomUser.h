@@ -1,12 +1,44 @@
 #pragma once
 
-#include <functional>
-#include <random>
-
 #include "tests/support/Disturbance.h"
 #include "tests/support/EditorDriver.h"
-#include "tests/support/ModalAnswers.h"
-#include "tests/walk/Deed.h"
+
+/// One thing that a user did, for whoever judges what came of it.
+struct Deed {
+    enum class Kind {
+        Look,      ///< nothing that changes the library: a click, a key
+        Command,   ///< a command of the editor
+        Edit,      ///< a cell or a box was typed into, and left
+        Choice,    ///< an entry of a cell's drop-down list was chosen
+        Tick,      ///< a check box was clicked
+        Ration,    ///< a ration was taken from the browser
+        Reopened,  ///< the library was closed and opened again
+        Undone,    ///< the last step was to be taken back
+        Redone,    ///< the step taken back last was to be done once more
+    };
+    Kind kind = Kind::Look;
+    int command = 0;     ///< its host * 1000 + its id
+    QString place = {};  ///< objectName of the grid, tree or box
+    int row = -1;        ///< the row that was clicked or edited; of the tree too
+    QString key = {};    ///< of the column
+    QString text = {};   ///< that was typed, chosen or searched for
+    QString dekID = {};  ///< library of the ration
+    bool given = true;   ///< ended as an edit, not given up
+
+    /// What the user answered to a question and to a dialog that asks for a name.
+    bool yes = false;
+    enum class Answer { Entered, Cancelled, BoxClosed } answer = Answer::Cancelled;
+    QString name = {};
+    QString preset = {};  ///< the name that the dialog offered
+
+    Snapshot before = {};     ///< what the window showed
+    bool failed = false;      ///< an error was recorded meanwhile
+    bool possible = true;     ///< the cell could be edited, the button pressed
+    bool closed = false;      ///< the window was closed while the cell was being edited
+    bool stayedOpen = false;  ///< the cell was still being edited, the box still typed into, after that was to be over
+
+    QString story() const;
+};
 
 /// Does at random what an estimator does in an editor window, one gesture a step, whatever the library holds. It only
 /// acts: nothing is expected of the window here, and the same seed does the same whether or not somebody judges it.
@@ -27,7 +59,7 @@ public:
     std::function<void(const QStringList& messages, bool disturbed)> onStep = [](const QStringList&, bool) {};
 
     /// What was done last, for the report of a failure.
-    QString story() const { return m_story.join(u"\n  "_s); }
+    QString story() const { return m_story.last(qMin(m_story.size(), 12)).join(u"\n  "_s); }
 
 private:
     std::unique_ptr<Disturbance> disturb();
@@ -65,9 +97,7 @@ private:
     void reopen();
     void goBackOrForth();
     void clickRow();
-    void pressOnly();
     void query();
-    void listWhileLocked();
     void changeProfession();
     void useBrowser();
     void takeRation(class frmDekBrowser& browser);
@@ -92,8 +122,7 @@ private:
     enum class Room { Chapters, Bills, Features, Contents };
     Room m_room = Room::Chapters;
     ModalAnswers* m_answers = nullptr;
-    bool m_disturbed = false;
-    bool m_halfDone = false;
+    bool m_disturbed = false, m_halfDone = false;
     Deed m_deed;
     qsizetype m_seen = 0;
     int m_names = 0;
