@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QDirIterator>
+#include <QMessageBox>
 #include <QTemporaryDir>
 
 #include "app/base/Definitions.h"
@@ -179,4 +180,51 @@ TEST_F(LibraryFile, CanBeWorkedWithWhenTheProgramFolderIsWriteProtected) {
               QStringList({u"提示: 存在相同的文件名，是否覆盖原来的文件？"_s, failed}));
     main.commandBars()->execute(260);
     EditorDriver::settle();
+}
+
+TEST_F(LibraryFile, ACopyLaidOverItIsNotGivenUpToTheJournalOfTheFileBefore) {
+    using Buttons = QMessageBox::StandardButton;
+    user.close();
+    const QString journal = path + u"-journal"_s;
+    const QByteArray copy = bytesOf(path);
+    const QStringList copied = contentOf(path);
+    for (const char* name : {"1", "2"})
+        OtherProgram(path).run("UPDATE tblBill SET Name=?", {QString::fromLatin1(name)});
+    const QStringList before = contentOf(path);
+    QByteArray half, left;
+    {
+        // With so little memory it has written half of its change when it dies.
+        OtherProgram dying(path);
+        for (const char* statement : {"PRAGMA cache_size=1", "BEGIN", "CREATE TABLE other(a)"})
+            dying.rows(QString::fromLatin1(statement));
+        dying.run("UPDATE tblBill SET Rule=hex(zeroblob(20000))");
+        half = bytesOf(path);
+        left = bytesOf(journal);
+    }
+    const struct {
+        QByteArray file;
+        QMessageBox::StandardButton pressed;  ///< of the question; none is foreseen without
+        bool opened, playedBack;
+    } cases[] = {
+        {half, Buttons::NoButton, true, true}, {copy, Buttons::No, false, false}, {copy, Buttons::Yes, true, false}};
+    for (const auto& [file, pressed, opened, playedBack] : cases) {
+        overwrite(path, file);
+        overwrite(journal, left);
+        ModalAnswers answers;
+        if (pressed != Buttons::NoButton)
+            answers.press(pressed);
+        if (!opened)
+            answers.press(Buttons::Ok).press(Buttons::Ok);
+        main.LoadBillDB(path);
+        EditorDriver::settle();
+        EXPECT_EQ(answers.seen().value(0).contains(u"不是这个文件留下的"_s), !playedBack);
+        EXPECT_EQ(user.editor() != nullptr, opened);
+        if (user.editor())
+            user.close();
+        EXPECT_EQ(QFile::remove(journal), !opened);
+        EXPECT_EQ(contentOf(path), playedBack ? before : copied);
+    }
+    const QStringList aside = QDir(dataPath).entryList({QFileInfo(journal).fileName() + u".*"_s});
+    ASSERT_EQ(aside.size(), 1);
+    EXPECT_EQ(bytesOf(dataPath + aside[0]), left);
 }
