@@ -7,7 +7,7 @@
 #include "app/base/Error.h"
 #include "app/base/Paths.h"
 #include "benchmarks/PlainDatabase.h"
-#include "samples/writer/RationFiles.h"
+#include "administration/RationFiles.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"
 

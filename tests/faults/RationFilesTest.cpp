@@ -8,7 +8,7 @@
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "ration_browser/frmDekBrowser.h"
-#include "samples/writer/RationFiles.h"
+#include "administration/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/faults/Workplace.h"
 #include "tests/support/Disturbance.h"

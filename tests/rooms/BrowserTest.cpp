@@ -11,13 +11,16 @@
 #include <QTest>
 #include <QToolBar>
 
+#include "administration/LibrariesCommand.h"
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
 #include "app/base/UserSettings.h"
 #include "app/controls/CommandBars.h"
 #include "ration_browser/ElidedLine.h"
 #include "ration_browser/RationReceiver.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
-#include "tests/support/RationLibraries.h"
+#include "tests/support/OtherProgram.h"
 #include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;
@@ -53,11 +56,24 @@ class Browser : public ::testing::Test {
 protected:
     Browser() {
         // One chapter below another, a dead one, and rations in two of them.
-        files.make("a.db",
-                   {"101,12,'A1-1','平整场地','100m2'", "102,12,'a1-2x','原土打夯',NULL", "103,6,'B','挖','1000m3'"},
-                   {"3,1,0,0,0,0,'机械土石方',0", "6,1,1,0,0,0,'反铲',0", "7,1,2,0,0,0,'作废',1",
-                    "12,2,0,0,0,0,'土石方工程',0", "13,2,1,0,0,0,'砌筑',0"});
-        files.list({{"GD02", "安装", "a.db", "02"}, {"GD01", "建筑", "a.db", "01"}, {"NO", "无", "n.db", "03"}});
+        const QString chapters = appPath + u"chapters.csv"_s, rations = appPath + u"rations.csv"_s;
+        overwrite(
+            chapters,
+            "编号,章,节,标题,作废\n3,1,,机械土石方,\n6,1,1,反铲,\n7,1,2,作废,是\n12,2,,土石方工程,\n13,2,1,砌筑,\n");
+        overwrite(rations, "章编号,编码,名称,单位\n12,A1-1,平整场地,100m2\n12,a1-2x,原土打夯,m\n6,B,挖,1000m3\n");
+        QFile::remove(appPath + u"tessel.dat"_s);
+        QString said;
+        QTextStream out(&said);
+        for (const auto& [id, name, profession] :
+             {std::tuple("GD02", "安装", "02"), {"GD01", "建筑", "01"}, {"NO", "无", "03"}}) {
+            QStringList words;
+            for (const char* word : {"make", id, "--name", name, "--profession", profession, "--region", "广东省"})
+                words << QString::fromUtf8(word);
+            EXPECT_EQ(runLibrariesCommand(words << u"--chapters"_s << chapters << u"--rations"_s << rations, out, out),
+                      0)
+                << qPrintable(said);
+        }
+        QFile::remove(missing);
         settings.clear();
     }
 
@@ -97,7 +113,7 @@ protected:
         return browser->findChild<QToolBar*>()->widgetForAction(browser->CommandBars1()->action(id));
     }
 
-    RationLibraries files;
+    const QString missing = joinPath(dataPath + u"广东省"_s, u"无.db"_s);
     QSettings settings = userSettings(u"frmDekBrowser"_s);
     Editor editor;
     std::unique_ptr<QMainWindow> mainWindow;
@@ -121,7 +137,7 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
     tree->node(u"K12"_s)->setExpanded(true);
     EXPECT_TRUE(button(259)->isEnabled() && button(260)->isEnabled());
     QTest::keyClick(grid, Qt::Key_Down);
-    const QString left = u"安装>K12> A1-1100m2*a1-2x> Root K12"_s;
+    const QString left = u"安装>K12> A1-1100m2*a1-2xm> Root K12"_s;
     EXPECT_EQ(shown(), left);
     open("GD02");
     EXPECT_EQ(shown(), left) << "asked for from another row";
@@ -141,9 +157,9 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
     ModalAnswers answers;
     answers.closeAnything();
     QTest::keyClick(browser->cboDek(), Qt::Key_Down);
-    EXPECT_EQ(answers.takeSeen(), QStringList{u"提示: "_s + files.path("n.db") + u" 文件不存在!"_s});
+    EXPECT_EQ(answers.takeSeen(), QStringList{u"提示: "_s + missing + u" 文件不存在!"_s});
     EXPECT_EQ(shown(), u"无>>>"_s);
-    EXPECT_FALSE(QFile::exists(files.path("n.db"))) << "looking for a file must not make it";
+    EXPECT_FALSE(QFile::exists(missing)) << "looking for a file must not make it";
 }
 
 TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {

@@ -4,7 +4,7 @@
 
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "samples/writer/RationFiles.h"
+#include "administration/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/support/Libraries.h"
 #include "tests/support/OtherProgram.h"
