@@ -9,23 +9,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::optional<QString> decoded(const QByteArray& bytes, QStringDecoder decoder) {
+/// A decoder counts its errors where it was made: it must not be moved.
+std::optional<QString> decoded(const QByteArray& bytes, QStringDecoder& decoder) {
     // Half a character at the end shows only when another one follows.
     const QString text = decoder(bytes + '\n');
     return decoder.hasError() ? std::nullopt : std::optional(text);
 }
 
-/// What older spreadsheets save in China, GBK, is a part of GB18030. A toolkit that does not know it is that of a
-/// system which has it as its own encoding, where it is used at all.
-QStringDecoder chineseDecoder() {
-    QStringDecoder known("GB18030");
-    return known.isValid() ? std::move(known) : QStringDecoder(QStringConverter::System);
-}
-
 std::optional<QString> textOf(const QByteArray& bytes) {
     const auto marked = QStringConverter::encodingForData(bytes);
-    const auto text = decoded(bytes, QStringDecoder(marked.value_or(QStringConverter::Utf8)));
-    return text || marked ? text : decoded(bytes, chineseDecoder());
+    QStringDecoder unicode(marked.value_or(QStringConverter::Utf8));
+    const std::optional<QString> text = decoded(bytes, unicode);
+    if (text || marked)
+        return text;
+    // What older spreadsheets save in China, GBK, is a part of GB18030. A toolkit that does not know it is that of a
+    // system which has it as its own encoding, where it is used at all.
+    QStringDecoder chinese("GB18030");
+    if (chinese.isValid())
+        return decoded(bytes, chinese);
+    QStringDecoder own(QStringConverter::System);
+    return decoded(bytes, own);
 }
 
 /// Whichever the names of the columns, which hold none of them, are set apart by.

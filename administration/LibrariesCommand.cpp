@@ -6,7 +6,7 @@
 
 #include "administration/RationCsv.h"
 #include "app/base/Definitions.h"
-#include "app/base/Error.h"
+#include "app/base/Guarded.h"
 #include "app/base/Paths.h"
 #include "storage/RationLibraries.h"
 #include "storage/SystemDatabase.h"
@@ -124,6 +124,24 @@ ListedRationLibrary described(const Order& order, const std::vector<ListedRation
 
 QString pathOf(const ListedRationLibrary& library) { return joinPath(dataPath + library.region, library.fileName); }
 
+/// Rolled back unless it is committed.
+class Transaction {
+public:
+    explicit Transaction(Connection& connection) : m_connection(connection) {
+        m_connection.Execute("BEGIN IMMEDIATE;");
+    }
+    ~Transaction() {
+        if (m_connection.isInTransaction())
+            succeeds([this] { m_connection.Execute("ROLLBACK;"); });
+    }
+    Q_DISABLE_COPY(Transaction)
+
+    void commit() { m_connection.Execute("COMMIT;"); }
+
+private:
+    Connection& m_connection;
+};
+
 class Command {
 public:
     Command(Order order, QTextStream& said, QTextStream& complained)
@@ -143,24 +161,21 @@ public:
             return Mistaken;
         const QString list = appPath + u"tessel.dat"_s;
         const bool isListNew = !QFileInfo::exists(list);
-        std::unique_ptr<Connection> system;
-        std::vector<ListedRationLibrary> all;
-        if (!isListNew) {
-            system = openSystemDatabase();
-            // Nobody else writes from here on.
-            system->Execute("BEGIN IMMEDIATE;");
-            all = listedLibraries(*system);
-        }
+        const auto system = isListNew ? nullptr : openSystemDatabase();
+        const auto all = isListNew ? std::vector<ListedRationLibrary>() : listedLibraries(*system);
         const ListedRationLibrary wanted = described(m_order, all);
         if (!isRight(wanted, all))
             return Mistaken;
-        writeRationLibrary(pathOf(wanted), *library);
         if (isListNew) {
+            writeRationLibrary(pathOf(wanted), *library);
             writeSystemDatabase(list, {wanted});
             m_said << u"新建了 %1\n"_s.arg(list);
         } else {
+            // Where the list cannot be written nothing is, and a library that cannot be made is not listed.
+            Transaction transaction(*system);
             listLibrary(*system, wanted);
-            system->Execute("COMMIT;");
+            writeRationLibrary(pathOf(wanted), *library);
+            transaction.commit();
         }
         m_said << u"%1：%2 个章节，%3 条定额，写入 %4\n"_s.arg(wanted.id)
                       .arg(library->chapters.size())
