@@ -11,7 +11,7 @@
 #include <QTest>
 #include <QToolBar>
 
-#include "administration/LibrariesCommand.h"
+#include "administration/RationFiles.h"
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "app/base/UserSettings.h"
@@ -20,7 +20,6 @@
 #include "ration_browser/RationReceiver.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/ModalAnswers.h"
-#include "tests/support/OtherProgram.h"
 #include "tests/support/Typing.h"
 
 using namespace Qt::StringLiterals;
@@ -56,26 +55,20 @@ class Browser : public ::testing::Test {
 protected:
     Browser() {
         // One chapter below another, a dead one, and rations in two of them.
-        const QString chapters = appPath + u"chapters.csv"_s, rations = appPath + u"rations.csv"_s;
-        overwrite(
-            chapters,
-            "编号,章,节,标题,作废\n3,1,,机械土石方,\n6,1,1,反铲,\n7,1,2,作废,是\n12,2,,土石方工程,\n13,2,1,砌筑,\n");
-        overwrite(rations, "章编号,编码,名称,单位\n12,A1-1,平整场地,100m2\n12,a1-2x,原土打夯,m\n6,B,挖,1000m3\n");
-        QFile::remove(appPath + u"tessel.dat"_s);
-        QString said;
-        QTextStream out(&said);
-        for (const auto& [id, name, profession] :
-             {std::tuple("GD02", "安装", "02"), {"GD01", "建筑", "01"}, {"NO", "无", "03"}}) {
-            QStringList words;
-            for (const char* word : {"make", id, "--name", name, "--profession", profession, "--region", "广东省"})
-                words << QString::fromUtf8(word);
-            EXPECT_EQ(runLibrariesCommand(words << u"--chapters"_s << chapters << u"--rations"_s << rations, out, out),
-                      0)
-                << qPrintable(said);
-        }
-        QFile::remove(missing);
+        writeRationLibrary(file(u"a.db"_s),
+                           {{{3, {1}, u"机械土石方"_s},
+                             {6, {1, 1}, u"反铲"_s},
+                             {7, {1, 2}, u"作废"_s, true},
+                             {12, {2}, u"土石方工程"_s},
+                             {13, {2, 1}, u"砌筑"_s}},
+                            {{12, u"A1-1"_s, {}, u"100m2"_s}, {12, u"a1-2x"_s, {}, {}}, {6, u"B"_s, {}, u"m"_s}}});
+        writeSystemDatabase(appPath + u"tessel.dat"_s, {{u"GD02"_s, u"安装"_s, u"a.db"_s, {}, u"02"_s},
+                                                        {u"GD01"_s, u"建筑"_s, u"a.db"_s, {}, u"01"_s},
+                                                        {u"NO"_s, u"无"_s, u"n.db"_s, {}, u"03"_s}});
         settings.clear();
     }
+
+    static QString file(const QString& name) { return joinPath(dataPath + u"广东省"_s, name); }
 
     void open(const char* dekId) {
         if (!mainWindow) {
@@ -113,7 +106,6 @@ protected:
         return browser->findChild<QToolBar*>()->widgetForAction(browser->CommandBars1()->action(id));
     }
 
-    const QString missing = joinPath(dataPath + u"广东省"_s, u"无.db"_s);
     QSettings settings = userSettings(u"frmDekBrowser"_s);
     Editor editor;
     std::unique_ptr<QMainWindow> mainWindow;
@@ -137,7 +129,7 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
     tree->node(u"K12"_s)->setExpanded(true);
     EXPECT_TRUE(button(259)->isEnabled() && button(260)->isEnabled());
     QTest::keyClick(grid, Qt::Key_Down);
-    const QString left = u"安装>K12> A1-1100m2*a1-2xm> Root K12"_s;
+    const QString left = u"安装>K12> A1-1100m2*a1-2x> Root K12"_s;
     EXPECT_EQ(shown(), left);
     open("GD02");
     EXPECT_EQ(shown(), left) << "asked for from another row";
@@ -157,9 +149,9 @@ TEST_F(Browser, ShowsTheRationsOfAChapterOfTheAskedOrElseTheFirstLibraryAsItWasL
     ModalAnswers answers;
     answers.closeAnything();
     QTest::keyClick(browser->cboDek(), Qt::Key_Down);
-    EXPECT_EQ(answers.takeSeen(), QStringList{u"提示: "_s + missing + u" 文件不存在!"_s});
+    EXPECT_EQ(answers.takeSeen(), QStringList{u"提示: "_s + file(u"n.db"_s) + u" 文件不存在!"_s});
     EXPECT_EQ(shown(), u"无>>>"_s);
-    EXPECT_FALSE(QFile::exists(missing)) << "looking for a file must not make it";
+    EXPECT_FALSE(QFile::exists(file(u"n.db"_s))) << "looking for a file must not make it";
 }
 
 TEST_F(Browser, HandsTheRationToTheEditorThatIsThere) {
