@@ -112,6 +112,7 @@ TEST_F(Administration, ListsLibrariesAndLeavesTheOthersAsTheyAre) {
     EXPECT_EQ(run(u"make A --name 丙"_s), u"0 "_s);
     const QStringList both{u"A|丙|x.bdb|甲.db|广东省|01|其他"_s, u"B|乙||乙.db|湖南省||NULL"_s};
     EXPECT_EQ(OtherProgram(list, systemKey).run("SELECT * FROM SysBaseData"), both);
+    EXPECT_FALSE(bytesOf(list).startsWith("SQLite format 3") || bytesOf(list).contains("SysBaseData")) << "protected";
     for (const auto& [words, answer] :
          {std::pair(u"make C --name 丁"_s, u"1 定额库 C 还没有登记，必须写 --name 和 --region"_s),
           {u"make C --name 丁 --region 湖南省 --file 乙.DB"_s,

@@ -164,11 +164,7 @@ TEST_F(Panes, MarkALibraryUntilItIsWrittenAndTakeTheCodeOfTheBrowserForOneHalfTy
     EXPECT_FALSE(user.editor()->contentPane()->EditBillContDe(u"A1-1"_s, u"not listed"_s));
 }
 
-TEST_F(Panes, HaveIconsForTheirCommandsAndKeepTheirSizes) {
-    for (const auto& [host, ids] : {std::pair(1, QList{100, 101, 102, 103, 104, 105, 106, 107}),
-                                    {2, QList{200, 201, 202, 104, 105, 300, 301, 400, 401}}})
-        for (const int id : ids)
-            EXPECT_FALSE(user.editor()->commandBars(host)->action(id)->icon().isNull()) << id;
+TEST_F(Panes, EnableWhatAMenuCallsByAnotherNameAndKeepTheirSizes) {
     // A command that a menu calls by another name is enabled there when it is.
     list(u"010101"_s);
     const QAction* moveUp = user.editor()->findChild<QMenu*>(u"Bill Menu"_s)->actions()[2];
