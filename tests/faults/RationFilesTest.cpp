@@ -5,10 +5,10 @@
 #include <QDir>
 #include <memory>
 
+#include "administration/RationFiles.h"
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "ration_browser/frmDekBrowser.h"
-#include "administration/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/faults/Workplace.h"
 #include "tests/support/Disturbance.h"
