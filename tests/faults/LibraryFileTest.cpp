@@ -44,9 +44,9 @@ private:
 class LibraryFile : public Workplace {
 protected:
     LibraryFile() {
-        // Without those that list something else first, or leave something in the window.
+        // Without those that need something done or listed first, or leave something in the window.
         for (const Command& command : commands())
-            if (command.left == Command::Nothing && QLatin1String(command.chapter) == u"010101")
+            if (command.left == Command::Nothing && !command.before && QLatin1String(command.chapter) == u"010101")
                 writing.push_back(command.act);
     }
 
