@@ -9,6 +9,8 @@ using namespace Qt::StringLiterals;
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
+    // The editor's, by which the user's own program folder is named.
+    QCoreApplication::setApplicationName(u"tessel"_s);
     appPath = withSeparator(programFolder());
     dataPath = withSeparator(appPath + u"Data"_s);
     // As the console reads it.

@@ -1,8 +1,13 @@
 #include <QCoreApplication>
 #include <QFile>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <algorithm>
 
 #include "app/base/Definitions.h"
 #include "app/base/Error.h"
+#include "app/controls/CommandBars.h"
+#include "app/controls/KeyedGrid.h"
 #include "app/controls/KeyedTree.h"
 #include "benchmarks/Actions.h"
 #include "benchmarks/Libraries.h"
@@ -80,9 +85,32 @@ double chooseLibrary() {
     return taken;
 }
 
+/// Types a letter into the find box of `browser`, until what it finds is painted.
+double typeToFind(frmDekBrowser& browser, QChar letter) {
+    return milliseconds([&] {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, letter);
+        QCoreApplication::sendEvent(browser.findChild<QLineEdit*>(u"txtFind"_s), &press);
+        QCoreApplication::processEvents();
+    });
+}
+
+/// Finds a name by its initials: the opening of the box with the first letter, or the slowest letter after that.
+double findByInitials(bool opening) {
+    frmDekBrowser browser(nullptr);
+    showLarge(browser);
+    const double opened = milliseconds([&] { browser.CommandBars1()->execute(256); }) + typeToFind(browser, u'x');
+    double slowest = 0;
+    for (const QChar letter : u"jhntjczzaz"_s)
+        slowest = std::max(slowest, typeToFind(browser, letter));
+    if (!browser.grdDEB()->hasRows())
+        throw Error(1, u"nothing is found"_s);
+    return opening ? opened : slowest;
+}
+
 }  // namespace
 
 std::vector<MeasuredAction> otherActions() {
+    const QString names = u"SELECT DEH,MC FROM DEB WHERE MC LIKE '%现浇混凝土基础%'"_s;
     const QString chapters = u"SELECT * FROM DeSYB WHERE isdel=0 ORDER BY CH,ZH,JH,XH,MH"_s;
     return {
         {"Start to first window", LibrarySize::None, 15, {3, 0, 1000}, [](int) { return starting({}); }, true},
@@ -104,5 +132,15 @@ std::vector<MeasuredAction> otherActions() {
          15,
          {0, 100},
          besideLargeLibrary(chooseLibrary, chapters)},
+        {"Open the find box over 20,000 rations, first letter",
+         LibrarySize::None,
+         15,
+         {0, 100},
+         besideLargeLibrary([] { return findByInitials(true); }, names)},
+        {"Type a letter to find among 20,000 rations, the slowest of 10",
+         LibrarySize::None,
+         15,
+         {0, 50, 50},
+         besideLargeLibrary([] { return findByInitials(false); }, names)},
     };
 }

@@ -154,20 +154,21 @@ std::vector<CommandAction> frmEditor::featureActions() {
     };
 }
 
+bool frmEditor::isEnumeration(int feature) const {
+    constexpr qint64 enumeration = 2;
+    return m_features->grdSpec()->value(feature, u"type"_s) == enumeration;
+}
+
 std::vector<CommandAction> frmEditor::featureValueActions() {
     FeaturePane* pane = m_features;
     const LibraryDocument* library = m_library;
     const KeyedGrid* features = pane->grdSpec();
     const KeyedGrid* values = pane->grdSpecEnum();
     const QString category = u"SpecEnum"_s;
-    constexpr qint64 enumeration = 2;
     return {
         command(
             300, u"添加特征值"_s, QString(), category, [pane] { pane->mnuAddFeatureVal_Click(); },
-            [library, features] {
-                return !library->isShownBillGone() && features->hasRows() &&
-                       features->value(features->row(), u"type"_s) == enumeration;
-            }),
+            [this, library, features] { return !library->isShownBillGone() && isEnumeration(features->row()); }),
         command(
             301, u"删除特征值"_s, QString(), category, [pane] { pane->mnuDeleteFeatureVal_Click(); },
             [library, values] { return !library->isShownBillGone() && values->row() >= 0; }),

@@ -4,7 +4,6 @@
 
 #include <QToolBar>
 
-#include "app/base/Definitions.h"
 #include "app/base/Paths.h"
 #include "app/controls/KeyedGrid.h"
 #include "editor/bills/BillPane.h"
@@ -69,7 +68,7 @@ void frmEditor::CreateContextMenus() {
 }
 
 void frmEditor::LoadAllToolbarsIcons() {
-    const QString strip = joinPath(appPath, u"Res/Icons/ToolBar.bmp"_s);
+    const QString strip = joinPath(installFolder(), u"Res/Icons/ToolBar.bmp"_s);
     const std::vector<int> ids{100, 101, 103, 102, 104, 105, 106, 107, 200, 201, 202, 300, 301, 400, 401};
     CommandBars1->loadIcons(strip, ids);
     CommandBars2->loadIcons(strip, ids);

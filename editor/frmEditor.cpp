@@ -38,8 +38,10 @@ frmEditor::frmEditor(QWidget* mainWindow)
     setObjectName(u"frmEditor"_s);
     m_library->setParent(this);
     for (KeyedGrid* grid :
-         {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()})
+         {m_bills->grdBillList(), m_contents->grdConcent(), m_features->grdSpec(), m_features->grdSpecEnum()}) {
         grid->beforeEdit = [this] { return readAfresh(); };
+        grid->pasteLines = [this](const std::function<void()>& edits) { m_library->asOneStep(edits); };
+    }
     m_bills->setBeforeBoxesWrite([this] { return readAfresh(); });
 }
 
@@ -75,6 +77,8 @@ bool frmEditor::Form_Load() {
         opened = m_library->open(m_DBFilePath);
         if (!opened)
             showMessage(u"打开"_s + m_DBFilePath + u"文件失败！"_s, u"提示"_s, MessageIcon::Exclamation);
+        // After the history, which may show everything afresh then.
+        connect(&UserEvent::instance(), &UserEvent::over, this, &frmEditor::showEmptyHints);
         if (!isSystemDatabaseBeingPrepared())
             loadRationLibraries();
         m_chapters->CreateTvwSYB();

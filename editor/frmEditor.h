@@ -86,6 +86,12 @@ private:
     void SetVsGridStyle();
     void nameForScreenReaders();
 
+    // EditorHints.cpp
+    QString hintForBills() const;
+    QString hintForDetails(const QString& what, const QString& empty) const;
+    QString hintForValues() const;
+    void showEmptyHints();
+
     void restoreSplitters();
     void saveSplitters() const;
 
@@ -101,6 +107,9 @@ private:
     void CreateToolbarsBill();
     void CreateContextMenus();
     void LoadAllToolbarsIcons();
+
+    /// Whether the feature in that row has values to choose from.
+    bool isEnumeration(int feature) const;
 
     bool isAt(const ViewPlace& place) const;
     bool mayRunCommand();

@@ -20,7 +20,7 @@ install_missing() {
 }
 
 install_build_tools() {
-    install_missing cmake g++ ninja-build ca-certificates \
+    install_missing cmake g++ ninja-build ca-certificates icu-devtools \
         qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-translations-l10n \
         libgtest-dev
     command -v npm >/dev/null || install_missing npm

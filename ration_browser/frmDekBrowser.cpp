@@ -15,8 +15,9 @@
 #include "app/controls/KeyedTree.h"
 #include "app/controls/Marks.h"
 #include "ration_browser/BrowserPlacement.h"
-
+#include "ration_browser/FindBar.h"
 #include "ration_browser/RationReceiver.h"
+#include "ration_browser/RationSearch.h"
 #include "ration_browser/RationTree.h"
 #include "storage/LibraryConnection.h"
 #include "storage/RationLibraries.h"
@@ -76,7 +77,12 @@ void frmDekBrowser::keyPressEvent(QKeyEvent* event) {
         QDialog::keyPressEvent(event);
 }
 
-void frmDekBrowser::reject() { m_commandBars->execute(261); }
+void frmDekBrowser::reject() {
+    if (m_find->isHidden())
+        m_commandBars->execute(261);
+    else
+        closeFind();
+}
 
 void frmDekBrowser::setParetnForm(RationReceiver* editor) {
     m_editor = editor;
@@ -102,6 +108,7 @@ void frmDekBrowser::Form_Unload() {
         if (m_wasShown && !isMinimized())
             savePlacement(this, isPlacedByUser());
         clearLibrary();
+        m_find->hide();
         m_cboDek->clear();
     });
 }
@@ -144,6 +151,9 @@ void frmDekBrowser::clearLibrary() {
         rememberPlace();
     m_tvRationContent->clearNodes();
     m_grdDEB->clearRows();
+    m_grdDEB->setEmptyHint({});
+    m_rations.reset();
+    m_openedByFind.clear();
     m_library.reset();
 }
 
@@ -182,20 +192,24 @@ void frmDekBrowser::tvRationContent_NodeClick(QTreeWidgetItem* node) {
         const qint64 sybID = chapterOfKey(KeyedTree::key(node));
         if (sybID != 0)
             LoadDeb(sybID);
-        else
+        else {
             m_grdDEB->clearRows();
+            m_grdDEB->setEmptyHint({});
+        }
     });
 }
 
 void frmDekBrowser::LoadDeb(qint64 sybID) {
     guarded(here("LoadDeb"), [&] {
         m_grdDEB->clearRows();
+        m_grdDEB->setEmptyHint({});
         if (sybID == 0)
             return;
         Recordset rows =
             requireConnection(m_library.get()).OpenRecordset(sql("SELECT * FROM DEB WHERE sybID=", sybID, ";"));
         ListDeb(rows);
         ReleaseOrmRecordset(rows);
+        hintAtRationsBelow();
     });
 }
 

@@ -8,14 +8,17 @@
 class CommandBars;
 class Connection;
 class ElidedLine;
+class FindBar;
 class KeyedGrid;
 class KeyedTree;
 class QComboBox;
 class QToolBar;
 class QTreeWidgetItem;
 class RationReceiver;
+class RationSearch;
 class Recordset;
 enum class RationMode : short;
+struct RationPlace;
 
 /// The ration browser: a list of ration libraries, the chapter tree of the chosen one and the rations of the chosen
 /// chapter. A chosen ration goes to the editor that the browser serves.
@@ -23,6 +26,8 @@ enum class RationMode : short;
 /// A tool window that stays above its owner. It loads itself on first use: reads its placement from the user's settings
 /// and the list of libraries from the system database. Closing it unloads it again; Esc only hides it. A library that
 /// is asked for again is shown as it was left. Ration libraries are only read.
+///
+/// What is typed into its list is searched in the codes and names of the whole library; tree and list go to the hits.
 ///
 /// Until the user has put it somewhere it opens beside the editor's row that it serves. A line at its foot tells which
 /// row that is.
@@ -86,6 +91,20 @@ private:
     void rememberPlace();
     void returnToPlace();
 
+    // frmDekBrowserFind.cpp
+    /// The rations of the library that is shown, read when they are first asked for.
+    RationSearch& rations();
+    RationPlace currentPlace();
+    void goToHit(RationPlace (RationSearch::*hit)(const RationPlace&) const);
+    void showPlace(const RationPlace& place);
+    /// As goToHit() by command: without anything to find it asks what.
+    void step(RationPlace (RationSearch::*hit)(const RationPlace&) const);
+    void closeFind();
+    /// Tells which of the hits is current, and how many there are.
+    void showFound();
+    /// Where a chapter has no rations of its own, its empty list tells how many lie below it.
+    void hintAtRationsBelow();
+
     void Form_Load();
     void Form_Unload();
     void LoadDekCom2boList();
@@ -109,13 +128,16 @@ private:
     KeyedTree* m_tvRationContent;
     KeyedGrid* m_grdDEB;
     CommandBars* m_commandBars;
+    FindBar* m_find = nullptr;
     ElidedLine* m_lblReceiver;
 
     RationReceiver* m_editor = nullptr;
     QString m_dekId;
     std::unique_ptr<Connection> m_library;
-    QString m_shownLibrary;          ///< id of the library that m_library is open on
-    QHash<QString, Place> m_places;  ///< by library id
+    std::unique_ptr<RationSearch> m_rations;  ///< those of m_library; null until they are needed
+    QStringList m_openedByFind;               ///< keys of the nodes that were closed before a hit below them was shown
+    QString m_shownLibrary;                   ///< id of the library that m_library is open on
+    QHash<QString, Place> m_places;           ///< by library id
     bool m_loaded = false;
     bool m_wasShown = false;
     bool m_placedByUser = false;

@@ -16,8 +16,10 @@
 #include "app/controls/KeyedTree.h"
 #include "app/controls/UiHelpers.h"
 #include "ration_browser/ElidedLine.h"
+#include "ration_browser/FindBar.h"
 #include "ration_browser/HeldKeys.h"
 #include "ration_browser/RationReceiver.h"
+#include "ration_browser/RationSearch.h"
 #include "ration_browser/frmDekBrowser.h"
 #include "storage/Connection.h"
 
@@ -66,6 +68,8 @@ frmDekBrowser::frmDekBrowser(QWidget* owner)
     SetVSFlexGridStyle(m_grdDEB);
     m_grdDEB->setGrowingColumn(u"MC"_s);
     CreateActions();
+    m_find = new FindBar(m_commandBars->action(257), m_commandBars->action(258), this);
+    m_find->hide();
     layOut(CreateToolbars());
     connectControls();
 }
@@ -87,10 +91,9 @@ void frmDekBrowser::CreateActions() {
         const auto insert = [this] { sendToEditor(RationMode::Insert); };
         const auto replace = [this] { sendToEditor(RationMode::Replace); };
         m_commandBars->addActions({
-            // Finding has a place in the table but nothing to do.
-            command(256, u"查找"_s, u"查找"_s),
-            command(257, u"身上"_s, u"查找上一个"_s),
-            command(258, u"向下"_s, u"查找下一个"_s),
+            command(256, u"查找"_s, u"查找"_s, [this] { m_find->open(); }),
+            command(257, u"身上"_s, u"查找上一个"_s, [this] { step(&RationSearch::previousHit); }),
+            command(258, u"向下"_s, u"查找下一个"_s, [this] { step(&RationSearch::nextHit); }),
             command(259, u"插入"_s, u"插入"_s, insert, onRation),
             command(260, u"替换"_s, u"替换"_s, replace, onRation),
             command(261, u"关闭"_s, u"关闭"_s, [this] { hide(); }),
@@ -132,6 +135,7 @@ void frmDekBrowser::layOut(QToolBar* bar) {
     all->setContentsMargins(6, 6, 6, 6);
     all->addLayout(top);
     all->addWidget(panes, 1);
+    all->addWidget(m_find);
     all->addWidget(m_lblReceiver);
     // Tab goes the way of the eye: what stands at the top, then the panes.
     QWidget* before = m_cboDek;
@@ -151,6 +155,14 @@ void frmDekBrowser::connectControls() {
     connect(&UserEvent::instance(), &UserEvent::over, this, &frmDekBrowser::showReceiver);
     QMenu* menu = m_commandBars->createMenu(u"Ration Menu"_s, {{259}, {260}});
     connect(m_grdDEB, &KeyedGrid::contextMenuWanted, menu, [menu](const QPoint& position) { menu->popup(position); });
+    const auto find = [this](int id) { return [this, id] { m_commandBars->execute(id); }; };
+    connect(m_grdDEB, &KeyedGrid::textTyped, m_find, &FindBar::openWith);
+    connect(m_grdDEB, &KeyedGrid::rowChanged, this, &frmDekBrowser::showFound);
+    connect(&UserEvent::instance(), &UserEvent::over, this, &frmDekBrowser::showFound);
+    connect(m_find, &FindBar::textChanged, this, [this] { goToHit(&RationSearch::firstHit); });
+    connect(m_find, &FindBar::previousWanted, this, find(257));
+    connect(m_find, &FindBar::nextWanted, this, find(258));
+    connect(m_find, &FindBar::closeWanted, this, &frmDekBrowser::closeFind);
     setKeys();
 }
 
@@ -167,4 +179,10 @@ void frmDekBrowser::setKeys() {
         command->setShortcutContext(Qt::WidgetShortcut);
         m_grdDEB->addAction(command);
     }
+    m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), 256);
+    m_commandBars->addShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3), 257);
+    m_commandBars->addShortcut(QKeySequence(Qt::Key_F3), 258);
+    // Going on and on writes nothing.
+    for (const int id : {257, 258})
+        m_commandBars->action(id)->setAutoRepeat(true);
 }

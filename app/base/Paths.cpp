@@ -2,11 +2,30 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString chosenFolder() { return qEnvironmentVariable("TESSEL_HOME"); }
+
+QString asFolder(const QString& path) { return QDir::toNativeSeparators(QDir::cleanPath(path)); }
+
+}  // namespace
+
+QString installFolder() {
+    return asFolder(chosenFolder().isEmpty() ? QCoreApplication::applicationDirPath() : chosenFolder());
+}
+
+QString samplesFolder() { return joinPath(installFolder(), u"Samples"_s); }
 
 QString programFolder() {
-    const QString chosen = qEnvironmentVariable("TESSEL_HOME");
-    return QDir::toNativeSeparators(
-        QDir::cleanPath(chosen.isEmpty() ? QCoreApplication::applicationDirPath() : chosen));
+    // Not by trying to write: the administrator, who may write there, would change what all users begin with.
+    if (!chosenFolder().isEmpty() || !QFileInfo(samplesFolder()).isDir())
+        return installFolder();
+    return asFolder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
 }
 
 QString withSeparator(const QString& folder) {

@@ -116,6 +116,7 @@ EditVerdict CellEditing::decide(const QModelIndex& index, QString& text) {
 void CellEditing::accept(const QPersistentModelIndex& cell, const QString& text) {
     const QString key = m_grid->key(cell.column());
     m_grid->setText(cell.row(), key, text);
+    m_isTaken = true;
     if (cell.isValid())
         Q_EMIT m_grid->afterEdit(cell.row(), key);
 }
@@ -124,6 +125,7 @@ bool CellEditing::commit() {
     // A message box of the decision takes the focus: that must not ask again.
     if (!isOpen() || m_deciding)
         return !isOpen();
+    m_isTaken = false;
     // What an input method is still composing counts as typed.
     if (m_editor->hasFocus() || m_grid->hasFocus())
         PressGuard::finishComposing();
@@ -235,7 +237,6 @@ bool CellEditing::keyPressed(QKeyEvent* event) {
     }
 }
 
-/// The next row after or before `from` that is not hidden, or -1.
 int CellEditing::shownRow(int from, bool forward) const {
     const int step = forward ? 1 : -1;
     int row = from + step;

@@ -29,6 +29,9 @@ public:
     /// False when the edit was refused.
     bool commit();
     void cancel();
+    /// Whether the last edit that was committed is in its cell.
+    bool isTaken() const { return m_isTaken; }
+    void revoke() { m_isTaken = false; }
     /// Changes a check-box cell when startEdit and validateEdit agree.
     void toggleCheck(const QModelIndex& index);
     /// The focus went away from the editor, or from the grid that composes for it. False when the edit was refused.
@@ -40,6 +43,8 @@ public:
     void setTypedText(const QString& typed);
     /// Puts what an input method committed into the open text editor, instead of its text.
     void replaceText(QInputMethodEvent* committed);
+    /// The next row after or before `from` that is not hidden, or -1.
+    int shownRow(int from, bool forward) const;
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
@@ -60,11 +65,11 @@ private:
     void accept(const QPersistentModelIndex& cell, const QString& text);
     void editNextCell(bool forward);
     void goToRow(bool forward);
-    int shownRow(int from, bool forward) const;
 
     PressGuard* const m_guard;
     // The toolkit's functions that open and close editors are const.
     mutable QPointer<QWidget> m_editor;
     mutable QPersistentModelIndex m_cell;
     bool m_deciding = false;
+    bool m_isTaken = false;
 };

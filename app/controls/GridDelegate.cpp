@@ -86,8 +86,10 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     // The selection is bright only while the keyboard acts on it.
     option->state.setFlag(QStyle::State_Active, m_grid->hasFocus() || m_grid->isEditing());
     option->showDecorationSelected = true;
-    option->palette.setColor(QPalette::Active, QPalette::Highlight, Theme::selection);
-    option->palette.setColor(QPalette::Inactive, QPalette::Highlight, Theme::selectionWithoutFocus);
+    const bool isCurrent = index.row() == m_grid->row();
+    option->palette.setColor(QPalette::Active, QPalette::Highlight, isCurrent ? Theme::selection : Theme::marked);
+    option->palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                             isCurrent ? Theme::selectionWithoutFocus : Theme::markedWithoutFocus);
     if (level >= 2 || pending)
         option->palette.setColor(QPalette::Text, Theme::mutedText);
 }

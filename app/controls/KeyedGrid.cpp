@@ -1,6 +1,7 @@
 #include "app/controls/KeyedGrid.h"
 
 #include <QEvent>
+#include <QPainter>
 
 #include "app/base/Text.h"
 #include "app/base/UserEvent.h"
@@ -19,7 +20,7 @@ KeyedGrid::KeyedGrid(QWidget* parent)
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     setSelectionBehavior(SelectRows);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ContiguousSelection);
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerPixel);
@@ -69,6 +70,17 @@ void KeyedGrid::resizeEvent(QResizeEvent* event) {
     m_header->grow();
 }
 
+void KeyedGrid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (hasRows() || m_emptyHint.isEmpty())
+        return;
+    constexpr int margin = 12;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap,
+                     m_emptyHint);
+}
+
 void KeyedGrid::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
@@ -98,6 +110,11 @@ void KeyedGrid::setComboList(const QString& key, const QString& list) {
     const int found = column(key);
     if (found >= 0 && m_model->list(found).source != list)
         m_model->setList(found, list);
+}
+
+void KeyedGrid::setEmptyHint(const QString& text) {
+    if (std::exchange(m_emptyHint, text) != text)
+        viewport()->update();
 }
 
 void KeyedGrid::setMergesHeader(bool on) { m_header->setMergesEqual(on); }
@@ -209,6 +226,8 @@ bool KeyedGrid::commitEdit() { return m_editing->commit(); }
 void KeyedGrid::cancelEdit() { m_editing->cancel(); }
 
 QString KeyedGrid::typedText() const { return m_editing->typedText(); }
+
+void KeyedGrid::revokeEdit() { m_editing->revoke(); }
 
 bool KeyedGrid::typeAgain(const QString& typed) {
     if (!edit(currentIndex(), AllEditTriggers, nullptr))

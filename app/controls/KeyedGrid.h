@@ -38,6 +38,11 @@ enum class EditVerdict {
 /// row"). Cells hold texts; those of check boxes are in CheckState.h. A row may be an outline node with a
 /// level; an outline grid shows indentation and arrows in one column and lets the user collapse nodes.
 ///
+/// The user may mark rows around the current one, with Shift and the arrows or the mouse, and Ctrl+A marks all: Ctrl+C
+/// copies them as a table. They mean nothing else; they go when a row is made current in any other way. Ctrl+V is an
+/// edit of the current cell. Several lines are edits of the cells below it, too, until one is refused or there is no
+/// row.
+///
 /// Changing cells by program runs none of the editing hooks. Making another row current, by the user or by setRow(),
 /// emits rowChanged(); clearing the rows does not.
 class KeyedGrid : public QTableView {
@@ -116,6 +121,10 @@ public:
     bool isCollapsed(int row) const;
     void setCollapsed(int row, bool collapsed);
 
+    /// What stands in the grid, in a light colour, while it has no rows.
+    void setEmptyHint(const QString& text);
+    QString emptyHint() const { return m_emptyHint; }
+
     /// Equal neighbouring header captions merge into one.
     void setMergesHeader(bool on);
 
@@ -134,6 +143,9 @@ public:
     /// Decides about an edit; may replace the text. For a drop-down list the text is the stored value.
     std::function<EditVerdict(int row, const QString& key, QString& text)> validateEdit;
 
+    /// Called for a paste of several lines, each of which is an edit: runs them, as one step for instance.
+    std::function<void(const std::function<void()>& edits)> pasteLines;
+
     using QTableView::edit;
     /// Ends an open editor as Enter would. False when validateEdit kept it open.
     bool commitEdit();
@@ -142,6 +154,8 @@ public:
     bool isEditing() const;
     /// What is typed in an open editor; null when none is open, nothing was typed or it is a list.
     QString typedText() const;
+    /// In answer to afterEdit(): what the edit was to bring about failed, and the cell has its old text again.
+    void revokeEdit();
     /// Opens the current cell with `typed` in its editor, as if it had been typed there. False when it may not be
     /// edited.
     bool typeAgain(const QString& typed);
@@ -157,6 +171,8 @@ Q_SIGNALS:
     void cellButtonClicked(int row, const QString& key);
     /// A data cell was double-clicked, not on an arrow, check box, button or drop-down cell.
     void rowDoubleClicked(int row);
+    /// A text was typed, by keys or an input method, where it opens no editor.
+    void textTyped(const QString& text);
     /// A context menu is wanted at a global position: right button released, on the header too, or the menu key
     /// at the current cell. A right click on a data cell has made that cell current before.
     void contextMenuWanted(const QPoint& position);
@@ -164,6 +180,8 @@ Q_SIGNALS:
 protected:
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event = nullptr) const override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -176,6 +194,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -189,10 +208,17 @@ private:
     bool toggleByKey(int key);
     void clickCellButton();
 
+    void clearMarks();
+    QString shownText(int row, int column) const;
+    void copy() const;
+    bool enter(const QString& text);
+    void paste();
+
     GridModel* m_model;
     CellEditing* m_editing;
     GridHeader* m_header;
     QString m_tag;
+    QString m_emptyHint;
     /// The column of the current cell. It stays while no row is current: the next row is made current in it.
     int m_column = -1;
     bool m_menuWanted = false;

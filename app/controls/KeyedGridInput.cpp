@@ -60,19 +60,21 @@ void KeyedGrid::mousePressEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(position);
     if (event->button() != Qt::LeftButton || !index.isValid())
         return;
-    const Part part = m_editing->partAt(position, index);
+    const bool isMarking = event->modifiers().testFlag(Qt::ShiftModifier);
+    const Part part = isMarking ? Part::None : m_editing->partAt(position, index);
     if (part == Part::Arrow) {
         setCollapsed(index.row(), !isCollapsed(index.row()));
         return;
     }
     if (part != Part::None)
         m_pressed = index;
-    // The marker column has no cells of its own.
-    m_viewPressed = !key(index.column()).isEmpty();
-    if (m_viewPressed)
-        QTableView::mousePressEvent(event);
-    else
-        setRow(index.row());
+    m_viewPressed = true;
+    // The marker column has no cells of its own: the press goes to the row's cell in the current column.
+    const bool marker = key(index.column()).isEmpty();
+    const QPointF cell = visualRect(m_model->index(index.row(), m_column)).center();
+    QMouseEvent press(event->type(), marker ? cell : event->position(), event->globalPosition(), event->button(),
+                      event->buttons(), event->modifiers());
+    QTableView::mousePressEvent(&press);
 }
 
 void KeyedGrid::mouseMoveEvent(QMouseEvent* event) {
@@ -109,10 +111,10 @@ void KeyedGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
     const bool marker = index.isValid() && key(index.column()).isEmpty();
     const bool isSecond = marker ? index.row() == row() : index == currentIndex();
-    // The second of two quick clicks on an arrow, a check box or a button counts like the first. So does one whose
-    // first click did nothing because an edit was refused.
-    if (event->button() != Qt::LeftButton || !index.isValid() || !isSecond || isEditing() ||
-        m_editing->partAt(event->position().toPoint(), index) != Part::None) {
+    // The second of two quick clicks on an arrow, a check box or a button counts like the first, and so does one that
+    // marks rows, or whose first click did nothing because an edit was refused.
+    if (event->button() != Qt::LeftButton || event->modifiers().testFlag(Qt::ShiftModifier) || !index.isValid() ||
+        !isSecond || isEditing() || m_editing->partAt(event->position().toPoint(), index) != Part::None) {
         mousePressEvent(event);
         return;
     }
@@ -144,7 +146,11 @@ void KeyedGrid::keyPressEvent(QKeyEvent* event) {
     const bool opens =
         onCell && ((pressed == Qt::Key_F4 && !modifiers) || (pressed == Qt::Key_Down && modifiers == Qt::AltModifier) ||
                    ((pressed == Qt::Key_Return || pressed == Qt::Key_Enter) && modifiers == Qt::ControlModifier));
-    if (opens && m_model->list(m_column).ellipsis) {
+    if (event->matches(QKeySequence::Copy)) {
+        copy();
+    } else if (event->matches(QKeySequence::Paste)) {
+        paste();
+    } else if (opens && m_model->list(m_column).ellipsis) {
         clickCellButton();
     } else if (opens && m_model->list(m_column).isDropDown()) {
         edit(currentIndex(), EditKeyPressed, event);
@@ -159,8 +165,10 @@ void KeyedGrid::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void KeyedGrid::keyboardSearch(const QString&) {
+void KeyedGrid::keyboardSearch(const QString& search) {
     // Typing edits; where it cannot, it must not jump to another row.
+    if (!search.trimmed().isEmpty())
+        Q_EMIT textTyped(search);
 }
 
 QModelIndex KeyedGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

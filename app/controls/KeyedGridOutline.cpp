@@ -31,6 +31,7 @@ void KeyedGrid::setCollapsed(int row, bool collapsed) {
     m_model->setCollapsed(row, collapsed);
     if (collapsed && this->row() > row && this->row() < end)
         setRow(row);
+    clearMarks();
     updateHidden(row + 1, end);
     viewport()->update();
 }

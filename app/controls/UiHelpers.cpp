@@ -50,7 +50,7 @@ void InitCommandbarsStyle(QToolBar* bar) {
 void SetVSFlexGridStyle(KeyedGrid* grid) {
     guarded({"ModPublic", "SetVSFlexGridStyle"}, [&] {
         grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-        grid->setSelectionMode(QAbstractItemView::SingleSelection);
+        grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
         QPalette palette = grid->palette();
         palette.setColor(QPalette::Base, Theme::paper);
         palette.setColor(QPalette::AlternateBase, Theme::paper);

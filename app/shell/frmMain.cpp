@@ -67,7 +67,7 @@ frmMain::frmMain()
       m_statusTimer(new QTimer(this)) {
     setObjectName(u"frmMain"_s);
     setWindowTitle(applicationTitle());
-    QApplication::setWindowIcon(QIcon(joinPath(appPath, u"Res/Icons/Tessel.png"_s)));
+    QApplication::setWindowIcon(QIcon(joinPath(installFolder(), u"Res/Icons/Tessel.png"_s)));
     m_windows->setObjectName(u"mdiArea"_s);
     m_windows->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_windows->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -106,7 +106,7 @@ void frmMain::MDIForm_Load() {
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), 260);
         m_commandBars->addShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), 260);
         createUndoKeys();
-        m_commandBars->loadIcons(joinPath(appPath, u"Res/Icons/ToolBar.bmp"_s),
+        m_commandBars->loadIcons(joinPath(installFolder(), u"Res/Icons/ToolBar.bmp"_s),
                                  {256, 257, 0, 0, 0, 0, 769, 0, 0, 0, 0, 0, 0, 0, 0});
         m_commandBars->update();
         if (!cmdFile.isEmpty() && fso().FileExists(cmdFile) && fso().GetExtensionName(cmdFile).toLower() == u"bdb"_s)

@@ -11,6 +11,7 @@
 #include "app/base/Paths.h"
 #include "app/base/Text.h"
 #include "app/platform/Platform.h"
+#include "app/shell/ProgramFolder.h"
 #include "app/shell/frmMain.h"
 #include "storage/SystemDatabase.h"
 
@@ -39,6 +40,7 @@ void SetBasePrm() {
         appPath = withSeparator(programFolder());
         const QString data = joinPath(programFolder(), u"Data"_s);
         dataPath = withSeparator(data);
+        makeProgramFolder();
         if (!fso().FolderExists(data))
             fso().CreateFolder(data);
     });
@@ -49,7 +51,7 @@ void loadChineseTexts() {
     const QLocale chinese(QLocale::Chinese, QLocale::China);
     QLocale::setDefault(chinese);
     const QString name = u"qtbase_zh_CN"_s;
-    if (translator.load(name, joinPath(programFolder(), u"Res"_s)) ||
+    if (translator.load(name, joinPath(installFolder(), u"Res"_s)) ||
         translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&translator);
 }

@@ -6,7 +6,8 @@
 /// paths and shows the main window.
 void Main();
 
-/// Fills `cmdFile`, `dataPath` and `appPath`, and creates the Data folder when it is missing.
+/// Fills `cmdFile`, `dataPath` and `appPath`, and makes what is missing of the program folder: the user's own one when
+/// the copy is installed, and the Data folder.
 void SetBasePrm();
 
 /// Makes the toolkit's own texts (dialog buttons, file dialog, text menus) Chinese, whatever the machine's language.

@@ -62,8 +62,10 @@ void FeaturePane::grdSpecEnum_AfterEdit(int row, const QString& key) {
             if (value.isUse == CheckState::checked)
                 defVal = value.eigenValue;
         }
-        if (!writeFeatureValues(m_library.connection(), m_shownFeature, written, defVal))
+        if (!writeFeatureValues(m_library.connection(), m_shownFeature, written, defVal)) {
+            m_grdSpecEnum->revokeEdit();
             return showValues(m_valuesBeforeEdit);
+        }
         m_grdSpec->setText(rowOfFeature(m_shownFeature), u"defval"_s, defVal);
         m_library.did(u"修改特征值 "_s + m_grdSpecEnum->text(row, eigenValue));
     });

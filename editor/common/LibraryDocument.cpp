@@ -58,6 +58,11 @@ void LibraryDocument::did(const QString& what) {
         m_history->did(what);
 }
 
+void LibraryDocument::asOneStep(const std::function<void()>& edits) {
+    if (m_history)
+        m_history->asOneStep(edits);
+}
+
 void LibraryDocument::setChapter(const QString& code) {
     m_chapter = code;
     Q_EMIT chapterChanged();

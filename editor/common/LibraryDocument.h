@@ -35,6 +35,8 @@ public:
     LibraryHistory* history() const { return m_history.get(); }
     /// Something was written to the library, as a step that can be taken back; `what` says in words what was done.
     void did(const QString& what);
+    /// Runs several edits as one step.
+    void asOneStep(const std::function<void()>& edits);
 
     /// Id of the library's default ration library; empty when it has none.
     const QString& defaultRationLibrary() const { return m_defaultRationLibrary; }

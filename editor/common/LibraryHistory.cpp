@@ -5,6 +5,7 @@
 
 #include "app/base/Error.h"
 #include "app/base/Guarded.h"
+#include "editor/common/InSavepoint.h"
 #include "storage/Connection.h"
 
 using namespace Qt::StringLiterals;
@@ -67,6 +68,10 @@ ChangeRecorder::Extent LibraryHistory::takeChanges() {
 }
 
 void LibraryHistory::did(const QString& what) {
+    if (m_together) {
+        *m_together << what;
+        return;
+    }
     const ChangeRecorder::Extent extent = takeChanges();
     if (extent == ChangeRecorder::Extent::NothingSeen)
         return;
@@ -75,6 +80,22 @@ void LibraryHistory::did(const QString& what) {
     m_undone.clear();
     dropOldest();
     Q_EMIT said(u"已"_s + what, m_done.empty() ? Offer::Nothing : Offer::Undo);
+}
+
+void LibraryHistory::asOneStep(const std::function<void()>& edits) {
+    QStringList together;
+    m_together = &together;
+    const bool isWritten = inSavepoint("pasteLines", &m_connection, [&](Connection&) {
+        edits();
+        return true;
+    });
+    m_together = nullptr;
+    if (together.isEmpty())
+        return;
+    if (isWritten)
+        did(together.size() == 1 ? together.first() : u"粘贴 %1 行"_s.arg(together.size()));
+    else
+        m_view.showAfresh(m_view.place());
 }
 
 void LibraryHistory::dropOldest() {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 #include <deque>
+#include <functional>
 
 #include "editor/common/LibraryView.h"
 #include "storage/ChangeRecorder.h"
@@ -26,6 +28,10 @@ public:
     /// What has been written since the last step is one more: `what` says in words what was done. What nobody sees, a
     /// time stamp, is no step: it goes with the next one, and is taken back with whatever is taken back first.
     void did(const QString& what);
+
+    /// Runs `edits`, several edits of the user that are one to him: one step, in one transaction. When that fails, none
+    /// of them was written, and the window is shown afresh.
+    void asOneStep(const std::function<void()>& edits);
 
     /// Takes the last step back, or does the last one that was taken back once more, and shows where it happened. What
     /// is being typed is committed first.
@@ -75,6 +81,8 @@ private:
     QList<QByteArray> m_unnamed;
     ViewPlace m_before;
     bool m_isStepBegun = false;
+    /// What the edits have done that are one step; null when each is a step.
+    QStringList* m_together = nullptr;
     /// Something could not be committed when the last event was over; it may be by now.
     bool m_hasLeftovers = false;
     int m_othersWrites = 0;

@@ -54,9 +54,9 @@ QRect GridWindow::cell(int row, const QString& key) const {
     return grid.visualRect(grid.model()->index(row, key.isEmpty() ? 0 : grid.column(key)));
 }
 
-void GridWindow::clickOn(QWidget& widget, const QPoint& position, Qt::MouseButton button) {
+void GridWindow::clickOn(QWidget& widget, const QPoint& position, Qt::MouseButton button, Qt::KeyboardModifiers keys) {
     QWidget* top = widget.window();
-    QTest::mouseClick(top->windowHandle(), button, {}, widget.mapTo(top, position));
+    QTest::mouseClick(top->windowHandle(), button, keys, widget.mapTo(top, position));
 }
 
 void GridWindow::drag(QWidget& widget, const QPoint& from, const QPoint& to) {
@@ -98,6 +98,7 @@ QString GridWindow::does(const QString& gestures) {
             {u"key"_s, [&] { press(QKeySequence(text)[0]); }},
             {u"type"_s, type},
             {u"click"_s, [&] { clickOn(*view, place.center()); }},
+            {u"shift"_s, [&] { clickOn(*view, place.center(), Qt::LeftButton, Qt::ShiftModifier); }},
             {u"right"_s, [&] { clickOn(*view, place.center(), Qt::RightButton); }},
             {u"end"_s, [&] { clickOn(*view, QPoint(place.right() - 8, place.center().y())); }},
             {u"double"_s, [&] { QTest::mouseDClick(view, Qt::LeftButton, {}, place.center()); }},

@@ -19,7 +19,7 @@ protected:
     GridWindow();
 
     /// Does one gesture after the other, separated by "; ": "key Shift+Tab", "type 挖土", "click 1 Name" (right,
-    /// double, press at the end of the cell: "end 1 Name"), "drag 3 0 Unit", "compose wa" and "committed 挖" by an
+    /// double, with Shift: shift, at the end of the cell: end), "drag 3 0 Unit", "compose wa" and "committed 挖" by an
     /// input method, "menukey", "window" (a click on the button), "leave" (for the text box); by program "row 3",
     /// "cell 3 Unit", "commit", "focus". Gives what the grid told and asked meanwhile, joined by ", ".
     QString does(const QString& gestures);
@@ -37,7 +37,8 @@ protected:
     /// Makes the window active again: without a window manager a closed popup or box leaves none active.
     void activate() { EXPECT_TRUE(makeActive(&window)); }
     /// Clicks as a mouse does: the event reaches the window first, which gives it to `widget`.
-    static void clickOn(QWidget& widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton);
+    static void clickOn(QWidget& widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton,
+                        Qt::KeyboardModifiers keys = {});
     static void drag(QWidget& widget, const QPoint& from, const QPoint& to);
     QRect cell(int row, const QString& key) const;
     QWidget* editor() const { return grid.findChild<QWidget*>(u"cellEditor"_s); }

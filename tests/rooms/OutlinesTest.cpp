@@ -5,7 +5,6 @@
 #include "app/base/Guarded.h"
 #include "editor/chapters/ChapterTree.h"
 #include "editor/contents/ContentOutline.h"
-#include "ration_browser/RationTree.h"
 #include "storage/Lookups.h"
 #include "tests/support/ModalAnswers.h"
 #include "tests/support/TemporaryLibrary.h"
@@ -38,37 +37,6 @@ TEST(ChapterTree, HangsChaptersBelowTheirParents) {
         }
         EXPECT_EQ(lines.join(u' '), expected);
     }
-}
-
-// The first zero decides the level; without its parent a chapter hangs under the nearest level there is; a chapter id
-// that occurs twice ends the tree there.
-TEST(RationTree, HangsChaptersByTheirNumbers) {
-    const struct {
-        SqlText chapters;  ///< sybID, CH, ZH, JH, XH, MH, BTM
-        QString nodes;     ///< "parent key>key text tag", one a node
-        bool fails = false;
-    } cases[] = {{"(1,1,0,0,0,0,'章'),(2,1,0,7,0,0,'跳级'),(3,1,1,0,0,0,'节'),(4,1,1,1,0,0,'小节'),(5,1,1,1,1,0,'项'),"
-                  "(6,1,1,1,1,1,'子项'),(-8,2,NULL,NULL,NULL,NULL,NULL)",
-                  u"Root>K1 1.章 1.0.0.0.0|Root>K2 1.跳级 1.0.7.0.0|K2>K3 1.节 1.1.0.0.0|K3>K4 1.小节 1.1.1.0.0|"
-                  "K4>K5 1.项 1.1.1.1.0|K5>K6 1.子项 1.1.1.1.1|Root>K-8 2. 2.0.0.0.0"_s},
-                 {"(1,1,1,1,1,1,'子项'),(2,2,0,0,0,0,'章'),(3,2,1,1,1,0,'项'),(4,2,1,1,1,1,'子项')",
-                  u"Root>K1 1.子项 1.1.1.1.1|Root>K2 2.章 2.0.0.0.0|K2>K3 1.项 2.1.1.1.0|K3>K4 1.子项 2.1.1.1.1"_s},
-                 {"(1,1,0,0,0,0,'章'),(1,2,0,0,0,0,'又'),(3,3,0,0,0,0,'后')", u"Root>K1 1.章 1.0.0.0.0"_s, true}};
-    for (const auto& [chapters, expected, fails] : cases) {
-        const TemporaryLibrary library;
-        KeyedTree tree;
-        addRationRoot(&tree);
-        Recordset rows = library.connection()->OpenRecordset(sql("WITH DeSYB(sybID,CH,ZH,JH,XH,MH,BTM) AS (VALUES ",
-                                                                 chapters, ") SELECT * FROM DeSYB ORDER BY 2,3,4,5,6"));
-        EXPECT_EQ(succeeds([&] { addRationChapters(&tree, rows); }), !fails);
-        QStringList nodes;
-        for (const auto* node : tree.nodes().mid(1))
-            nodes << KeyedTree::key(node->parent()) + u'>' + KeyedTree::key(node) + u' ' + node->text(0) + u' ' +
-                         KeyedTree::tag(node);
-        EXPECT_EQ(nodes.join(u'|'), expected);
-    }
-    EXPECT_EQ(chapterOfKey(u"K-8"_s), -8);
-    EXPECT_EQ(chapterOfKey(u"Root"_s), 0);
 }
 
 // By passes and by look-ups. Errors are recorded, and the rest is shown.

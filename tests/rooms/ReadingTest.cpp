@@ -8,7 +8,6 @@
 #include "editor/common/Codes.h"
 #include "editor/common/CopyName.h"
 #include "editor/contents/RationLookup.h"
-#include "ration_browser/BrowserPlacement.h"
 #include "tests/support/TemporaryLibrary.h"
 
 using namespace Qt::StringLiterals;
@@ -62,31 +61,4 @@ TEST(RationLookup, FindsLibrariesByTheirId) {
     EXPECT_EQ(GetDefDekID(u"a.bdb"_s) + GetDefDekID(u"A.bdb"_s), u"B1"_s);
     EXPECT_EQ(GetDekFilePath(u"A1"_s), joinPath(joinPath(dataPath, u"湖南省"_s), u"湖南.db"_s));
     EXPECT_EQ(GetDekFilePath(u"a1"_s), QString());
-}
-
-TEST(BrowserPlacement, OnlyAnUnreachableTitleBarIsBroughtBack) {
-    const QList<QRect> screens{{0, 0, 1366, 728}, {1366, 0, 1920, 1040}};
-    const QRect onSecond(2000, 100, 900, 600);
-    for (const QRect& reachable : {QRect(-500, 600, 900, 600), onSecond, QRect(1000, 100, 1500, 600)})
-        EXPECT_EQ(broughtBack(reachable, screens), reachable);
-    for (const QRect& lost : {QRect(4000, 100, 900, 600), QRect(0, -200, 900, 600), QRect(-880, 0, 900, 600),
-                              QRect(0, 750, 900, 600), QRect(-100'000, -100'000, 100'000, 100'000)})
-        EXPECT_TRUE(screens.first().contains(broughtBack(lost, screens))) << lost.x() << ' ' << lost.y();
-    EXPECT_EQ(broughtBack(onSecond, {screens.first()}).size(), onSecond.size());
-    EXPECT_EQ(broughtBack(onSecond, {}), onSecond);
-}
-
-// Above, below or beside the row, whichever leaves the window largest, and never over it.
-TEST(BrowserPlacement, StandsBesideTheRowThatItServes) {
-    const QRect screen(100, 50, 1366, 728);
-    const QSize wanted(880, 600), smallest(640, 360);
-    for (const QRect& row : {QRect(500, 600, 900, 28), QRect(500, 80, 900, 28), QRect(100, 400, 500, 28),
-                             QRect(1000, 400, 460, 28), QRect(100, 740, 1366, 28)}) {
-        const QRect placed = besideRow(row, wanted, smallest, screen);
-        EXPECT_TRUE(screen.contains(placed)) << row.x() << ' ' << row.y();
-        EXPECT_FALSE(placed.adjusted(-8, -38, 8, 8).intersects(row.adjusted(0, -28, 0, 28)));
-        EXPECT_TRUE(placed.width() >= 640 && placed.height() >= 360 && placed.height() <= 600);
-    }
-    EXPECT_EQ(besideRow({500, 740, 800, 28}, wanted, smallest, screen).size(), wanted);
-    EXPECT_TRUE(besideRow({100, 400, 1366, 28}, wanted, smallest, screen).isNull()) << "no room";
 }

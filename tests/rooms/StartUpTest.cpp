@@ -3,22 +3,35 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include "tests/support/OtherProgram.h"
 #include "tests/support/ShippedProgram.h"
 
 using namespace Qt::StringLiterals;
 
-TEST(StartUp, ASecondCopyInTheSameFolderEnds) {
-    const QTemporaryDir home, elsewhere;
-    const auto start = [](const QTemporaryDir& folder) {
-        return std::make_unique<ShippedProgram>(QStringList(),
-                                                ShippedProgram::Variables{{u"TESSEL_HOME"_s, folder.path()}});
+TEST(StartUp, AnInstalledCopyMakesItsUsersFolderOnceAndWholeAndRunsOnceInIt) {
+    const QTemporaryDir user, another;
+    // A copy that brings `delivered`, where an earlier start was broken off.
+    const auto start = [](const QTemporaryDir& of, const QString& delivered) {
+        return std::make_unique<ShippedProgram>(
+            QStringList{delivered},
+            ShippedProgram::Variables{{u"PLACE"_s, of.path()}, {u"XDG_DATA_HOME"_s, of.filePath(u"own"_s)}},
+            "cd \"$PLACE\" && unset TESSEL_HOME && cp -f \"$1\" . && mkdir -p own/tessel.new/half Samples/Data && "
+            "echo \"$2\" >Samples/tessel.dat && exec ./tessel");
     };
-    // A program that may run makes its folder for libraries.
-    const auto runs = [](ShippedProgram& program, const QTemporaryDir& folder) {
-        return program.waitUntil([&] { return QDir(folder.filePath(u"Data"_s)).exists(); });
+    const auto runs = [](ShippedProgram& program, const QTemporaryDir& of) {
+        return program.waitUntil([&] { return QDir(of.filePath(u"own/tessel/Data"_s)).exists(); });
     };
-    const auto first = start(home);
-    ASSERT_TRUE(runs(*first, home)) << qPrintable(first->lastWords());
-    EXPECT_TRUE(start(home)->waitForEnd() && first->isRunning());
-    EXPECT_TRUE(runs(*start(elsewhere), elsewhere));
+    const QString system = user.filePath(u"own/tessel/tessel.dat"_s);
+    {
+        const auto first = start(user, u"first"_s);
+        ASSERT_TRUE(runs(*first, user)) << qPrintable(first->lastWords());
+        EXPECT_FALSE(QDir(user.filePath(u"own/tessel/half"_s)).exists());
+        EXPECT_TRUE(start(user, {})->waitForEnd() && first->isRunning());
+        EXPECT_TRUE(runs(*start(another, {}), another));
+    }
+    EXPECT_EQ(bytesOf(system), "first\n");
+    overwrite(system, "mine");
+    QDir().rmdir(user.filePath(u"own/tessel/Data"_s));
+    EXPECT_TRUE(runs(*start(user, u"second"_s), user));
+    EXPECT_EQ(bytesOf(system), "mine");
 }

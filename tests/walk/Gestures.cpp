@@ -153,7 +153,7 @@ void RandomUser::pressInTree() {
 }
 
 void RandomUser::pressInGrid() {
-    press(grid(), {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown, Qt::CTRL | Qt::Key_Home,
+    press(grid(), {Qt::Key_Up, Qt::Key_Down, Qt::SHIFT | Qt::Key_Down, Qt::Key_PageDown, Qt::CTRL | Qt::Key_Home,
                    Qt::CTRL | Qt::Key_End, Qt::Key_Left, Qt::Key_Right, Qt::CTRL | Qt::Key_C});
 }
 

@@ -153,7 +153,8 @@ choose 上移目录; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, �
 choose 修改目录 = 岩石; choose 修改目录 = Esc; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方, 岩石
 choose 删除目录 = yes; file Name FROM tblSYB ORDER BY Code = 土建, 土石方, 土方
 tab grdBillList; choose 添加清单; type 平整场地; key Return; key F2; type 2; key Tab; type m2
-key Esc; file Name,Unit FROM tblBill = 2|NULL; key F2; type m2; key Return; file Unit FROM tblBill = m2
+key Esc; file Name,Unit FROM tblBill = 2|NULL; key F2; type m2; key Tab; file Unit FROM tblBill = m2
+key F2; key Shift+Backtab; type 3; key Return; file Name FROM tblBill = 3
 round cboProfession grdConcent; key Right; round grdSpec grdSpecEnum; key Right; round txtRule; key Right
 round txtContent; tab grdBillList
 choose 添加清单; choose 上移清单; file ID FROM tblBill ORDER BY Code = 2, 1; choose 下移清单; key Up

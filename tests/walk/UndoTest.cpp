@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QClipboard>
 #include <QDateTime>
 #include <QFile>
 #include <QLabel>
@@ -110,6 +112,31 @@ TEST_F(Undo, TakesTypingBackWhereThereIsAnyAndShowsWhereAStepWas) {
     EXPECT_TRUE(driver.rule()->isVisible());
     back();
     EXPECT_TRUE(said().startsWith(u"没有可以撤消的操作"_s)) << qPrintable(said());
+}
+
+TEST_F(Undo, TakesAPastedColumnBackAtOnceUpToTheLineThatWasRefused) {
+    const QStringList lines = u"甲,乙,丙',丁"_s.split(u',');
+    const std::pair<KeyedGrid*, QString> columns[] = {
+        {driver.bills(), u"Name"_s}, {driver.values(), u"eigenValue"_s}, {driver.contents(), u"cont"_s}};
+    for (const auto& [grid, key] : columns) {
+        driver.click(grid, 0, key);
+        const QStringList before = rowsOf(path);
+        QApplication::clipboard()->setText(lines.join(u"\tm\n"_s));
+        ModalAnswers told;
+        told.closeAnything();
+        driver.key(grid, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_FALSE(told.seen().isEmpty());
+        grid->cancelEdit();
+        EXPECT_TRUE(said().startsWith(u"已粘贴 2 行"_s)) << qPrintable(said());
+        const QString file = rowsOf(path).join(u'|');
+        for (int row = 0; row < lines.size(); ++row) {
+            EXPECT_EQ(grid->text(row, key) == lines[row], row < 2) << qPrintable(key) << row;
+            EXPECT_EQ(file.contains(u'|' + lines[row] + u'|'), row < 2) << qPrintable(key) << row;
+        }
+        driver.activate();
+        back();
+        EXPECT_EQ(rowsOf(path), before) << qPrintable(key);
+    }
 }
 
 TEST_F(Undo, LeavesAloneWhatAnotherProgramHasChanged) {
