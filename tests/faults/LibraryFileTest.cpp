@@ -182,7 +182,6 @@ TEST_F(LibraryFile, CanBeWorkedWithWhenTheProgramFolderIsWriteProtected) {
     EditorDriver::settle();
 }
 
-// That the journal of the file itself is played back without a word is shown by lost power and kills.
 TEST_F(LibraryFile, ACopyLaidOverItIsNotGivenUpToTheJournalOfTheFileBefore) {
     user.close();
     const QString journal = path + u"-journal"_s;
