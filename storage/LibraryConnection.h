@@ -9,6 +9,9 @@
 
 /// Opens the library file at `path` (created when missing) and attaches its companion file, `path` followed by the
 /// letter x, as "dbext" when there is one. No object after a recorded error.
+///
+/// When a journal lies beside the file that another file has left, the user is asked first: it is moved aside, or
+/// nothing is opened and there is no object.
 [[nodiscard]] std::unique_ptr<Connection> GetOrmConn(const QString& path);
 
 /// The companion file of the library at `path`.

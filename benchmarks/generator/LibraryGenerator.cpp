@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <memory>
 
+#include "administration/RationFiles.h"
 #include "app/base/Error.h"
 #include "app/base/Paths.h"
 #include "benchmarks/PlainDatabase.h"
-#include "samples/writer/RationFiles.h"
 #include "storage/LibraryConnection.h"
 #include "storage/Schema.h"
 

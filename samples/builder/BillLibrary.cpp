@@ -4,6 +4,7 @@
 #include <QtEndian>
 
 #include "app/base/Error.h"
+#include "app/base/Paths.h"
 #include "storage/Schema.h"
 
 using namespace Qt::StringLiterals;
@@ -31,9 +32,9 @@ public:
     void addChapter(const CsvRow& row) {
         const QString& code = row[0];
         if (!isDigits(code) || code.size() % 2 != 0 || m_chapters.contains(code))
-            m_complaints.add(row, u"a chapter has a code of 2, 4 or 6 digits, which no other has"_s);
+            m_complaints.add(row, u"目录的编码是 2、4 或 6 位数字，不能重复"_s);
         if (code.size() > 2 && !m_chapters.contains(code.chopped(2)))
-            m_complaints.add(row, u"there is no chapter above this one"_s);
+            m_complaints.add(row, u"没有上级目录"_s);
         m_chapters << code;
         m_file.Execute(sql("INSERT INTO tblSYB (Code,Name,Note,Version,LastUpdate,IsDel) VALUES ('", code, "','",
                            row[1], "','", row[2], "','1','", stamp, "','0');"));
@@ -44,9 +45,9 @@ public:
         const QString chapter = code.left(chapterCodeWidth);
         const int number = code.mid(chapterCodeWidth).toInt();
         if (!isDigits(code) || code.size() != billCodeWidth || number != ++m_lastInChapter[chapter])
-            m_complaints.add(row, u"a bill has a code of nine digits, which count up within its chapter"_s);
+            m_complaints.add(row, u"清单的编码是九位数字，在目录内连续"_s);
         if (chapter.size() != chapterCodeWidth || !m_chapters.contains(chapter))
-            m_complaints.add(row, u"there is no chapter %1"_s.arg(chapter));
+            m_complaints.add(row, u"没有目录 %1"_s.arg(chapter));
         QString rule = row[4];
         m_file.Execute(sql("INSERT INTO tblBill (Code,CodePrefix,Name,Unit,Rule,Version,LastUpdate,IsDel) VALUES ('",
                            code, "','", row[1], "','", row[2], "','", row[3], "','", rule.replace(u"\n"_s, u"\r\n"_s),
@@ -59,9 +60,9 @@ public:
         const auto type = types.indexOf(row[2]);
         const QStringList values = row[4].split(u';', Qt::SkipEmptyParts);
         if (type < 0)
-            m_complaints.add(row, u"a feature's type is one of %1"_s.arg(types.join(u' ')));
+            m_complaints.add(row, u"特征的类型应为 %1"_s.arg(types.join(u' ')));
         if (!row[5].isEmpty() && values.count(row[5]) != 1)
-            m_complaints.add(row, u"%1 is not one of the values"_s.arg(row[5]));
+            m_complaints.add(row, u"%1 不在取值中"_s.arg(row[5]));
         m_file.Execute(sql("INSERT INTO tblBillSpec (BillID,Name,Type,Unit,DefVal,LastUpdate,IsDel) VALUES ('",
                            billOf(row), "','", row[1], "','", type, "','", row[3], "','", row[5], "','", stamp,
                            "','0');"));
@@ -77,7 +78,7 @@ public:
     void addContent(const CsvRow& row, const KnownRations& rations) {
         if (!row[1].isEmpty()) {
             if (!isDigits(row[2]) || row[2].size() % 2 != 0 || row[2].isEmpty())
-                m_complaints.add(row, u"professions are two digits each"_s);
+                m_complaints.add(row, u"专业各为两位数字"_s);
             const qint64 bill = billOf(row);
             m_file.Execute(sql("INSERT INTO tblCont (Code,Num,Cont,Prof,BillID,LastUpdate,IsDel) VALUES ('", row[0],
                                "','", ++m_lastInBill[bill], "','", row[1], "','", row[2], "','", bill, "','", stamp,
@@ -88,12 +89,12 @@ public:
         if (!row[3].isEmpty())
             m_part = row[3];
         if (m_content == 0 || row[1].isEmpty() != (row[0] + row[2]).isEmpty() || (row[3].isEmpty() && m_number == 0))
-            m_complaints.add(row, u"a content has a bill and a second-level content"_s);
+            m_complaints.add(row, u"工作内容应有清单和二级工作内容"_s);
         m_number += row[3].isEmpty() ? 0 : 1;
         const QString name = row[4] + u':' + row[5];
         const RationFile::Ration ration = rations.value(name.toUpper());
         if (name.size() > 1 && ration.code.isEmpty())
-            m_complaints.add(row, u"there is no ration %1"_s.arg(name));
+            m_complaints.add(row, u"没有定额 %1"_s.arg(name));
         m_file.Execute(
             sql("INSERT INTO tblContDe (ContID,SubNum,SubCont,Deh,Name,Unit,DekID,LastUpdate,IsDel) VALUES ('",
                 m_content, "','", m_number, "','", m_part, "','", ration.code, "','", ration.name, "','", ration.unit,
@@ -103,7 +104,7 @@ public:
 private:
     qint64 billOf(const CsvRow& row) {
         if (!m_bills.contains(row[0]))
-            m_complaints.add(row, u"there is no bill %1"_s.arg(row[0]));
+            m_complaints.add(row, u"没有清单 %1"_s.arg(row[0]));
         return m_bills.value(row[0]);
     }
 
@@ -122,7 +123,7 @@ private:
 
 BillSources readBillSources(const QString& folder, Complaints& complaints) {
     const auto read = [&](const QString& name, std::initializer_list<CsvColumn> columns) {
-        return readCsv(folder, name, columns, complaints);
+        return readCsv(joinPath(folder, name), columns, complaints);
     };
     BillSources sources;
     sources.chapters = read(u"chapters.csv"_s, {{"编码", chapterCodeWidth}, {"名称", 50}, {"附注", textWidth, true}});
@@ -148,7 +149,7 @@ BillSources readBillSources(const QString& folder, Complaints& complaints) {
 void fillBillLibrary(Connection& file, const BillSources& sources, const KnownRations& rations,
                      Complaints& complaints) {
     if (!CreateAllBillDBTable(&file))
-        throw Error(1, u"the tables cannot be made"_s);
+        throw Error(1, u"不能建表"_s);
     file.Execute(sql("PRAGMA application_id=", applicationId, ";"));
     Filler filler(file, complaints);
     for (const CsvRow& row : sources.chapters)

@@ -3,8 +3,8 @@
 #include <QHash>
 #include <QSet>
 
-#include "samples/writer/CsvFile.h"
-#include "samples/writer/RationFiles.h"
+#include "administration/CsvFile.h"
+#include "administration/RationFiles.h"
 
 /// The rations that contents may name, by "library id:code" in capitals.
 using KnownRations = QHash<QString, RationFile::Ration>;

@@ -8,9 +8,9 @@ struct SampleResult {
     QStringList notes;       ///< what was left alone, and why
 };
 
-/// Makes the sample files from the sources in `sourceFolder`, in the program folder `programFolder`:
-/// tessel.dat, the ration libraries in Data/<region>/ and the bill library with its companion file in Data/.
+/// Makes the sample bill library at `path`, and its companion file beside it, from the sources in `sourceFolder` and
+/// the ration libraries that tessel.dat lists.
 ///
-/// A bill library that has been edited since it was made is kept, with a note, unless `force` is set; all other files
-/// are made anew. Throws Error when a file cannot be written.
-SampleResult buildSamples(const QString& sourceFolder, const QString& programFolder, bool force);
+/// A bill library that has been edited since it was made is kept, with a note, unless `force` is set. Throws Error when
+/// a file cannot be read or written.
+SampleResult buildSamples(const QString& sourceFolder, const QString& path, bool force);

@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
 #include "app/shell/modMain.h"
 #include "tests/faults/Workplace.h"
 
@@ -36,9 +38,9 @@ private:
 class LibraryFile : public Workplace {
 protected:
     LibraryFile() {
-        // Without those that list something else first, or leave something in the window.
+        // Without those that need something done or listed first, or leave something in the window.
         for (const Command& command : commands())
-            if (command.left == Command::Nothing && QLatin1String(command.chapter) == u"010101")
+            if (command.left == Command::Nothing && !command.before && QLatin1String(command.chapter) == u"010101")
                 writing.push_back(command.act);
     }
 
@@ -174,4 +176,33 @@ TEST_F(LibraryFile, CanBeWorkedWithWhenTheProgramFolderIsWriteProtected) {
               QStringList({u"提示: 存在相同的文件名，是否覆盖原来的文件？"_s, failed}));
     main.commandBars()->execute(260);
     EditorDriver::settle();
+}
+
+TEST_F(LibraryFile, ACopyLaidOverItIsNotGivenUpToTheJournalOfTheFileBefore) {
+    user.close();
+    const QString journal = path + u"-journal"_s;
+    const QByteArray copy = bytesOf(path);
+    const QStringList copied = contentOf(path);
+    for (const char* name : {"1", "2"})
+        OtherProgram(path).run("UPDATE tblBill SET Name=?", {QString::fromLatin1(name)});
+    auto dying = std::make_unique<OtherProgram>(path);
+    // With so little memory it has written half of its change when it dies.
+    dying->tryScript("PRAGMA cache_size=1;BEGIN;CREATE TABLE a(b);UPDATE tblBill SET Rule=hex(zeroblob(20000))");
+    const QByteArray left = bytesOf(journal);
+    dying.reset();
+    for (const auto pressed : {QMessageBox::No, QMessageBox::Yes}) {
+        overwrite(path, copy);
+        overwrite(journal, left);
+        ModalAnswers answers;
+        answers.press(pressed).closeAnything();
+        main.LoadBillDB(path);
+        EditorDriver::settle();
+        EXPECT_TRUE(answers.seen().value(0).contains(u"不是这个文件留下的"_s));
+        const bool opened = user.editor();
+        EXPECT_EQ(opened, pressed == QMessageBox::Yes);
+        EXPECT_EQ(QFile::remove(journal), !opened);
+        EXPECT_EQ(contentOf(path), copied);
+    }
+    const QStringList aside = QDir(dataPath).entryList({QFileInfo(journal).fileName() + u".*"_s});
+    EXPECT_EQ(bytesOf(dataPath + aside.value(0)), left);
 }

@@ -1,8 +1,10 @@
 // tessel.dat and the ration libraries are missing, empty, foreign, locked, or change while the program runs: the
 // library can be worked in all the same, and what does not work is said.
 
+#include "administration/RationFiles.h"
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
 #include "ration_browser/frmDekBrowser.h"
-#include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/faults/Workplace.h"
 

@@ -1,12 +1,14 @@
 #include "ration_browser/frmDekBrowser.h"
 
+#include "administration/RationFiles.h"
+#include "app/base/Definitions.h"
+#include "app/base/Paths.h"
 #include "app/base/UserSettings.h"
 #include "app/controls/CommandBars.h"
 #include "ration_browser/ElidedLine.h"
 #include "ration_browser/RationReceiver.h"
 #include "tests/support/EditorDriver.h"
 #include "tests/support/OtherProgram.h"
-#include "tests/support/RationLibraries.h"
 #include "tests/support/Typing.h"
 
 namespace {
@@ -40,13 +42,20 @@ class Browser : public ::testing::Test {
 protected:
     Browser() {
         // One chapter below another, a dead one, and rations in two of them.
-        files.make("a.db",
-                   {"101,12,'A1-1','平整场地','100m2'", "102,12,'a1-2x','原土打夯',NULL", "103,6,'B','挖','1000m3'"},
-                   {"3,1,0,0,0,0,'机械土石方',0", "6,1,1,0,0,0,'反铲',0", "7,1,2,0,0,0,'作废',1",
-                    "12,2,0,0,0,0,'土石方工程',0", "13,2,1,0,0,0,'砌筑',0"});
-        files.list({{"GD02", "安装", "a.db", "02"}, {"GD01", "建筑", "a.db", "01"}, {"NO", "无", "n.db", "03"}});
+        writeRationLibrary(file(u"a.db"_s),
+                           {{{3, {1}, u"机械土石方"_s},
+                             {6, {1, 1}, u"反铲"_s},
+                             {7, {1, 2}, u"作废"_s, true},
+                             {12, {2}, u"土石方工程"_s},
+                             {13, {2, 1}, u"砌筑"_s}},
+                            {{12, u"A1-1"_s, {}, u"100m2"_s}, {12, u"a1-2x"_s, {}, {}}, {6, u"B"_s, {}, u"m"_s}}});
+        writeSystemDatabase(appPath + u"tessel.dat"_s, {{u"GD02"_s, u"安装"_s, u"a.db"_s, {}, u"02"_s},
+                                                        {u"GD01"_s, u"建筑"_s, u"a.db"_s, {}, u"01"_s},
+                                                        {u"NO"_s, u"无"_s, u"n.db"_s, {}, u"03"_s}});
         settings.clear();
     }
+
+    static QString file(const QString& name) { return joinPath(dataPath + u"广东省"_s, name); }
 
     void open(const char* dekId) {
         if (!mainWindow) {
@@ -84,7 +93,6 @@ protected:
         return browser->findChild<QToolBar*>()->widgetForAction(browser->CommandBars1()->action(id));
     }
 
-    RationLibraries files;
     QSettings settings = userSettings(u"frmDekBrowser"_s);
     Editor editor;
     std::unique_ptr<QMainWindow> mainWindow;
@@ -200,8 +208,10 @@ TEST_F(Browser, OpensBesideTheReceivingRowUntilTheUserPutsItElsewhere) {
 
 // A library as nobody should have it, with two chapters of one id, at which its tree ends, and rations of no chapter.
 TEST_F(Browser, FindsInTheWholeLibraryWhatIsTypedAndWritesNothing) {
-    OtherProgram(files.make("bad.db", {})).run("DROP TABLE DEB");
-    EXPECT_TRUE(OtherProgram(files.make("find.db", {})).tryScript(R"(DROP TABLE DEB; DROP TABLE DeSYB;
+    for (const QString& name : {u"bad.db"_s, u"find.db"_s})
+        writeRationLibrary(file(name), {});
+    OtherProgram(file(u"bad.db"_s)).run("DROP TABLE DEB");
+    EXPECT_TRUE(OtherProgram(file(u"find.db"_s)).tryScript(R"(DROP TABLE DEB; DROP TABLE DeSYB;
         CREATE TABLE DEB(ID,sybID,DEH,MC,DW); CREATE TABLE DeSYB(sybID,CH,ZH,JH,XH,MH,BTM,isdel);
         INSERT INTO DeSYB VALUES(5,1,1,1,1,1,'孤',0),(20,2,0,0,0,0,'章',0),(21,2,0,7,0,0,'跳',0),(22,2,1,0,0,0,'节',0),
             (23,2,1,1,0,0,'小',0),(24,2,1,1,1,0,'项',0),(25,2,1,1,1,1,'子',0),(-8,3,NULL,NULL,NULL,NULL,NULL,0),
@@ -212,7 +222,10 @@ TEST_F(Browser, FindsInTheWholeLibraryWhatIsTypedAndWritesNothing) {
             (8,25,'L',replace(hex(zeroblob(3000)),'00','长')||'末',x'00FF');)"));
     ModalAnswers answers;
     answers.closeAnything();
-    files.list({{"F", "找", "find.db"}, {"GD01", "建筑", "a.db"}, {"NO", "无", "n.db"}, {"BAD", "坏", "bad.db"}});
+    writeSystemDatabase(appPath + u"tessel.dat"_s, {{u"F"_s, u"找"_s, u"find.db"_s, {}},
+                                                    {u"GD01"_s, u"建筑"_s, u"a.db"_s, {}},
+                                                    {u"NO"_s, u"无"_s, u"n.db"_s, {}},
+                                                    {u"BAD"_s, u"坏"_s, u"bad.db"_s, {}}});
     open("F");
     QString nodes;
     for (const auto* node : tree->nodes().mid(1))
@@ -274,9 +287,9 @@ TEST_F(Browser, FindsInTheWholeLibraryWhatIsTypedAndWritesNothing) {
         EXPECT_EQ(hit(), found) << dekId;
     }
     EXPECT_EQ(answers.takePlaces(),
-              QStringList({u"frmDekBrowser.CreateRationContent"_s, u"提示: "_s + files.path("n.db") + u" 文件不存在!"_s,
+              QStringList({u"frmDekBrowser.CreateRationContent"_s, u"提示: "_s + file(u"n.db"_s) + u" 文件不存在!"_s,
                            u"frmDekBrowser.rations"_s}));
-    EXPECT_FALSE(QFile::exists(files.path("n.db"))) << "looking for a file must not make it";
+    EXPECT_FALSE(QFile::exists(file(u"n.db"_s))) << "looking for a file must not make it";
     EXPECT_TRUE(makeActive(browser));
     QTest::keyClick(box, Qt::Key_Escape);
     EXPECT_TRUE(browser->isVisible() && !box->isVisible() && grid->hasFocus());

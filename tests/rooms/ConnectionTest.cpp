@@ -96,27 +96,6 @@ TEST_F(ConnectionTest, AFileIsOnlyData) {
     EXPECT_EQ(library.rowsInFile("SELECT b FROM t"), QStringList{u"seen"_s});
 }
 
-// The key is derived once for each salt: a file made anew has another one.
-TEST(KeyedFile, IsProtectedAndItsKeyIsForgottenWithIt) {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"a.dat"_s);
-    for (const QString& content : {u"one"_s, u"two"_s}) {
-        QFile::remove(path);
-        Connection connection;
-        connection.Open(path, u"830547"_s, 6);
-        connection.Execute("CREATE TABLE SysBaseData (DekId text)");
-        connection.Execute(sql("INSERT INTO SysBaseData VALUES('", content, "')"));
-        connection.Close();
-        const QByteArray bytes = bytesOf(path);
-        EXPECT_FALSE(bytes.startsWith("SQLite format 3") || bytes.contains("SysBaseData"));
-        for (const QString& wrong : {QString(), u"830548"_s})
-            EXPECT_EQ(errorNumber([&] { connection.Open(path, wrong, 6); }), 26);
-        EXPECT_EQ(OtherProgram(path, "830547").run("SELECT DekId FROM SysBaseData"), QStringList{content});
-        connection.Open(path, u"830547"_s, 6);
-        EXPECT_EQ(connection.OpenRecordset("SELECT DekId FROM SysBaseData").text("DekId"), content);
-    }
-}
-
 TEST(LibraryConnection, AttachesTheCompanionWhenThereIsOneAndKeepsOneFile) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.bdb"_s);

@@ -1,3 +1,4 @@
+#include "administration/RationFiles.h"
 #include "app/base/Definitions.h"
 #include "app/base/Guarded.h"
 #include "editor/RationLibraries.h"
@@ -10,7 +11,6 @@
 #include "ration_browser/BrowserPlacement.h"
 #include "storage/Lookups.h"
 #include "tests/support/ModalAnswers.h"
-#include "tests/support/RationLibraries.h"
 #include "tests/support/TemporaryLibrary.h"
 
 TEST(GetCodePreNext, StepsThePrefixAsOneNumber) {
@@ -50,29 +50,18 @@ TEST(BillLists, AreThoseOfAChapterOrOfPartOfACode) {
     EXPECT_EQ(codes(billsWithCode(library.connection(), u"1_1001"_s)), u"010101001 0101010011 020101001"_s);
 }
 
-// Ids are compared exactly, codes without regard to letter case; of several the first one counts.
-TEST(RationLookup, FindsLibrariesByTheirIdAndRationsByTheirCode) {
-    const RationLibraries files;
-    files.list({});
+// Ids are compared exactly; of several the first one counts.
+TEST(RationLookup, FindsLibrariesByTheirId) {
+    const QString system = appPath + u"tessel.dat"_s;
+    writeSystemDatabase(system, {});
     EXPECT_EQ(GetDekComboList(), QString());
-    files.list({{"B1", "乙", "", "", "", "a.bdb"},
-                {"A1", "丙", "湖南.db", "", "湖南省", "a.bdb"},
-                {"A1", "丁", "second.db", "", "second", "c.bdb"}});
+    writeSystemDatabase(system, {{u"B1"_s, u"乙"_s, {}, {}, {}, u"a.bdb"_s},
+                                 {u"A1"_s, u"丙"_s, u"湖南.db"_s, u"湖南省"_s, {}, u"a.bdb"_s},
+                                 {u"A1"_s, u"丁"_s, u"second.db"_s, u"second"_s, {}, u"c.bdb"_s}});
     EXPECT_EQ(GetDekComboList(), u"#A1;丁|#A1;丙|#B1;乙"_s);
     EXPECT_EQ(GetDefDekID(u"a.bdb"_s) + GetDefDekID(u"A.bdb"_s), u"B1"_s);
     EXPECT_EQ(GetDekFilePath(u"A1"_s), joinPath(joinPath(dataPath, u"湖南省"_s), u"湖南.db"_s));
     EXPECT_EQ(GetDekFilePath(u"a1"_s), QString());
-    const QString path =
-        files.make("a.db", {"1,1,'A1-1','人工挖土方','100m3'", "2,1,'a1-1','second',''", "3,1,' A2','blank',NULL"});
-    for (const auto& [code, found] : {std::pair("a1-1", u"人工挖土方|100m3"_s),
-                                      {" a2", u"blank|"_s},
-                                      {"A2", u"|"_s},
-                                      {"A1-", u"|"_s},
-                                      {"", u"|"_s}}) {
-        QString name, unit;
-        EXPECT_EQ(GetDeData(QString::fromLatin1(code), path, name, unit), found != u"|") << code;
-        EXPECT_EQ(name + u'|' + unit, found) << code;
-    }
 }
 
 TEST(BrowserPlacement, OnlyAnUnreachableTitleBarIsBroughtBack) {

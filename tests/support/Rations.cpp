@@ -1,15 +1,11 @@
 #include "tests/support/Rations.h"
 
-#include <QFile>
-
+#include "administration/RationFiles.h"
 #include "app/base/Definitions.h"
 #include "app/base/Paths.h"
-#include "samples/writer/RationFiles.h"
 #include "storage/SystemDatabase.h"
 #include "tests/support/Libraries.h"
 #include "tests/support/OtherProgram.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -25,7 +21,8 @@ void addAwkwardLibrary(OtherProgram& system) {
                                {1, u"X1-5"_s, u"'; DROP TABLE tblBill; --"_s, u"<b>"_s},
                                {2, u"X1-6"_s, u"%1 <b>&File</b> \"#1;a|\\"_s, u"😀"_s},
                                {2, u"X1-3"_s, u"第三项"_s, u"100m2"_s},
-                               {2, u"x1-4"_s, {}, {}}}});
+                               {2, u"x1-4"_s, {}, {}},
+                               {2, u"X1-1"_s, u"the second of two"_s, u"m"_s}}});
     OtherProgram(path).run("UPDATE DEB SET DW=NULL WHERE DEH='x1-4'");
     system.run(
         "INSERT INTO SysBaseData(DekId,DekName,DekFilename,rgnName,Prof,QdkFileName) VALUES"

@@ -58,7 +58,8 @@ public:
 
     Connection& connection() { return m_connection; }
 
-    /// Commits, and puts the file in the place of the old one.
+    /// Commits, and puts the file in the place of the old one, with the same permissions. Throws when SQLite would play
+    /// back into it what another program has left beside the old one.
     void replace();
 
 private:
@@ -69,6 +70,13 @@ private:
 
 /// Makes the file of a ration library, a plain one.
 void writeRationLibrary(const QString& path, const RationFile& library);
+
+/// The rows of `SysBaseData`.
+std::vector<ListedRationLibrary> listedLibraries(Connection& system);
+
+/// Puts `library` in the place of the first row with its id, or adds it. Other rows, and columns that are none of ours,
+/// stay as they are.
+void listLibrary(Connection& system, const ListedRationLibrary& library);
 
 /// Makes a system database, protected with the system key.
 void writeSystemDatabase(const QString& path, const std::vector<ListedRationLibrary>& libraries);
