@@ -1,4 +1,3 @@
-
 #include "administration/LibrariesCommand.h"
 #include "app/base/Definitions.h"
 #include "app/base/Error.h"
