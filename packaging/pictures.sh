@@ -42,14 +42,17 @@ picture() {
 mkdir -p "$pictures"
 sleep 4
 xdotool mousemove 1366 768
-keys Down Right Right Tab Right Right
+keys Down Right Right Tab Tab Right Right
 picture editor
 keys Down Down Tab Right Tab
 picture features
 keys ctrl+n
 xdotool type --delay 300 我的清单库
 picture new-library 新建文件
-keys Escape shift+Tab shift+Tab shift+Tab Menu Up Up Up Up Return
+keys Escape shift+Tab shift+Tab shift+Tab shift+Tab Menu Up Up Up Up Return
 picture chapter-name 修改清单目录
-keys Escape Tab Tab Left Tab Tab Down Down Down Down F4 Down Right Right Down Right Down Down Tab
+keys Escape Tab Tab Tab Left Tab Tab Down Down Down Down F4 Down Right Right Down Right Down Down Tab
 picture ration-browser 定额库浏览
+keys ctrl+f
+xdotool type --delay 300 pzcd
+picture find-ration 定额库浏览
