@@ -170,9 +170,10 @@ TEST_F(Killed, TwoUsersDoNoHarmToEachOther) {
             users.emplace_back(with, start(with, *displays[number]));
         }
         for (const int part : {0, 1, 2}) {
-            for (const auto& [with, program] : users)
-                if (!program->waitUntil([&] { return Journal(with.journal).said[u"rest"_s].size() == part + 1; }))
-                    return (void)endOf(*program, with);
+            for (const auto& user : users)
+                if (!user.second->waitUntil(
+                        [&] { return Journal(user.first.journal).said[u"rest"_s].size() == part + 1; }))
+                    return (void)endOf(*user.second, user.first);
             for (const char* fault : faults)
                 EXPECT_EQ(library.rows(QLatin1String(fault)), Rows()) << fault;
             // What a third one writes both must notice.
