@@ -6,7 +6,6 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -19,6 +18,7 @@
 #include "app/base/Guarded.h"
 #include "app/base/Paths.h"
 #include "app/base/UserSettings.h"
+#include "app/shell/LibraryArea.h"
 #include "app/shell/StatusLine.h"
 #include "app/shell/WindowList.h"
 #include "editor/frmEditor.h"
@@ -60,7 +60,7 @@ bool goInTyping(QWidget* widget, const QKeySequence& key, bool act) {
 }  // namespace
 
 frmMain::frmMain()
-    : m_windows(new QMdiArea(this)),
+    : m_windows(new LibraryArea(this)),
       m_commandBars(new CommandBars(this, u"CommandBars"_s)),
       m_windowList(new WindowList(m_windows)),
       m_status(new StatusLine(this)),
