@@ -40,9 +40,23 @@ QMessageBox::StandardButton ask(const QString& whole, const QString& title, Mess
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
+MessagesWait* waiting = nullptr;
+
 }  // namespace
 
+MessagesWait::MessagesWait() { waiting = this; }
+
+MessagesWait::~MessagesWait() {
+    waiting = nullptr;
+    for (const auto& [text, title, icon] : m_waiting)
+        showMessage(text, title, icon);
+}
+
 void showMessage(const QString& text, const QString& title, MessageIcon icon) {
+    if (waiting) {
+        waiting->m_waiting.push_back({text, title, icon});
+        return;
+    }
     ask(text, title, icon, QMessageBox::Ok);
 }
 

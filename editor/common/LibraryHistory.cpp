@@ -5,6 +5,7 @@
 
 #include "app/base/Error.h"
 #include "app/base/Guarded.h"
+#include "app/base/MessageBox.h"
 #include "editor/common/InSavepoint.h"
 #include "storage/Connection.h"
 
@@ -83,6 +84,8 @@ void LibraryHistory::did(const QString& what) {
 }
 
 void LibraryHistory::asOneStep(const std::function<void()>& edits) {
+    // The line that is refused is told of when the lines above are in the file and nobody has to wait for it.
+    const MessagesWait refusals;
     QStringList together;
     m_together = &together;
     const bool isWritten = inSavepoint("pasteLines", &m_connection, [&](Connection&) {
