@@ -170,3 +170,42 @@ TEST_F(Undo, AFileLaidOverTheLibraryIsSeenThoughItsCountOfChangesIsTheSame) {
     driver.comeBack();
     EXPECT_EQ(driver.bills()->text(0, u"Name"_s), u"另一个文件"_s);
 }
+
+TEST_F(Undo, WhatAnotherProgramWritesIsShownWhereTheUserIs) {
+    const auto othersWrite = [this] {
+        OtherProgram(path).run("UPDATE tblSYB SET Name=Name||'…' WHERE Code='05'");
+        driver.editor()->showChangesOfOthers();
+        EXPECT_TRUE(node("05")->text(0).endsWith(u'…'));
+    };
+    driver.showPage(driver.rule());
+    driver.typeInto(driver.rule(), u"半句"_s);
+    othersWrite();
+    EXPECT_EQ(driver.rule()->toPlainText(), u"半句"_s);
+    EXPECT_EQ(driver.window()->focusWidget(), driver.rule());
+
+    driver.showPage(driver.contents());
+    driver.key(driver.profession(), Qt::Key_Down);
+    driver.run(2, 400);
+    EditorDriver::settle();
+    driver.key(driver.profession(), Qt::Key_Home);
+    back();
+    EXPECT_EQ(driver.profession()->currentIndex(), 1);
+    driver.key(driver.profession(), Qt::Key_Home);
+
+    KeyedGrid* contents = driver.contents();
+    int row = contents->rowCount() - 1;
+    while (row > 0 && contents->level(row) != 1)
+        --row;
+    ASSERT_GT(row, 0);
+    driver.click(contents, row, u"cont"_s);
+    driver.run(2, 402);
+    EditorDriver::settle();
+    const int rows = contents->rowCount();
+    const int blank = contents->row();
+    othersWrite();
+    EXPECT_EQ(contents->rowCount(), rows);
+    EXPECT_EQ(contents->row(), blank);
+    contents->setCollapsed(row, true);
+    othersWrite();
+    EXPECT_TRUE(contents->isCollapsed(row));
+}

@@ -50,7 +50,7 @@ TEST(Walk, WindowFileAndModelAgreeAfterEveryStep) {
             EditorDriver driver(library);
             RandomUser user(driver, seed, {});
             Judge judge(driver, user);
-            for (int step = 1; step <= 500 && !::testing::Test::HasFailure(); ++step, ++done) {
+            for (int step = 1; step <= 350 && !::testing::Test::HasFailure(); ++step, ++done) {
                 user.step();
                 if (::testing::Test::HasFailure())
                     ADD_FAILURE() << "at step " << step << ":\n  " << qPrintable(user.story());
