@@ -11,6 +11,8 @@
 // In place of the program's message boxes: a box would take longer than all the rest, and nobody reads it here.
 void showMessage(const QString&, const QString&, MessageIcon) {}
 bool askYesNo(const QString&, const QString&, MessageIcon) { return true; }
+MessagesWait::MessagesWait() = default;
+MessagesWait::~MessagesWait() = default;
 
 /// The fonts' own cache.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
