@@ -1,11 +1,14 @@
 #include "app/shell/LibraryArea.h"
 
+#include <QMdiSubWindow>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
 
 LibraryArea::LibraryArea(QWidget* parent) : QMdiArea(parent) {
     setBackground(palette().color(QPalette::Window).darker(110));
+    // A window that leaves room beside it would leave the words there.
+    connect(this, &QMdiArea::subWindowActivated, viewport(), qOverload<>(&QWidget::update));
 }
 
 void LibraryArea::paintEvent(QPaintEvent* event) {
